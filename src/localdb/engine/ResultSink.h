@@ -1,0 +1,59 @@
+// ResultSink: where a running batch sends what it produces, in the order in which a client sees it.
+// The session's wire writer implements it, and so do tests. The engine owns none of it.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <span>
+
+#include "localdb/engine/Datum.h"
+#include "localdb/engine/SqlType.h"
+
+namespace quarv::localdb::engine {
+
+struct Column {
+    QString name;  // empty for an unnamed expression
+    SqlType type;
+    bool nullable = true;
+    bool identity = false;
+    bool computed = false;  // an expression or a computed column: not updatable
+};
+
+// A message or an error, as sys.messages numbers them. Severity below 11 is information.
+struct Message {
+    int number = 0;
+    int severity = 0;  // 0..25
+    int state = 1;     // 0..255
+    QString text;
+    QString procedure;  // empty outside a procedure
+    int line = 0;       // 1-based within the batch or procedure
+};
+
+// What a statement was, for the command word of the DONE token ([MS-TDS], "DONE").
+enum class StatementKind : uint16_t {
+    Select = 0xC1,
+    Insert = 0xC3,
+    Delete = 0xC4,
+    Update = 0xC5,
+    Other = 0xFD,
+};
+
+class ResultSink {
+  public:
+    virtual ~ResultSink() = default;
+
+    // Begins a result set; Row calls until the next StatementDone belong to it.
+    virtual void BeginRows(std::span<const Column> columns) = 0;
+    // As many data as columns, of those columns' types or null. Valid during the call only.
+    virtual void Row(std::span<const Datum> row) = 0;
+    // Ends a statement. `rowCount` is -1 where the statement counts nothing (DDL, SET NOCOUNT ON).
+    virtual void StatementDone(StatementKind kind, int64_t rowCount, bool failed) = 0;
+    virtual void Say(const Message& message) = 0;
+    virtual void DatabaseChanged(const QString& now, const QString& before) = 0;
+    virtual void ReturnStatus(int status) = 0;
+
+    // True once the client has asked to stop; asked between rows and while long statements run.
+    virtual bool Cancelled() = 0;
+};
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,29 @@
+// Server: everything that sessions share: the data directory with one SQLite file a database, the
+// catalogue, the server's name and version. Outlives its sessions; its members may be called from
+// any thread.
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "localdb/engine/Session.h"
+
+namespace quarv::localdb::engine {
+
+class Server {
+  public:
+    virtual ~Server() = default;
+
+    // A session in database "master". `login` is what SUSER_NAME() gives.
+    virtual std::unique_ptr<Session> NewSession(const QString& login) = 0;
+    virtual bool HasDatabase(const QString& name) const = 0;
+
+    // What @@VERSION and sp_server_info tell, for example "16.00.1000".
+    static QString ProductVersion();
+
+    // Opens the data directory, making it (mode 0700) and database "master" where they are missing.
+    // Raises SqlError where a file cannot be made, opened or is damaged.
+    static std::unique_ptr<Server> Open(const QString& dataDirectory);
+};
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,43 @@
+// Session: one logged-in client's state in the engine (current database, options, temporary
+// objects) and the way in to run its requests. One thread at a time; owned by the server's session.
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "localdb/engine/ResultSink.h"
+
+namespace quarv::localdb::engine {
+
+class Server;
+
+// A parameter of a procedure call that came over the wire: its value is an owned literal.
+struct Argument {
+    QString name;  // with its "@"; empty for a positional one
+    SqlType type;
+    bool null = false;
+    bool output = false;
+    bool isDefault = false;  // the client asked for the parameter's own default
+    QString text;            // character kinds; numbers and dates in T-SQL literal form
+};
+
+class Session {
+  public:
+    virtual ~Session() = default;
+
+    virtual QString Database() const = 0;
+    // Makes `name` current without a message. Raises SqlError 911.
+    virtual void UseDatabase(const QString& name) = 0;
+
+    // Runs a whole batch. Errors go to the sink as messages, each followed by the failed
+    // StatementDone; nothing is raised but std::bad_alloc.
+    virtual void RunBatch(const QString& sql, ResultSink& sink) = 0;
+
+    // Runs a procedure by name ("db..name" and "[db].schema.name" included), as EXEC does, and
+    // sends its return status. Errors as RunBatch.
+    virtual void RunProcedure(const QString& name, const std::vector<Argument>& arguments,
+                              ResultSink& sink) = 0;
+};
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,12 @@
+// The way in to the ODBC implementation: the only header of this folder that a program needs.
+#pragma once
+
+#include "platform/ado/Connection.h"
+
+namespace quarv::ado::odbc {
+
+// Closed connections over the ODBC driver manager. `localServer` is the path of the embedded
+// server's program, started for data sources "(localdb)\name"; empty: beside the running program.
+ConnectionFactory OdbcConnectionFactory(const QString& localServer = {});
+
+}  // namespace quarv::ado::odbc
