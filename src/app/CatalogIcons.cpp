@@ -82,8 +82,8 @@ void DrawSheet(QPainter& p, const Inks& inks, const QPointF& at, const QColor& c
     p.setBrush(inks.paper);
     p.drawPath(sheet);
     p.setPen(QPen(code, 1.2));
-    for (const auto& [y, from, to] : {std::tuple(3.5, 2.0, 5.0), std::tuple(6.0, 3.0, 7.0),
-                                      std::tuple(8.5, 2.0, 6.0)})
+    for (const auto& [y, from, to] :
+         {std::tuple(3.5, 2.0, 5.0), std::tuple(6.0, 3.0, 7.0), std::tuple(8.5, 2.0, 6.0)})
         p.drawLine(at + QPointF(from, y), at + QPointF(to, y));
 }
 

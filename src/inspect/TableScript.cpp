@@ -36,7 +36,9 @@ void TableScript::ReadColumns(ado::Recordset& rows, TableColumnSink& sink) {
     while (!rows.EOF()) ReadColumn(rows, sink);
 }
 
-void TableScript::Finish() { text_ += u')' + LineBreak; }
+void TableScript::Finish() {
+    text_ += u')' + LineBreak;
+}
 
 void TableScript::ReadColumn(ado::Recordset& rows, TableColumnSink& sink) {
     const QString name = rows[QStringLiteral("column_name")].ToText();
