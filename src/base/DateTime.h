@@ -4,6 +4,7 @@
 
 #include <QLocale>
 #include <QString>
+#include <compare>
 #include <optional>
 
 namespace quarv {
@@ -36,6 +37,10 @@ struct DateTime {
     // Reads what ToIsoText writes (a "T" may stand for the blank, the blank before the offset may
     // miss); sets `kind` by the halves found. Empty where the text is not of that form.
     static std::optional<DateTime> ParseIso(QStringView text);
+
+    // Order in time. A date is its midnight; offsets are taken off; a time of day is ordered beside
+    // times of day only, a date/time with an offset beside its like only.
+    static std::partial_ordering Compare(const DateTime& a, const DateTime& b);
 
     friend bool operator==(const DateTime&, const DateTime&) = default;
 };

@@ -20,6 +20,7 @@ class RuntimeError : public Error {
         NullAsText = 94,
         InvalidPropertyValue = 380,
         NoSuchMember = 438,
+        ElementNotFound = 35601,
         KeyNotUnique = 35602,
     };
 
