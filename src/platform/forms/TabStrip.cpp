@@ -49,7 +49,9 @@ TabStrip::TabStrip(QWidget* container, const QString& name)
             [this] { Application::RunEvent([this] { Q_EMIT Click(); }); });
 }
 
-QWidget* TabStrip::InnerWidget() const { return bar_; }
+QWidget* TabStrip::InnerWidget() const {
+    return bar_;
+}
 
 Tab* TabStrip::SelectedItem() const {
     const int position = bar_->currentIndex();
@@ -61,21 +63,33 @@ void TabStrip::SetSelectedItem(const Tab& tab) {
     bar_->setCurrentIndex(tab.Index() - 1);
 }
 
-int TabStrip::BarHeight() const { return bar_->sizeHint().height(); }
+int TabStrip::BarHeight() const {
+    return bar_->sizeHint().height();
+}
 
-double TabStrip::ClientLeft() const { return Left() + ToTwips(PageMargin); }
+double TabStrip::ClientLeft() const {
+    return Left() + ToTwips(PageMargin);
+}
 
-double TabStrip::ClientTop() const { return Top() + ToTwips(BarHeight() + PageMargin); }
+double TabStrip::ClientTop() const {
+    return Top() + ToTwips(BarHeight() + PageMargin);
+}
 
-double TabStrip::ClientWidth() const { return std::max(0.0, Width() - ToTwips(2 * PageMargin)); }
+double TabStrip::ClientWidth() const {
+    return std::max(0.0, Width() - ToTwips(2 * PageMargin));
+}
 
 double TabStrip::ClientHeight() const {
     return std::max(0.0, Height() - ToTwips(BarHeight() + 2 * PageMargin));
 }
 
-void TabStrip::LayOutBar() { bar_->setGeometry(0, 0, width(), BarHeight()); }
+void TabStrip::LayOutBar() {
+    bar_->setGeometry(0, 0, width(), BarHeight());
+}
 
-void TabStrip::resizeEvent(QResizeEvent*) { LayOutBar(); }
+void TabStrip::resizeEvent(QResizeEvent*) {
+    LayOutBar();
+}
 
 void TabStrip::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
