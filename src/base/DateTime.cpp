@@ -166,7 +166,7 @@ std::optional<DateTime> DateTime::ParseIso(QStringView text) {
     Reader reader{text};
     const bool date = text.size() > 4 && text[4] == u'-';
     if (date && !TakeDate(reader, value)) return {};
-    if (reader.rest.isEmpty()) {
+    if (date && reader.rest.isEmpty()) {
         value.kind = Kind::Date;
     } else {
         if (date && !reader.Take(u' ') && !reader.Take(u'T')) return {};

@@ -20,7 +20,8 @@ QString FloatText(float value, QChar point);
 
 // A whole text that is a number, blanks around it allowed: exact where it has no exponent and no
 // more than 38 digits. The decimal sign is the locale's or ".".
-// Raises TypeMismatch where it is no number, Overflow where no double holds it.
+// Raises TypeMismatch where it is no number, Overflow where it is too large or too
+// small for a double.
 std::variant<Decimal, double> ParseNumber(QStringView text, const QLocale& locale);
 
 // Rounded half to even. Each raises Overflow where the result does not fit 64 bits.

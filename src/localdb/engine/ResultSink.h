@@ -35,6 +35,7 @@ enum class StatementKind : uint16_t {
     Insert = 0xC3,
     Delete = 0xC4,
     Update = 0xC5,
+    Execute = 0xE0,  // the end of an EXEC in a batch, behind its return status
     Other = 0xFD,
 };
 
@@ -50,7 +51,17 @@ class ResultSink {
     virtual void StatementDone(StatementKind kind, int64_t rowCount, bool failed) = 0;
     virtual void Say(const Message& message) = 0;
     virtual void DatabaseChanged(const QString& now, const QString& before) = 0;
+
+    // What follows up to the matching ReturnStatus comes from inside a procedure; calls nest.
+    virtual void ProcedureBegins() {}
+    // The end of a procedure. An EXEC inside a batch is then closed by StatementDone(Execute); a
+    // procedure that Session::RunProcedure was asked for is not.
     virtual void ReturnStatus(int status) = 0;
+    // The final value of an output parameter, behind ReturnStatus. `name` has its "@" or is empty.
+    virtual void ReturnValue(const QString& name, const SqlType& type, const Datum& value);
+    // `id` is never 0 and unique within the server's run.
+    virtual void TransactionBegan(uint64_t id);
+    virtual void TransactionEnded(uint64_t id, bool committed);
 
     // True once the client has asked to stop; asked between rows and while long statements run.
     virtual bool Cancelled() = 0;

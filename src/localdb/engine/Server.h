@@ -10,6 +10,8 @@
 
 namespace quarv::localdb::engine {
 
+class SystemObjects;
+
 class Server {
   public:
     virtual ~Server() = default;
@@ -22,8 +24,10 @@ class Server {
     static QString ProductVersion();
 
     // Opens the data directory, making it (mode 0700) and database "master" where they are missing.
-    // Raises SqlError where a file cannot be made, opened or is damaged.
-    static std::unique_ptr<Server> Open(const QString& dataDirectory);
+    // `objects` are the system's views and procedures; catalog/OpenServer.h opens a server with
+    // all of them. Raises SqlError where a file cannot be made, opened or is damaged.
+    static std::unique_ptr<Server> Open(const QString& dataDirectory,
+                                        std::unique_ptr<const SystemObjects> objects);
 };
 
 }  // namespace quarv::localdb::engine

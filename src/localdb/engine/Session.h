@@ -31,13 +31,26 @@ class Session {
     virtual void UseDatabase(const QString& name) = 0;
 
     // Runs a whole batch. Errors go to the sink as messages, each followed by the failed
-    // StatementDone; nothing is raised but std::bad_alloc.
+    // StatementDone; nothing is raised but std::bad_alloc. Once the sink says that it is cancelled
+    // the running statement is undone and the batch ends without a further StatementDone.
     virtual void RunBatch(const QString& sql, ResultSink& sink) = 0;
 
     // Runs a procedure by name ("db..name" and "[db].schema.name" included), as EXEC does, and
     // sends its return status. Errors as RunBatch.
     virtual void RunProcedure(const QString& name, const std::vector<Argument>& arguments,
                               ResultSink& sink) = 0;
+
+    // The wire's own transaction requests; as BEGIN, COMMIT and ROLLBACK TRANSACTION in a batch.
+    virtual void BeginTransaction(ResultSink& sink) = 0;
+    virtual void CommitTransaction(ResultSink& sink) = 0;
+    virtual void RollbackTransaction(ResultSink& sink) = 0;
+
+    // Rolls back what is open and forgets options, temporary and prepared things: the session is
+    // as after its login, in `database`. Raises as UseDatabase.
+    virtual void Reset(const QString& database) = 0;
+
+    // @@SPID: 51 and up.
+    virtual int Id() const = 0;
 };
 
 }  // namespace quarv::localdb::engine

@@ -1,4 +1,4 @@
-#include "app/CatalogIcons.h"
+#include "app/CatalogueIcons.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -131,7 +131,7 @@ class PathIconEngine : public QIconEngine {
 
 }  // namespace
 
-QIcon MakeCatalogIcon(CatalogIcon which) {
+QIcon MakeCatalogueIcon(CatalogueIcon which) {
     static constexpr Draw Drawings[] = {DrawTable,  DrawDatabase,  DrawView,
                                         DrawTables, DrawProcedure, DrawRoutines};
     return QIcon(new PathIconEngine(Drawings[which - TableIcon]));

@@ -1,4 +1,4 @@
-// CatalogIcons: the six pictures of the catalogue tree, drawn from paths when they are painted, so
+// CatalogueIcons: the six pictures of the catalogue tree, drawn from paths when they are painted, so
 // that they are crisp at any scale and cost nothing at start-up. They know no tree.
 #pragma once
 
@@ -7,7 +7,7 @@
 namespace quarv {
 
 // Positions in the window's image list, 1-based.
-enum CatalogIcon : int {
+enum CatalogueIcon : int {
     TableIcon = 1,
     DatabaseIcon = 2,
     ViewIcon = 3,  // in the list, and no node uses it
@@ -16,6 +16,6 @@ enum CatalogIcon : int {
     RoutinesIcon = 6,
 };
 
-QIcon MakeCatalogIcon(CatalogIcon which);
+QIcon MakeCatalogueIcon(CatalogueIcon which);
 
 }  // namespace quarv

@@ -1,0 +1,76 @@
+#include "app/DatabaseView.h"
+
+#include "app/Catalogue.h"
+#include "db/SQLServerConnection.h"
+#include "inspect/TableFieldView.h"
+#include "platform/forms/FramePlus.h"
+#include "platform/forms/TreeView.h"
+#include "platform/forms/Twips.h"
+
+namespace quarv {
+namespace {
+
+void PlaceAt(forms::Control& control, int left, int top, int width, int height) {
+    using forms::ToTwips;
+    control.Move(ToTwips(left), ToTwips(top), ToTwips(width), ToTwips(height));
+}
+
+}  // namespace
+
+DatabaseView::DatabaseView(ado::ConnectionFactory newConnection)
+    : forms::Form(QStringLiteral("DatabaseView")),
+      connection_(std::make_unique<SQLServerConnection>(std::move(newConnection))),
+      DBObjectList(new forms::TreeView(this, QStringLiteral("DBObjectList"))),
+      TableFrame(new forms::FramePlus(this, QStringLiteral("TableFrame"))),
+      TableFieldViewer(new TableFieldView(TableFrame, QStringLiteral("TableFieldViewer"))) {
+    MakeControls();
+    connect(DBObjectList, &forms::TreeView::NodeClick, this,
+            [this](forms::TreeNode* node) { DBObjectList_NodeClick(*node); });
+}
+
+DatabaseView::~DatabaseView() = default;
+
+void DatabaseView::MakeControls() {
+    for (int i = TableIcon; i <= RoutinesIcon; ++i)
+        Icons.Add(MakeCatalogueIcon(static_cast<CatalogueIcon>(i)));
+    DBObjectList->SetImageList(&Icons);
+    DBObjectList->SetSpokenName(QStringLiteral("Database objects"));
+    SetWidth(forms::ToTwips(1280));
+    SetHeight(forms::ToTwips(800));
+    PlaceAt(*DBObjectList, 12, 12, 360, 776);
+    PlaceAt(*TableFrame, 384, 12, 884, 776);
+    PlaceAt(*TableFieldViewer, 0, 0, 884, 776);
+}
+
+void DatabaseView::DoView(const QString& ConnStr) {
+    connection_->InitOpen(ConnStr);
+    SetCaption(connection_->Description());
+    FillTree();
+    Show();
+}
+
+void DatabaseView::FillTree() {
+    forms::TreeNodes& nodes = DBObjectList->Nodes();
+    const AddCatalogueNode add = [&nodes](const QString& parent, const QString& key,
+                                          const QString& text, CatalogueIcon image) {
+        nodes.Add(parent, key, text, image);
+    };
+    ReadRoot(*connection_, add);
+    nodes.Item(1).SetExpanded(true);
+    ReadTables(*connection_, add);
+    ReadProcedures(*connection_, add);
+}
+
+void DatabaseView::DBObjectList_NodeClick(const forms::TreeNode& node) {
+    if (IsTableKey(node.Key())) ShowTable(node.Text());
+    if (IsProcedureKey(node.Key())) ShowProcedure();
+}
+
+void DatabaseView::ShowTable(const QString& name) {
+    TableFrame->SetVisible(true);
+    TableFieldViewer->Investigate(name, *connection_);
+}
+
+void DatabaseView::ShowProcedure() { TableFrame->SetVisible(false); }
+
+}  // namespace quarv

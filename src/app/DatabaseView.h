@@ -1,0 +1,47 @@
+// DatabaseView: the main window: one database as a tree of its tables and procedures, and beside it
+// the panes for the object clicked. The program owns it; it owns the connection and lends it to
+// the panes. It knows no dialog.
+#pragma once
+
+#include <memory>
+
+#include "platform/ado/Connection.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/ImageList.h"
+
+namespace quarv {
+
+namespace forms {
+class FramePlus;
+class TreeNode;
+class TreeView;
+}  // namespace forms
+class SQLServerConnection;
+class TableFieldView;
+
+class DatabaseView : public forms::Form {
+    Q_OBJECT
+
+  public:
+    explicit DatabaseView(ado::ConnectionFactory newConnection);
+    ~DatabaseView() override;
+
+    // Opens the database, fills the tree and shows the window. Called once. Catches nothing: where
+    // it raises, the window stays hidden.
+    void DoView(const QString& ConnStr);
+
+  private:
+    void MakeControls();
+    void FillTree();
+    void DBObjectList_NodeClick(const forms::TreeNode& node);
+    void ShowTable(const QString& name);
+    void ShowProcedure();
+
+    std::unique_ptr<SQLServerConnection> connection_;
+    forms::ImageList Icons;
+    forms::TreeView* DBObjectList;
+    forms::FramePlus* TableFrame;
+    TableFieldView* TableFieldViewer;
+};
+
+}  // namespace quarv

@@ -1,0 +1,42 @@
+#include "app/QuarvBAS.h"
+
+#include "app/DatabaseView.h"
+#include "db/SQLServerConnectionDetails.h"
+#include "platform/forms/Application.h"
+#include "platform/forms/MsgBox.h"
+
+namespace quarv {
+
+QuarvBAS::QuarvBAS(ado::ConnectionFactory newConnection, Registry& registry)
+    : newConnection_(std::move(newConnection)), registry_(registry) {}
+
+QuarvBAS::~QuarvBAS() = default;
+
+int QuarvBAS::Run() {
+    dialog_ = std::make_unique<SQLServerConnectionDetails>(*this, newConnection_, registry_);
+    dialog_->Show();
+    const int status = QCoreApplication::exec();
+    return status_ != 0 ? status_ : status;
+}
+
+void QuarvBAS::DoView(const QString& connStr) {
+    try {
+        mainWindow_ = std::make_unique<DatabaseView>(newConnection_);
+        mainWindow_->DoView(connStr);
+    } catch (const Error& e) {
+        EndAfter(e.Description());
+        throw;
+    } catch (const std::exception& e) {
+        EndAfter(QString::fromUtf8(e.what()));
+        throw;
+    }
+}
+
+void QuarvBAS::EndAfter(const QString& description) {
+    status_ = 1;
+    forms::MsgBox(description, forms::Application::Title(), forms::MsgBoxIcon::Critical);
+    QApplication::closeAllWindows();
+    QCoreApplication::exit(status_);
+}
+
+}  // namespace quarv

@@ -1,0 +1,111 @@
+#include "db/ConnectionDetailsControls.h"
+
+#include "platform/forms/Twips.h"
+
+namespace quarv {
+namespace {
+
+// The layout counts device-independent pixels; the controls count twips.
+void PlaceAt(forms::Control& control, int left, int top, int width, int height) {
+    using forms::ToTwips;
+    control.Move(ToTwips(left), ToTwips(top), ToTwips(width), ToTwips(height));
+}
+
+constexpr int FieldHeight = 30;
+constexpr int ChoiceHeight = 26;
+constexpr int ButtonWidth = 96;
+constexpr int ButtonHeight = 32;
+
+}  // namespace
+
+ConnectionDetailsControls::ConnectionDetailsControls(forms::Form& form)
+    : Tabs(new forms::TabStrip(&form, QStringLiteral("Tabs"))),
+      ConnectionFrame(new forms::FramePlus(&form, QStringLiteral("ConnectionFrame"))),
+      Label1(new forms::Label(ConnectionFrame, QStringLiteral("Label1"))),
+      Servername(new forms::ComboBox(ConnectionFrame, QStringLiteral("Servername"))),
+      Label2(new forms::Label(ConnectionFrame, QStringLiteral("Label2"))),
+      DatabaseList(new forms::ComboBox(ConnectionFrame, QStringLiteral("DatabaseList"))),
+      CreateDatabase(new forms::ButtonPlus(ConnectionFrame, QStringLiteral("CreateDatabase"))),
+      UseWinAccount(new forms::OptionButton(ConnectionFrame, QStringLiteral("UseWinAccount"))),
+      UseSQLAccount(new forms::OptionButton(ConnectionFrame, QStringLiteral("UseSQLAccount"))),
+      SQLAccountFrame(new forms::FramePlus(ConnectionFrame, QStringLiteral("SQLAccountFrame"))),
+      UsernameLabel(new forms::Label(SQLAccountFrame, QStringLiteral("UsernameLabel"))),
+      Username(new forms::TextBox(SQLAccountFrame, QStringLiteral("Username"))),
+      PaswordLabel(new forms::Label(SQLAccountFrame, QStringLiteral("PaswordLabel"))),
+      Password(new forms::TextBox(SQLAccountFrame, QStringLiteral("Password"))),
+      Test(new forms::ButtonPlus(&form, QStringLiteral("Test"))),
+      PleaseWaitFrame(new forms::FramePlus(&form, QStringLiteral("PleaseWaitFrame"))),
+      Image1(new forms::PictureBox(PleaseWaitFrame, QStringLiteral("Image1"))),
+      Label3(new forms::Label(PleaseWaitFrame, QStringLiteral("Label3"))),
+      Okay(new forms::ButtonPlus(&form, QStringLiteral("Okay"))),
+      Cancel(new forms::ButtonPlus(&form, QStringLiteral("Cancel"))) {
+    form.SetCaption(QStringLiteral("SQL Server Connection Details"));
+    form.SetBorderStyle(forms::Form::FixedDialog);
+    form.SetWidth(forms::ToTwips(592));
+    form.SetHeight(forms::ToTwips(478));
+    Caption();
+    Place();
+    PlaceAccount();
+    PlacePleaseWait();
+}
+
+void ConnectionDetailsControls::Caption() {
+    Tabs->Tabs().Add(QStringLiteral("Connection"));
+    ConnectionFrame->SetCaption(QStringLiteral("Connection"));
+    ConnectionFrame->SetTag(QStringLiteral("Connection"));
+    Label1->SetCaption(QStringLiteral("Server:"));
+    Label1->SetBuddy(Servername);
+    Label2->SetCaption(QStringLiteral("Database name:"));
+    Label2->SetBuddy(DatabaseList);
+    CreateDatabase->SetCaption(QStringLiteral("Create"));
+    UseWinAccount->SetCaption(
+        QStringLiteral("Use your Windows user account to log onto SQL Server"));
+    UseSQLAccount->SetCaption(QStringLiteral("Log onto SQL Server with a username and password"));
+    SQLAccountFrame->SetCaption(QStringLiteral("SQL Server account"));
+    UsernameLabel->SetCaption(QStringLiteral("Username"));
+    UsernameLabel->SetBuddy(Username);
+    PaswordLabel->SetCaption(QStringLiteral("Password"));
+    PaswordLabel->SetBuddy(Password);
+    Password->SetPasswordChar(QStringLiteral("*"));
+    Test->SetCaption(QStringLiteral("Test"));
+    PleaseWaitFrame->SetCaption(QStringLiteral("Please Wait"));
+    Label3->SetCaption(QStringLiteral(
+        "Attempting to talk to your database. This may take a few moments."));
+    Okay->SetCaption(QStringLiteral("Okay"));
+    Okay->SetDefault(true);
+    Cancel->SetCaption(QStringLiteral("Cancel"));
+    Cancel->SetCancel(true);
+}
+
+void ConnectionDetailsControls::Place() {
+    PlaceAt(*Tabs, 16, 16, 560, 392);
+    PlaceAt(*ConnectionFrame, 20, 52, 552, 352);
+    PlaceAt(*Label1, 20, 24, 124, FieldHeight);
+    PlaceAt(*Servername, 148, 24, 384, FieldHeight);
+    PlaceAt(*Label2, 20, 66, 124, FieldHeight);
+    PlaceAt(*DatabaseList, 148, 66, 276, FieldHeight);
+    PlaceAt(*CreateDatabase, 436, 66, ButtonWidth, FieldHeight);
+    PlaceAt(*UseWinAccount, 20, 116, 512, ChoiceHeight);
+    PlaceAt(*UseSQLAccount, 20, 146, 512, ChoiceHeight);
+    PlaceAt(*SQLAccountFrame, 20, 184, 512, 136);
+    PlaceAt(*Test, 16, 428, ButtonWidth, ButtonHeight);
+    PlaceAt(*Okay, 368, 428, ButtonWidth, ButtonHeight);
+    PlaceAt(*Cancel, 480, 428, ButtonWidth, ButtonHeight);
+}
+
+void ConnectionDetailsControls::PlaceAccount() {
+    PlaceAt(*UsernameLabel, 20, 36, 104, FieldHeight);
+    PlaceAt(*Username, 128, 36, 364, FieldHeight);
+    PlaceAt(*PaswordLabel, 20, 80, 104, FieldHeight);
+    PlaceAt(*Password, 128, 80, 364, FieldHeight);
+}
+
+// Over the middle of the form, where it is seen and hides neither button row nor server name.
+void ConnectionDetailsControls::PlacePleaseWait() {
+    PlaceAt(*PleaseWaitFrame, 96, 176, 400, 120);
+    PlaceAt(*Image1, 24, 44, 48, 48);
+    PlaceAt(*Label3, 92, 40, 284, 60);
+    PleaseWaitFrame->SetVisible(false);
+}
+
+}  // namespace quarv

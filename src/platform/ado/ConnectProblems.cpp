@@ -1,0 +1,104 @@
+#include "platform/ado/ConnectProblems.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/ado/DataErrors.h"
+
+namespace quarv::ado {
+
+namespace {
+
+constexpr int AuthenticationFailed = -2147217843;
+
+struct Words {
+    ConnectProblem problem;
+    int number;
+    const char16_t* text;
+};
+
+using enum ConnectProblem;
+
+constexpr std::array Table{
+    Words{MalformedString, UnspecifiedDataError, u"The connection string is not well formed: %1"},
+    Words{BadServerName, UnspecifiedDataError,
+          u"\"%1\" is not a server's name. Write host, host,port, host\\instance or "
+          u"(localdb)\\name."},
+    Words{BadPort, UnspecifiedDataError, u"The port in \"%1\" is not a number from 1 to 65535."},
+    Words{UnsupportedProtocol, UnspecifiedDataError,
+          u"\"%1\" asks for a protocol that is not available here. Servers are reached by TCP/IP: "
+          u"leave the prefix out or write \"tcp:\"."},
+    Words{BadInstanceName, UnspecifiedDataError,
+          u"\"%1\" is not the name of a local instance. Its name has 1 to 64 of the characters a "
+          u"to z, 0 to 9, \"_\" and \"-\"."},
+    Words{ValueNotCarried, UnspecifiedDataError,
+          u"The value of \"%1\" holds characters that the ODBC driver cannot be given: \"};\", a "
+          u"null character or half of a surrogate pair."},
+    Words{ValueTooLong, UnspecifiedDataError,
+          u"The value of \"%1\" is longer than the 128 characters that a server takes."},
+    Words{BadSetting, UnspecifiedDataError, u"The value of \"%1\" must be %2."},
+    Words{NoAccount, AuthenticationFailed,
+          u"The connection string names no account: give User Id and Password, or Integrated "
+          u"Security=SSPI for the Windows account."},
+    Words{CertificateUnchecked, UnspecifiedDataError,
+          u"The connection can be encrypted, but the driver cannot check the server's certificate. "
+          u"Add Trust Server Certificate=yes to accept the certificate that the server shows."},
+    Words{UnknownHost, UnspecifiedDataError,
+          u"The server \"%1\" could not be found. Check how its name is written and that this "
+          u"computer's network knows it."},
+    Words{NothingListens, UnspecifiedDataError,
+          u"Nothing answers at \"%1\", port %2. Check that SQL Server runs there, that it takes "
+          u"TCP/IP connections on this port, and that no firewall stands between."},
+    Words{TimedOut, UnspecifiedDataError,
+          u"\"%1\", port %2, did not answer as a SQL Server within %3 seconds. Check that it is "
+          u"the server's port, that the server is well, and that no firewall stands between."},
+    Words{NotSqlServer, UnspecifiedDataError,
+          u"What answers at \"%1\", port %2, ended the conversation before the login was done or "
+          u"does not speak as a SQL Server does. Check the port, and whether the server demands "
+          u"encryption."},
+    Words{WindowsAccountFailed, UnspecifiedDataError,
+          u"The server \"%1\", port %2, could not be reached with the Windows account. Check that "
+          u"you hold a Kerberos ticket (klist shows it, kinit gets one), that the server is named "
+          u"in full, and that it is a SQL Server."},
+    Words{InstanceNotFound, UnspecifiedDataError,
+          u"The server \"%1\" did not say where its instance \"%2\" listens. Check the instance's "
+          u"name and that SQL Server Browser runs there, or write host,port."},
+    Words{LoginRefused, AuthenticationFailed, u"%1 Check the user name and the password."},
+    Words{DatabaseRefused, UnspecifiedDataError,
+          u"%1 Check the database's name and that this account may open it."},
+    Words{DriverMissing, UnspecifiedDataError,
+          u"The ODBC driver \"%1\" is not installed on this computer. For SQL Server, install the "
+          u"package tdsodbc."},
+    Words{DriverBroken, UnspecifiedDataError, u"The ODBC driver \"%1\" could not be used: %2"},
+    Words{LocalServerMissing, UnspecifiedDataError,
+          u"The local server's program was not found at \"%1\". Check that Quarv is installed "
+          u"whole."},
+    Words{LocalServerFailed, UnspecifiedDataError,
+          u"The local instance \"%1\" could not be started: %2 Its log is \"%3\"."},
+    Words{LocalServerUnreadable, UnspecifiedDataError,
+          u"The local instance \"%1\" runs, but \"%2\", which says how to reach it, cannot be "
+          u"used. End the instance and connect again."},
+};
+
+}  // namespace
+
+DataError MakeConnectError(ConnectProblem problem, const QStringList& details,
+                           const DriverReport& report) {
+    const auto found = std::find_if(Table.begin(), Table.end(), [problem](const Words& candidate) {
+        return candidate.problem == problem;
+    });
+    // Details may hold "%1" themselves, so the marks are filled in one walk over the table's text.
+    QString text;
+    for (const char16_t* at = found->text; *at; ++at) {
+        const int index = *at == u'%' ? at[1] - u'1' : -1;
+        if (index >= 0 && index < 9) {
+            text += details.value(index);
+            ++at;
+        } else {
+            text += QChar(*at);
+        }
+    }
+    return DataError(found->number, text, report.sqlState, report.nativeError);
+}
+
+}  // namespace quarv::ado

@@ -1,0 +1,72 @@
+#include "platform/forms/Application.h"
+
+#include <QWidget>
+#include <cstdio>
+#include <exception>
+
+#include "base/Error.h"
+
+namespace quarv::forms {
+
+namespace {
+
+// One line whatever the server wrote: a log reader and a terminal must not be misled.
+QByteArray OneLine(QString text) {
+    for (QChar& c : text)
+        if (c.category() == QChar::Other_Control) c = u' ';
+    return text.toUtf8();
+}
+
+void WriteLine(const QString& text) {
+    const QByteArray line = OneLine(text) + '\n';
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
+    std::fflush(stderr);
+}
+
+}  // namespace
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName(QStringLiteral("quarv"));
+    setApplicationVersion(QStringLiteral(QUARV_VERSION));
+    setDesktopFileName(QStringLiteral("quarv"));
+}
+
+QString Application::Title() {
+    return QStringLiteral("Quarv");
+}
+
+void Application::ReportError() noexcept {
+    try {
+        try {
+            throw;
+        } catch (const Error& error) {
+            WriteLine(QStringLiteral("%1: ").arg(error.Number()) + error.Description());
+        } catch (const std::exception& error) {
+            WriteLine(QString::fromUtf8(error.what()));
+        } catch (...) {
+            WriteLine(QStringLiteral("unknown exception"));
+        }
+    } catch (...) {
+        std::fputs("error while reporting an error\n", stderr);
+    }
+}
+
+void Application::DoEvents() {
+    processEvents();
+    // What was just shown may still wait for its paint request; a caller is about to block.
+    const auto windows = topLevelWidgets();
+    for (QWidget* window : windows)
+        if (window->isVisible()) window->repaint();
+    processEvents();
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (...) {
+        ReportError();
+        return false;
+    }
+}
+
+}  // namespace quarv::forms

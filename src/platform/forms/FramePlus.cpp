@@ -1,0 +1,39 @@
+#include "platform/forms/FramePlus.h"
+
+#include <QPainter>
+
+#include "base/RuntimeError.h"
+#include "platform/forms/FramePlusPainter.h"
+#include "platform/forms/Twips.h"
+
+namespace quarv::forms {
+
+FramePlus::FramePlus(QWidget* container, const QString& name)
+    : QWidget(container), Control(this, container, name) {
+    RefreshSpokenName();
+}
+
+void FramePlus::SetBorderStyle(int border) {
+    if (border < 0 || border > 1) throw RuntimeError(RuntimeError::InvalidPropertyValue);
+    border_ = border;
+    update();
+}
+
+void FramePlus::CaptionChanged(const QString&) {
+    DeriveSpokenName(Caption());
+    update();
+}
+
+void FramePlus::paintEvent(QPaintEvent*) {
+    // Without a border what is behind shows through: the page of a tab strip, mostly.
+    if (border_ == 0) return;
+    QPainter painter(this);
+    PaintFramePlus(painter, rect(),
+                   {.caption = Caption(),
+                    .palette = palette(),
+                    .bandHeight = ToPixels(BandHeight),
+                    .enabled = isEnabled(),
+                    .rightToLeft = isRightToLeft()});
+}
+
+}  // namespace quarv::forms

@@ -1,0 +1,21 @@
+#include "platform/forms/KeyPress.h"
+
+namespace quarv::forms {
+
+int KeyAsciiOf(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Enter || event.key() == Qt::Key_Return) return u'\r';
+    const QString text = event.text();
+    if (text.isEmpty()) return 0;
+    if (text.size() > 1 && text.at(0).isHighSurrogate() && text.at(1).isLowSurrogate())
+        return static_cast<int>(QChar::surrogateToUcs4(text.at(0), text.at(1)));
+    return text.at(0).unicode();
+}
+
+std::unique_ptr<QKeyEvent> WithCharacter(const QKeyEvent& event, int keyAscii) {
+    const char32_t code = static_cast<char32_t>(keyAscii);
+    return std::make_unique<QKeyEvent>(event.type(), keyAscii == u'\r' ? Qt::Key_Return : 0,
+                                       Qt::NoModifier, QString::fromUcs4(&code, 1),
+                                       event.isAutoRepeat());
+}
+
+}  // namespace quarv::forms

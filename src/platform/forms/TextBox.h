@@ -1,0 +1,80 @@
+// TextBox: a box for text, of one line or of many. It gives back what was put in, unchanged, until
+// the user edits it; what the user typed has CR LF line ends. It hands its editing to one of two
+// inner editors and decides nothing about the text.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/forms/Control.h"
+
+namespace quarv::forms {
+
+class LineEditor;
+class MemoEditor;
+
+class TextBox : public QWidget, public Control {
+    Q_OBJECT
+    QUARV_CONTROL_PROPERTIES
+    Q_PROPERTY(QString Text READ Text WRITE SetText)
+    Q_PROPERTY(QString PasswordChar READ PasswordChar WRITE SetPasswordChar)
+    Q_PROPERTY(bool MultiLine READ MultiLine WRITE SetMultiLine)
+    Q_PROPERTY(int ScrollBars READ ScrollBars WRITE SetScrollBars)
+    Q_PROPERTY(bool Locked READ Locked WRITE SetLocked)
+    Q_PROPERTY(int MaxLength READ MaxLength WRITE SetMaxLength)
+
+  public:
+    enum Bars : int { NoBars = 0, Horizontal = 1, Vertical = 2, Both = 3 };
+
+    TextBox(QWidget* container, const QString& name);
+
+    QString Text() const;
+    // Raises Change where the text becomes another. Cut to MaxLength.
+    void SetText(const QString& text);
+
+    // Not empty: what is typed into a box of one line is hidden.
+    QString PasswordChar() const { return passwordChar_; }
+    void SetPasswordChar(const QString& character);
+
+    // Off at first. Keeps the text.
+    bool MultiLine() const { return memo_ != nullptr; }
+    void SetMultiLine(bool on);
+    // One of Bars, for boxes of many lines; with a horizontal bar lines do not wrap. Any other
+    // value raises InvalidPropertyValue.
+    int ScrollBars() const { return bars_; }
+    void SetScrollBars(int bars);
+
+    // A locked box can be read, selected and copied by the user, not edited.
+    bool Locked() const { return locked_; }
+    void SetLocked(bool on);
+
+    // UTF-16 units; 0 means no limit. Below 0 raises InvalidPropertyValue.
+    int MaxLength() const { return maxLength_; }
+    void SetMaxLength(int units);
+
+    Q_INVOKABLE void SelectAll();
+
+  Q_SIGNALS:
+    void Change();
+    // A handler may change the character, or set it to 0 to swallow the key.
+    void KeyPress(int& keyAscii);
+
+  protected:
+    QWidget* InnerWidget() const override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void Adopt(QWidget* editor);
+    void ApplySettings();
+    void RaiseChange();
+
+    LineEditor* line_ = nullptr;
+    MemoEditor* memo_ = nullptr;
+    QString given_;
+    QString passwordChar_;
+    int bars_ = NoBars;
+    int maxLength_ = 0;
+    bool locked_ = false;
+};
+
+}  // namespace quarv::forms

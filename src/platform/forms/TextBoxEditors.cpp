@@ -1,0 +1,115 @@
+#include "platform/forms/TextBoxEditors.h"
+
+#include <QInputMethodEvent>
+#include <QMimeData>
+#include <QTextBlock>
+#include <limits>
+
+#include "platform/forms/KeyPress.h"
+
+namespace quarv::forms {
+
+namespace {
+
+constexpr int LineEndUnits = 2;
+
+// `text` cut to `units` UTF-16 units, each line end counted as CR LF. No pair is cut in two.
+QString CutToRoom(const QString& text, int units) {
+    int used = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        used += text.at(i) == u'\n' ? LineEndUnits : 1;
+        if (used <= units) continue;
+        return text.left(i > 0 && text.at(i).isLowSurrogate() ? i - 1 : i);
+    }
+    return text;
+}
+
+bool Types(const QKeyEvent& event) {
+    const QString text = event.text();
+    return !text.isEmpty() && (text.at(0).isPrint() || text.at(0) == u'\r');
+}
+
+}  // namespace
+
+LineEditor::LineEditor(QWidget* box, RaiseKeyPress raise)
+    : QLineEdit(box), raise_(std::move(raise)) {
+    Limit(0);
+}
+
+void LineEditor::Limit(int units) {
+    // Qt's own default cuts at 32,767, and 0 would empty the box.
+    setMaxLength(units > 0 ? units : std::numeric_limits<int>::max());
+}
+
+void LineEditor::keyPressEvent(QKeyEvent* event) {
+    const auto handled = AfterKeyPress(*event, raise_);
+    if (!handled) return;
+    QLineEdit::keyPressEvent(handled.get());
+    event->setAccepted(handled->isAccepted());
+}
+
+MemoEditor::MemoEditor(QWidget* box, RaiseKeyPress raise)
+    : QPlainTextEdit(box), raise_(std::move(raise)) {
+    setTabChangesFocus(true);
+}
+
+QString MemoEditor::ReadDocument() const {
+    QString text;
+    text.reserve(document()->characterCount() + document()->blockCount());
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        if (block.blockNumber() > 0) text += QStringLiteral("\r\n");
+        text += block.text();
+    }
+    return text;
+}
+
+int MemoEditor::Room() const {
+    if (limit_ == 0) return -1;
+    const QTextDocument* doc = document();
+    // characterCount includes one end for every block, the last one too.
+    const int length = doc->characterCount() - 1 + (doc->blockCount() - 1);
+    const QTextCursor cursor = textCursor();
+    const QString selected = cursor.selectedText();
+    const int replaced = static_cast<int>(selected.size() + selected.count(QChar(0x2029)));
+    return std::max(0, limit_ - (length - replaced));
+}
+
+void MemoEditor::keyPressEvent(QKeyEvent* event) {
+    auto handled = AfterKeyPress(*event, raise_);
+    if (!handled) return;
+    if (handled->matches(QKeySequence::InsertLineSeparator)) {
+        // A separator inside a line would not read back as a line end.
+        handled = std::make_unique<QKeyEvent>(event->type(), Qt::Key_Return, Qt::NoModifier,
+                                              QStringLiteral("\r"), event->isAutoRepeat());
+    }
+    const int room = Room();
+    const int needed = handled->key() == Qt::Key_Return || handled->key() == Qt::Key_Enter
+                           ? LineEndUnits
+                           : static_cast<int>(handled->text().size());
+    if (room >= 0 && Types(*handled) && needed > room) return;
+    QPlainTextEdit::keyPressEvent(handled.get());
+    event->setAccepted(handled->isAccepted());
+}
+
+void MemoEditor::inputMethodEvent(QInputMethodEvent* event) {
+    const int room = Room();
+    if (room >= 0 && event->commitString().size() > room)
+        event->setCommitString(CutToRoom(event->commitString(), room), event->replacementStart(),
+                               event->replacementLength());
+    QPlainTextEdit::inputMethodEvent(event);
+}
+
+void MemoEditor::insertFromMimeData(const QMimeData* source) {
+    const int room = Room();
+    if (room < 0 || !source->hasText()) {
+        QPlainTextEdit::insertFromMimeData(source);
+        return;
+    }
+    QString text = source->text();
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    QMimeData cut;
+    cut.setText(CutToRoom(text, room));
+    QPlainTextEdit::insertFromMimeData(&cut);
+}
+
+}  // namespace quarv::forms

@@ -1,0 +1,23 @@
+// Twips: the length unit of forms and controls. 1440 to the inch; 15 to the device-independent
+// pixel at any scale of the screen. Only geometry of widgets is rounded to pixels, never a length
+// that a caller reads back.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+namespace quarv::forms {
+
+inline constexpr double TwipsPerPixel = 15.0;
+
+inline constexpr double ToTwips(double pixels) {
+    return pixels * TwipsPerPixel;
+}
+
+// Nearest whole pixel, kept inside what a widget can have.
+inline int ToPixels(double twips) {
+    constexpr double Limit = (1 << 24) - 1;
+    return static_cast<int>(std::lround(std::clamp(twips / TwipsPerPixel, -Limit, Limit)));
+}
+
+}  // namespace quarv::forms

@@ -1,0 +1,122 @@
+"""A private desktop: an X server on a free display, a window manager, a message bus and the
+accessibility bus. One for each run, since the accessibility library binds to the first it meets."""
+
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+
+from .processes import Process
+from .waiting import wait_until
+
+SCREEN = "1280x960x24"
+
+
+class Desktop:
+    def __init__(self):
+        self.folder = tempfile.mkdtemp(prefix="quarv-desktop-")
+        self.environment = self._bare_environment()
+        self._start_display()
+        self._start_bus()
+        self._processes.append(Process(["openbox", "--sm-disable"], self._log("openbox"),
+                                       self.environment))
+        self._processes.append(
+            Process(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"],
+                    self._log("accessibility"), self.environment))
+        wait_until("the window manager", self._window_manager_answers)
+        # The accessibility library reads these when it is first imported.
+        os.environ.update(self.environment)
+
+    def end(self):
+        for process in reversed(self._processes):
+            process.end()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def screenshot(self, path, extents=None):
+        """Writes a PNG of the screen, or of the rectangle extents (x, y, width, height)."""
+        area = ["-a", ",".join(str(number) for number in extents)] if extents else []
+        self._tool(["scrot", "--overwrite", *area, str(path)])
+
+    def click(self, x, y, double=False):
+        repeat = ["--repeat", "2", "--delay", "60"] if double else []
+        self._tool(["xdotool", "mousemove", "--sync", str(x), str(y), "click", *repeat, "1"])
+
+    def press(self, *keys):
+        """Presses keys by their X names, combinations joined by a plus sign."""
+        self._tool(["xdotool", "key", "--delay", "15", *keys])
+
+    def type(self, text):
+        self._tool(["xdotool", "type", "--delay", "10", "--", text])
+
+    def close_window(self, title):
+        """Activates the window with this title and presses the window manager's key to close."""
+        self._tool(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$",
+                    "windowactivate", "--sync"])
+        self.press("alt+F4")
+
+    def _bare_environment(self):
+        self._processes = []
+        runtime = os.path.join(self.folder, "runtime")
+        os.mkdir(runtime, 0o700)
+        return {
+            "PATH": os.environ.get("PATH", "/usr/local/bin:/usr/bin:/bin"),
+            "HOME": self.folder,
+            "XDG_RUNTIME_DIR": runtime,
+            "LC_ALL": "C.UTF-8",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            "QT_QPA_PLATFORM": "xcb",
+        }
+
+    def _log(self, name):
+        return os.path.join(self.folder, name + ".log")
+
+    def _start_display(self):
+        # The X server picks a free display itself and says which: no race with another run.
+        reader, writer = os.pipe()
+        process = Process(["Xvfb", "-displayfd", str(writer), "-screen", "0", SCREEN, "-nolisten",
+                           "tcp", "-noreset"], self._log("display"), self.environment,
+                          pass_fds=[writer])
+        self._processes.append(process)
+        os.close(writer)
+        os.set_blocking(reader, False)
+        said = []
+
+        def number():
+            try:
+                said.append(os.read(reader, 32).decode())
+            except BlockingIOError:
+                pass
+            text = "".join(said)
+            return text.strip() if text.endswith("\n") else None
+
+        self.environment["DISPLAY"] = ":" + wait_until("the X server", number,
+                                                          detail=process.log)
+        os.close(reader)
+
+    def _start_bus(self):
+        process = Process(["dbus-daemon", "--session", "--nofork", "--nopidfile",
+                           "--print-address=1"], self._log("bus"), self.environment,
+                          stdout=subprocess.PIPE)
+        self._processes.append(process)
+        os.set_blocking(process.popen.stdout.fileno(), False)
+        said = []
+
+        def address():
+            said.append(process.popen.stdout.read() or b"")
+            text = b"".join(said).decode()
+            return text.strip() if text.endswith("\n") else None
+
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = wait_until("the message bus", address,
+                                                                  detail=process.log)
+
+    def _window_manager_answers(self):
+        done = subprocess.run(["xdotool", "get_num_desktops"], env=self.environment,
+                              capture_output=True, timeout=10, check=False)
+        return done.returncode == 0
+
+    def _tool(self, arguments):
+        done = subprocess.run(arguments, env=self.environment, capture_output=True, text=True,
+                              timeout=30, check=False)
+        if done.returncode != 0:
+            raise AssertionError(f"{arguments[0]} failed: {done.stderr.strip()}")

@@ -1,0 +1,93 @@
+"""One started Quarv, from its first window to its exit status."""
+
+import os
+
+from .processes import Process
+from .waiting import wait_until
+from .widgets import Widget, application, seen
+
+
+class Program:
+    """A program with windows, started in a home on a desktop. The log is what it wrote."""
+
+    def __init__(self, desktop, home_environment, path, log):
+        self.desktop = desktop
+        self.process = Process([path], log, home_environment)
+        self._root = None
+
+    def root(self):
+        if self._root is None:
+            self._root = application(self.process.pid)
+        return self._root
+
+    def windows(self):
+        """The showing windows, oldest first."""
+        if not self.root():
+            return []
+        return [window for window in Widget(self.root(), self).children()
+                if window.showing()]
+
+    def window(self, title, seconds=30):
+        """The window with this title, waited for. Fails at once when the program has ended."""
+        def probe():
+            for window in seen(self.windows) or []:
+                if seen(window.name) == title:
+                    return window
+            self._must_run(f'window "{title}"')
+            return None
+
+        return wait_until(f'the window "{title}"', probe, seconds, self.titles)
+
+    def _must_run(self, wanted):
+        if not self.process.running():
+            raise AssertionError(f"no {wanted}: the program ended with status "
+                                 f"{self.process.status()} and wrote: {self.process.log()}")
+
+    def titles(self):
+        return seen(lambda: [window.name() for window in self.windows()]) or []
+
+    def gone(self, title, seconds=20):
+        wait_until(f'the window "{title}" to close',
+                   lambda: not self.process.running() or title not in self.titles(), seconds,
+                   self.titles)
+
+    def message(self, title=None, seconds=30):
+        """The message box with this title, or any, and the text that stands in it."""
+        def probe():
+            for window in seen(self.windows) or []:
+                if title in (None, seen(window.name)) and seen(lambda: _is_message(window)):
+                    return window
+            self._must_run(f'message box "{title or ""}"')
+            return None
+
+        box = wait_until(f'a message box "{title or ""}"', probe, seconds, self.titles)
+        text = wait_until("the text of the message box", lambda: seen(
+            lambda: " ".join(part.text() for part in box.all(("label", "text")) if part.text())))
+        return box, text
+
+    def answer(self, box, button):
+        """Presses a button of a message box and waits until the box is gone."""
+        title = box.name()
+        box.find("push button", button).click()
+        self.gone(title)
+
+    def exit_status(self, seconds=30):
+        wait_until("the program to end", lambda: not self.process.running(), seconds)
+        return self.process.status()
+
+    def photograph(self, widget, path):
+        """Writes a PNG of the widget, with what the window manager draws around a window."""
+        x, y, width, height = widget.extents()
+        frame = 24 if widget.role() in ("frame", "dialog", "filler", "alert") else 0
+        left, top = max(0, x - 2), max(0, y - frame)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        self.desktop.screenshot(path, (left, top, width + x - left + 2, height + y - top + 2))
+
+    def end(self):
+        self.process.end()
+
+
+def _is_message(window):
+    """A message box is a dialog that wants an answer."""
+    return window.role() in ("alert", "dialog") and any(
+        button.name() in ("OK", "Yes") for button in window.all("push button"))
