@@ -85,6 +85,8 @@ TEST_F(HiveFileTest, ANewFilesNameThatIsTakenByAFolderFailsTheWriteAlone) {
 struct DamageRow {
     const char* title;
     QByteArray bytes;
+
+    friend void PrintTo(const DamageRow& row, std::ostream* out) { *out << row.title; }
 };
 
 class DamagedHiveTest : public HiveFileTest, public testing::WithParamInterface<DamageRow> {};

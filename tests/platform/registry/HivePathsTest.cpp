@@ -36,6 +36,8 @@ struct PathsRow {
     const char* configDirs;
     QByteArray user;
     QByteArray machine;
+
+    friend void PrintTo(const PathsRow& row, std::ostream* out) { *out << row.title; }
 };
 
 class HivePathsRowTest : public HivePathsTest, public testing::WithParamInterface<PathsRow> {};

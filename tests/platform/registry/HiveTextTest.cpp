@@ -90,6 +90,8 @@ struct BadRow {
     const char* title;
     const char* lines;  // between the first and the last
     int line;
+
+    friend void PrintTo(const BadRow& row, std::ostream* out) { *out << row.title; }
 };
 
 class BadHiveTest : public testing::TestWithParam<BadRow> {};

@@ -30,6 +30,8 @@ struct DataRow {
     const char* title;
     quint32 type;
     QByteArray data;
+
+    friend void PrintTo(const DataRow& row, std::ostream* out) { *out << row.title; }
 };
 
 class HivesDataTest : public HivesValueTest, public testing::WithParamInterface<DataRow> {};

@@ -10,6 +10,8 @@ struct PathRow {
     QByteArray text;
     ResultCode code;
     QStringList names;
+
+    friend void PrintTo(const PathRow& row, std::ostream* out) { *out << row.title; }
 };
 
 class KeyPathTest : public testing::TestWithParam<PathRow> {};
