@@ -3,7 +3,7 @@
 #include <QRegularExpression>
 #include <QTime>
 
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 
