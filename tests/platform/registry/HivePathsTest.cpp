@@ -30,21 +30,33 @@ TEST_F(HivePathsTest, DefaultsLieInTheHomeAndInEtc) {
     EXPECT_EQ("/etc/xdg/quarv/machine.hive", paths.machine);
 }
 
-TEST_F(HivePathsTest, TheFirstFolderOfTheListCounts) {
-    qputenv("XDG_CONFIG_HOME", "/data/c");
-    qputenv("XDG_CONFIG_DIRS", "/one:/two");
+struct PathsRow {
+    const char* title;
+    const char* configHome;
+    const char* configDirs;
+    QByteArray user;
+    QByteArray machine;
+};
+
+class HivePathsRowTest : public HivePathsTest, public testing::WithParamInterface<PathsRow> {};
+
+TEST_P(HivePathsRowTest, FollowTheEnvironment) {
+    qputenv("XDG_CONFIG_HOME", GetParam().configHome);
+    qputenv("XDG_CONFIG_DIRS", GetParam().configDirs);
     const HivePaths paths = HivePaths::FromEnvironment();
-    EXPECT_EQ("/data/c/quarv/user.hive", paths.user);
-    EXPECT_EQ("/one/quarv/machine.hive", paths.machine);
+    EXPECT_EQ(GetParam().user, paths.user);
+    EXPECT_EQ(GetParam().machine, paths.machine);
 }
 
-TEST_F(HivePathsTest, RelativeFoldersCountAsUnset) {
-    qputenv("XDG_CONFIG_HOME", "c");
-    qputenv("XDG_CONFIG_DIRS", "d:/two");
-    const HivePaths paths = HivePaths::FromEnvironment();
-    EXPECT_EQ("/home/ann/.config/quarv/user.hive", paths.user);
-    EXPECT_EQ("/etc/xdg/quarv/machine.hive", paths.machine);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Rows, HivePathsRowTest,
+    testing::Values(PathsRow{"TheFirstOfTheListCounts", "/data/c", "/one:/two",
+                             "/data/c/quarv/user.hive", "/one/quarv/machine.hive"},
+                    PathsRow{"RelativeCountsAsUnset", "c", "d:/two",
+                             "/home/ann/.config/quarv/user.hive", "/etc/xdg/quarv/machine.hive"},
+                    PathsRow{"EmptyCountsAsUnset", "", "", "/home/ann/.config/quarv/user.hive",
+                             "/etc/xdg/quarv/machine.hive"}),
+    [](const auto& row) { return row.param.title; });
 
 }  // namespace
 }  // namespace quarv::registry

@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                     DataRow{"NoBytes", REG_SZ, QByteArray()},
                     DataRow{"NoTerminator", REG_SZ, "abc"},
                     DataRow{"TwoTerminators", REG_SZ, QByteArray("abc\0", 5)},
-                    DataRow{"LineBreaks", REG_SZ, QByteArray("a\r\nb\nend\n", 11)},
+                    DataRow{"LineBreaks", REG_SZ, QByteArray("a\r\nb\nend\n", 10)},
                     DataRow{"NulWithin", REG_SZ, QByteArray("a\0b", 4)},
                     DataRow{"QuotesAndBackslashes", REG_SZ, QByteArray("\\\"\\\\n\"", 7)},
                     DataRow{"Emoji", REG_SZ, QByteArray("\xf0\x9f\x98\x80", 5)},

@@ -1,7 +1,9 @@
 #include "platform/registry/tool/ValueText.h"
 
 #include <QtEndian>
+#include <algorithm>
 
+#include "platform/registry/Quoting.h"
 #include "platform/registry/RegTypes.h"
 #include "platform/registry/Utf8.h"
 #include "platform/registry/tool/ToolError.h"
@@ -38,28 +40,8 @@ QString TextOfData(const QByteArray& data) {
 }
 
 bool NeedsQuotes(const QString& text) {
-    if (text.startsWith(u'"')) return true;
-    for (const QChar c : text)
-        if (c.category() == QChar::Other_Control || c.unicode() == 0x2028 || c.unicode() == 0x2029)
-            return true;
-    return false;
-}
-
-QString WithEscapes(const QString& text) {
-    QString quoted(u'"');
-    for (const QChar c : text) {
-        if (c == u'"' || c == u'\\')
-            quoted.append(u'\\').append(c);
-        else if (c == u'\n')
-            quoted.append(u"\\n");
-        else if (c == u'\r')
-            quoted.append(u"\\r");
-        else if (NeedsQuotes(c))
-            quoted.append(u"\\u{").append(QString::number(c.unicode(), 16)).append(u'}');
-        else
-            quoted.append(c);
-    }
-    return quoted.append(u'"');
+    return text.startsWith(u'"') || std::any_of(text.cbegin(), text.cend(),
+                                                [](QChar c) { return IsUnprintable(c.unicode()); });
 }
 
 QByteArray NumberData(qsizetype size, const QString& text) {
@@ -109,7 +91,7 @@ QString ListedText(quint32 type, const QByteArray& data) {
 }
 
 QString OneLine(const QString& text) {
-    return NeedsQuotes(text) ? WithEscapes(text) : text;
+    return NeedsQuotes(text) ? Quoted(text) : text;
 }
 
 QByteArray DataOfText(quint32 type, const QString& text) {
