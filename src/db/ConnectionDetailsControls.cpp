@@ -54,23 +54,23 @@ void ConnectionDetailsControls::Caption() {
     ConnectionFrame->SetCaption(QStringLiteral("Connection"));
     ConnectionFrame->SetTag(QStringLiteral("Connection"));
     Label1->SetCaption(QStringLiteral("Server:"));
-    Label1->SetBuddy(Servername);
+    Label1->SetBuddy(*Servername);
     Label2->SetCaption(QStringLiteral("Database name:"));
-    Label2->SetBuddy(DatabaseList);
+    Label2->SetBuddy(*DatabaseList);
     CreateDatabase->SetCaption(QStringLiteral("Create"));
     UseWinAccount->SetCaption(
         QStringLiteral("Use your Windows user account to log onto SQL Server"));
     UseSQLAccount->SetCaption(QStringLiteral("Log onto SQL Server with a username and password"));
     SQLAccountFrame->SetCaption(QStringLiteral("SQL Server account"));
     UsernameLabel->SetCaption(QStringLiteral("Username"));
-    UsernameLabel->SetBuddy(Username);
+    UsernameLabel->SetBuddy(*Username);
     PaswordLabel->SetCaption(QStringLiteral("Password"));
-    PaswordLabel->SetBuddy(Password);
+    PaswordLabel->SetBuddy(*Password);
     Password->SetPasswordChar(QStringLiteral("*"));
     Test->SetCaption(QStringLiteral("Test"));
     PleaseWaitFrame->SetCaption(QStringLiteral("Please Wait"));
-    Label3->SetCaption(QStringLiteral(
-        "Attempting to talk to your database. This may take a few moments."));
+    Label3->SetCaption(
+        QStringLiteral("Attempting to talk to your database. This may take a few moments."));
     Okay->SetCaption(QStringLiteral("Okay"));
     Okay->SetDefault(true);
     Cancel->SetCaption(QStringLiteral("Cancel"));
