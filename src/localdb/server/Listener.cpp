@@ -45,7 +45,7 @@ void Listener::Wake() noexcept {
     (void)!::write(event_.Get(), &one, sizeof one);
 }
 
-void Listener::Run() {
+void Listener::Run(const std::function<void()>& ending) {
     while (!stopping_) {
         const std::vector<short> events = WaitForEvents();
         const Clock::time_point now = Clock::now();
@@ -60,6 +60,7 @@ void Listener::Run() {
         }
     }
     socket_.Close();
+    ending();
     pending_.clear();
     sessions_.StopAll();
 }

@@ -19,8 +19,9 @@ class Listener {
     // Where it listens, with the port that it got.
     const ListenAddress& Where() const { return where_; }
 
-    // Serves until Stop is called or the idle time is over, then ends all sessions.
-    void Run();
+    // Serves until Stop is called or the idle time is over, then ends all sessions. `ending` is
+    // called between the two, when no one can connect any more.
+    void Run(const std::function<void()>& ending = [] {});
     // From any thread and from a signal handler.
     void Stop() noexcept;
 
