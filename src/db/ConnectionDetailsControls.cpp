@@ -60,7 +60,7 @@ ConnectionDetailsControls::ConnectionDetailsControls(forms::Form& form)
       PaswordLabel(new forms::Label(SQLAccountFrame, QStringLiteral("PaswordLabel"))),
       Password(new forms::TextBox(SQLAccountFrame, QStringLiteral("Password"))),
       Test(new forms::ButtonPlus(&form, QStringLiteral("Test"))),
-      PleaseWaitFrame(new forms::FramePlus(&form, QStringLiteral("PleaseWaitFrame"))),
+      PleaseWaitFrame(new forms::FramePlus(ConnectionFrame, QStringLiteral("PleaseWaitFrame"))),
       Image1(new forms::PictureBox(PleaseWaitFrame, QStringLiteral("Image1"))),
       Label3(new forms::Label(PleaseWaitFrame, QStringLiteral("Label3"))),
       Okay(new forms::ButtonPlus(&form, QStringLiteral("Okay"))),
@@ -129,11 +129,11 @@ void ConnectionDetailsControls::PlaceAccount() {
     PlaceAt(*Password, 128, 80, 364, FieldHeight);
 }
 
-// Over the middle of the form, where it is seen and hides neither button row nor server name.
+// Over the account choices, whole, so that no text shows half; the server's name stays in sight.
 void ConnectionDetailsControls::PlacePleaseWait() {
-    PlaceAt(*PleaseWaitFrame, 96, 176, 400, 120);
-    PlaceAt(*Image1, 24, 44, 48, 48);
-    PlaceAt(*Label3, 92, 40, 284, 60);
+    PlaceAt(*PleaseWaitFrame, 20, 108, 512, 206);
+    PlaceAt(*Image1, 84, 89, 48, 48);
+    PlaceAt(*Label3, 152, 98, 300, 60);
     PleaseWaitFrame->SetVisible(false);
 }
 
