@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/DataError.h"
-#include "base/Printers.h"
+#include "support/Raised.h"
 #include "platform/ado/odbc/FakeServer.h"
 #include "platform/ado/odbc/OdbcConnectionFactory.h"
 
