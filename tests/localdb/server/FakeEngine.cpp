@@ -103,7 +103,7 @@ class FakeSession final : public engine::Session {
 
 void FakeSession::RunBatch(const QString& sql, ResultSink& sink) {
     owner_.Note(QStringLiteral("batch:") + sql);
-    const QString verb = sql.section(u' ', 0, 0);
+    const QString verb = sql.trimmed().section(u' ', 0, 0);
     if (verb == u"rows") {
         const int64_t count = sql.section(u' ', 1, 1).toLongLong();
         sink.StatementDone(StatementKind::Select, SendRows(sink, count, "text", owner_.rows_),
@@ -163,7 +163,11 @@ void FakeSession::RunProcedure(const QString& name, const std::vector<engine::Ar
         return;
     }
     sink.ProcedureBegins();
-    sink.StatementDone(StatementKind::Select, SendRows(sink, 1, "row", owner_.rows_), false);
+    if (name == u"sp_prepexec") {
+        RunBatch(arguments[2].text, sink);
+    } else {
+        sink.StatementDone(StatementKind::Select, SendRows(sink, 1, "row", owner_.rows_), false);
+    }
     sink.ProcedureBegins();
     sink.StatementDone(StatementKind::Update, 5, false);
     sink.ReturnStatus(1);

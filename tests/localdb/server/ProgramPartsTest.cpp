@@ -297,6 +297,7 @@ class FileSession final : public engine::Session {
     void UseDatabase(const QString&) override {}
     void RunBatch(const QString& sql, engine::ResultSink& sink) override {
         if (sql == u"CREATE DATABASE [mirel]") WriteFile(File(), "");
+        if (sql == u"DROP DATABASE [mirel]") QFile::remove(File());
         if (sql.startsWith(u"append ")) {
             WriteFile(File(), Contents(File()) + sql.mid(7).toUtf8());
         }
@@ -371,13 +372,14 @@ TEST(SampleTest, FailureLeavesNothingHalfMade) {
     EXPECT_EQ(FilesIn(directory.path()), QStringList{QStringLiteral("master.db")});
 }
 
-TEST(SampleTest, WhatAKilledTryLeftBehindIsClearedAway) {
+TEST(SampleTest, WhatAKilledTryLeftBehindIsMadeAnew) {
     QTemporaryDir directory;
-    QDir(directory.path()).mkdir(QStringLiteral(".sample"));
-    WriteFile(directory.filePath(QStringLiteral(".sample/mirel.db")), "half");
+    WriteFile(directory.filePath(QStringLiteral(".sample-unfinished")), "");
+    WriteFile(directory.filePath(QStringLiteral("mirel.db")), "half");
     OpenWithSample(FileEngineAccess({QStringLiteral("append a")}), directory.path());
     EXPECT_EQ(Contents(directory.filePath(QStringLiteral("mirel.db"))), "a");
-    EXPECT_FALSE(QDir(directory.filePath(QStringLiteral(".sample"))).exists());
+    EXPECT_EQ(FilesIn(directory.path()),
+              (QStringList{QStringLiteral("master.db"), QStringLiteral("mirel.db")}));
 }
 
 TEST(CommandLineTest, UnwritableDataDirectoryIsSaid) {
