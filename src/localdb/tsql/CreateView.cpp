@@ -1,0 +1,33 @@
+#include "localdb/tsql/CreateView.h"
+
+#include "localdb/tsql/TokenReader.h"
+
+namespace quarv::localdb::tsql {
+
+StatementPtr ParseCreateView(TokenReader& reader) {
+    const Token first = reader.Take();
+    if (!reader.IsFirst(first)) {
+        throw SyntaxError(SyntaxError::MustBeFirst, {QStringLiteral("CREATE VIEW")}, first.line,
+                          first.column);
+    }
+    reader.Take();
+    auto view = std::make_unique<CreateView>();
+    view->name = ParseObjectName(reader);
+    if (reader.TrySign(u"(")) {
+        do {
+            view->columns.push_back(reader.ExpectName());
+        } while (reader.TrySign(u","));
+        reader.ExpectSign(u")");
+    }
+    if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("CREATE VIEW ... WITH"));
+    reader.ExpectWord(u"as");
+    view->query = ParseQuery(reader);
+    if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("WITH CHECK OPTION"));
+    while (reader.TrySign(u";")) {
+    }
+    if (!reader.AtEnd()) reader.Fail();
+    view->source = reader.Batch();
+    return view;
+}
+
+}  // namespace quarv::localdb::tsql

@@ -1,0 +1,19 @@
+// CreateView: CREATE VIEW name [(columns)] AS query. Keeps its source letter for letter.
+#pragma once
+
+#include "localdb/tsql/Query.h"
+#include "localdb/tsql/Statement.h"
+
+namespace quarv::localdb::tsql {
+
+struct CreateView : Statement {
+    CreateView() : Statement(StatementType::CreateView) {}
+    ObjectName name;
+    std::vector<QString> columns;  // empty: the query's own names
+    std::unique_ptr<Query> query;
+    QString source;  // the whole batch, as it was sent
+};
+
+StatementPtr ParseCreateView(TokenReader& reader);
+
+}  // namespace quarv::localdb::tsql

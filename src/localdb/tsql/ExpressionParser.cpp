@@ -1,0 +1,464 @@
+#include "localdb/tsql/ExpressionParser.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "localdb/tsql/Query.h"
+
+namespace quarv::localdb::tsql {
+
+namespace {
+
+// An operator chain such as 1+1+1+... makes a tree as high as it is long.
+constexpr int MaxHeight = 250;
+
+template <class Node>
+std::unique_ptr<Node> Make(int line) {
+    auto node = std::make_unique<Node>();
+    node->line = line;
+    return node;
+}
+
+// Sets the height from the parts and raises where the tree grows too high.
+template <class Node>
+ExpressionPtr Finish(TokenReader& reader, std::unique_ptr<Node> node,
+                     std::initializer_list<const Expression*> parts) {
+    for (const Expression* part : parts) {
+        if (part) node->height = std::max(node->height, part->height + 1);
+    }
+    if (node->height > MaxHeight) {
+        throw SyntaxError(SyntaxError::TooDeep, {}, reader.Line(), reader.Peek().column);
+    }
+    return node;
+}
+
+ExpressionPtr Finish(TokenReader& reader, std::unique_ptr<Function> node) {
+    for (const ExpressionPtr& part : node->arguments) {
+        node->height = std::max(node->height, part->height + 1);
+    }
+    return Finish(reader, std::move(node), {});
+}
+
+ExpressionPtr ParsePrimary(TokenReader& reader);
+
+ExpressionPtr ParseSigned(TokenReader& reader) {
+    for (const char16_t sign : {u'-', u'+', u'~'}) {
+        if (!reader.AtSign(QStringView(&sign, 1))) continue;
+        auto node = Make<Negate>(reader.Line());
+        reader.Take();
+        TokenReader::Nesting nesting(reader);
+        node->sign = sign;
+        node->operand = ParseSigned(reader);
+        const Expression* operand = node->operand.get();
+        return Finish(reader, std::move(node), {operand});
+    }
+    return ParsePrimary(reader);
+}
+
+// Reads `(sign next)*` behind `left` for the signs of one level of precedence.
+template <class Next>
+ExpressionPtr ParseChain(TokenReader& reader, QStringView signs, ExpressionPtr left, Next next) {
+    while (reader.Peek().kind == TokenKind::Sign && reader.Peek().text.size() == 1 &&
+           signs.contains(reader.Peek().text[0])) {
+        auto node = Make<Arithmetic>(reader.Line());
+        node->sign = reader.Take().text[0].unicode();
+        node->left = std::move(left);
+        node->right = next(reader);
+        const Expression *a = node->left.get(), *b = node->right.get();
+        left = Finish(reader, std::move(node), {a, b});
+    }
+    return left;
+}
+
+ExpressionPtr ContinueProduct(TokenReader& reader, ExpressionPtr left) {
+    return ParseChain(reader, u"*/%", std::move(left), ParseSigned);
+}
+
+ExpressionPtr ContinueSum(TokenReader& reader, ExpressionPtr left) {
+    return ParseChain(reader, u"+-&|^", std::move(left),
+                      [](TokenReader& r) { return ContinueProduct(r, ParseSigned(r)); });
+}
+
+ExpressionList ParseList(TokenReader& reader) {
+    ExpressionList list;
+    do {
+        list.push_back(ParseExpression(reader));
+    } while (reader.TrySign(u","));
+    return list;
+}
+
+ExpressionPtr ParseCast(TokenReader& reader) {
+    auto node = Make<Cast>(reader.Line());
+    node->nullOnError = reader.Take().text.startsWith(u"try", Qt::CaseInsensitive);
+    reader.ExpectSign(u"(");
+    node->operand = ParseExpression(reader);
+    reader.ExpectWord(u"as");
+    node->type = ParseTypeName(reader);
+    reader.ExpectSign(u")");
+    const Expression* operand = node->operand.get();
+    return Finish(reader, std::move(node), {operand});
+}
+
+ExpressionPtr ParseConvert(TokenReader& reader) {
+    auto node = Make<Cast>(reader.Line());
+    node->nullOnError = reader.Take().text.startsWith(u"try", Qt::CaseInsensitive);
+    reader.ExpectSign(u"(");
+    node->type = ParseTypeName(reader);
+    reader.ExpectSign(u",");
+    node->operand = ParseExpression(reader);
+    if (reader.TrySign(u",")) node->style = ParseExpression(reader);
+    reader.ExpectSign(u")");
+    const Expression *operand = node->operand.get(), *style = node->style.get();
+    return Finish(reader, std::move(node), {operand, style});
+}
+
+ExpressionPtr ParseCase(TokenReader& reader) {
+    auto node = Make<Case>(reader.Line());
+    reader.Take();
+    int height = 0;
+    auto seen = [&height](const ExpressionPtr& part) { height = std::max(height, part->height); };
+    if (!reader.AtWord(u"when")) seen(node->operand = ParseExpression(reader));
+    while (reader.TryWord(u"when")) {
+        Case::Branch branch;
+        branch.when = node->operand ? ParseExpression(reader) : ParseCondition(reader);
+        reader.ExpectWord(u"then");
+        branch.then = ParseExpression(reader);
+        seen(branch.when);
+        seen(branch.then);
+        node->branches.push_back(std::move(branch));
+    }
+    if (node->branches.empty()) reader.Fail();
+    if (reader.TryWord(u"else")) seen(node->otherwise = ParseExpression(reader));
+    reader.ExpectWord(u"end");
+    node->height = height + 1;
+    return Finish(reader, std::move(node), {});
+}
+
+ExpressionPtr ParseFunction(TokenReader& reader) {
+    auto node = Make<Function>(reader.Line());
+    node->name = reader.Take().text;
+    reader.ExpectSign(u"(");
+    if (reader.TrySign(u"*")) {
+        node->star = true;
+    } else if (!reader.AtSign(u")")) {
+        node->distinct = reader.TryWord(u"distinct");
+        if (!node->distinct) reader.TryWord(u"all");
+        node->arguments = ParseList(reader);
+    }
+    reader.ExpectSign(u")");
+    if (reader.AtWord(u"over")) reader.Unsupported(QStringLiteral("OVER"));
+    return Finish(reader, std::move(node));
+}
+
+// The functions that are called without parentheses ("CURRENT_TIMESTAMP", "USER", ...).
+bool IsBareFunction(const Token& token) {
+    constexpr std::array<QStringView, 5> Names = {u"current_timestamp", u"current_user",
+                                                  u"session_user", u"system_user", u"user"};
+    return std::any_of(Names.begin(), Names.end(),
+                       [&token](QStringView name) { return token.IsWord(name); });
+}
+
+// The reserved words that are functions all the same.
+bool IsFunctionWord(const Token& token) {
+    constexpr std::array<QStringView, 5> Names = {u"coalesce", u"left", u"nullif", u"right",
+                                                  u"contains"};
+    return token.IsName() || std::any_of(Names.begin(), Names.end(),
+                                         [&token](QStringView name) { return token.IsWord(name); });
+}
+
+ExpressionPtr ParseParenthesis(TokenReader& reader) {
+    const int line = reader.Line();
+    reader.ExpectSign(u"(");
+    TokenReader::Nesting nesting(reader);
+    if (reader.AtWord(u"select")) {
+        auto node = Make<Subquery>(line);
+        node->query = ParseQuery(reader);
+        reader.ExpectSign(u")");
+        return node;
+    }
+    ExpressionPtr inner = ParseExpression(reader);
+    reader.ExpectSign(u")");
+    return inner;
+}
+
+using WordParser = ExpressionPtr (*)(TokenReader&);
+
+WordParser FindWordParser(TokenReader& reader) {
+    struct Entry {
+        QStringView word;
+        WordParser parse;
+    };
+    static constexpr std::array<Entry, 5> Table = {{{u"case", ParseCase},
+                                                    {u"cast", ParseCast},
+                                                    {u"try_cast", ParseCast},
+                                                    {u"convert", ParseConvert},
+                                                    {u"try_convert", ParseConvert}}};
+    for (const Entry& entry : Table) {
+        const bool call = entry.parse == ParseCase || reader.AtSign(u"(", 1);
+        if (call && reader.AtWord(entry.word)) return entry.parse;
+    }
+    return nullptr;
+}
+
+ExpressionPtr ParsePrimary(TokenReader& reader) {
+    const Token& token = reader.Peek();
+    const int line = token.line;
+    if (ExpressionPtr literal = TryLiteral(reader)) return literal;
+    ExpressionPtr node;
+    if (token.kind == TokenKind::Variable) {
+        node = std::make_unique<Variable>(reader.Take().text);
+    } else if (token.IsSign(u"(")) {
+        return ParseParenthesis(reader);
+    } else if (const WordParser parse = FindWordParser(reader)) {
+        TokenReader::Nesting nesting(reader);
+        return parse(reader);
+    } else if (reader.AtSign(u"(", 1) && IsFunctionWord(token)) {
+        TokenReader::Nesting nesting(reader);
+        return ParseFunction(reader);
+    } else if (IsBareFunction(token)) {
+        auto call = Make<Function>(line);
+        call->name = reader.Take().text;
+        return call;
+    } else if (token.IsName()) {
+        node = std::make_unique<ColumnName>(ParseObjectName(reader));
+    } else {
+        reader.Fail();
+    }
+    node->line = line;
+    return node;
+}
+
+std::optional<ComparisonSign> TryComparisonSign(TokenReader& reader) {
+    struct Entry {
+        QStringView text;
+        ComparisonSign sign;
+    };
+    static constexpr std::array<Entry, 9> Table = {{{u"=", ComparisonSign::Equal},
+                                                    {u"<>", ComparisonSign::NotEqual},
+                                                    {u"!=", ComparisonSign::NotEqual},
+                                                    {u"<", ComparisonSign::Less},
+                                                    {u"<=", ComparisonSign::LessOrEqual},
+                                                    {u"!>", ComparisonSign::LessOrEqual},
+                                                    {u">", ComparisonSign::Greater},
+                                                    {u">=", ComparisonSign::GreaterOrEqual},
+                                                    {u"!<", ComparisonSign::GreaterOrEqual}}};
+    for (const Entry& entry : Table) {
+        if (reader.TrySign(entry.text)) return entry.sign;
+    }
+    return std::nullopt;
+}
+
+ExpressionPtr FinishIn(TokenReader& reader, ExpressionPtr operand, bool negated) {
+    auto node = Make<In>(operand->line);
+    node->negated = negated;
+    node->operand = std::move(operand);
+    reader.ExpectSign(u"(");
+    TokenReader::Nesting nesting(reader);
+    if (reader.AtWord(u"select")) {
+        node->query = ParseQuery(reader);
+    } else {
+        node->values = ParseList(reader);
+    }
+    reader.ExpectSign(u")");
+    node->height = node->operand->height + 1;
+    for (const ExpressionPtr& value : node->values) {
+        node->height = std::max(node->height, value->height + 1);
+    }
+    return Finish(reader, std::move(node), {});
+}
+
+ExpressionPtr FinishBetween(TokenReader& reader, ExpressionPtr operand, bool negated) {
+    auto node = Make<Between>(operand->line);
+    node->negated = negated;
+    node->operand = std::move(operand);
+    node->low = ParseExpression(reader);
+    reader.ExpectWord(u"and");
+    node->high = ParseExpression(reader);
+    const Expression *a = node->operand.get(), *b = node->low.get(), *c = node->high.get();
+    return Finish(reader, std::move(node), {a, b, c});
+}
+
+ExpressionPtr FinishLike(TokenReader& reader, ExpressionPtr operand, bool negated) {
+    auto node = Make<Like>(operand->line);
+    node->negated = negated;
+    node->operand = std::move(operand);
+    node->pattern = ParseExpression(reader);
+    if (reader.TryWord(u"escape")) node->escape = ParseExpression(reader);
+    const Expression *a = node->operand.get(), *b = node->pattern.get();
+    return Finish(reader, std::move(node), {a, b});
+}
+
+ExpressionPtr FinishIsNull(TokenReader& reader, ExpressionPtr operand) {
+    auto node = Make<IsNull>(operand->line);
+    node->negated = reader.TryWord(u"not");
+    reader.ExpectWord(u"null");
+    node->operand = std::move(operand);
+    const Expression* part = node->operand.get();
+    return Finish(reader, std::move(node), {part});
+}
+
+// A value stands where a condition is needed.
+[[noreturn]] void FailCondition(TokenReader& reader) {
+    const Token& at = reader.Peek();
+    if (at.kind == TokenKind::Sign && !at.IsSign(u")") && !at.IsSign(u";")) reader.Fail();
+    throw SyntaxError(SyntaxError::NotACondition, {at.text}, at.line, at.column);
+}
+
+ExpressionPtr FinishComparison(TokenReader& reader, ExpressionPtr operand) {
+    auto node = Make<Comparison>(operand->line);
+    const std::optional<ComparisonSign> sign = TryComparisonSign(reader);
+    if (!sign) FailCondition(reader);
+    for (const QStringView word : {u"all", u"any", u"some"}) {
+        if (reader.AtWord(word)) reader.Unsupported(word.toString().toUpper());
+    }
+    node->sign = *sign;
+    node->left = std::move(operand);
+    node->right = ParseExpression(reader);
+    const Expression *a = node->left.get(), *b = node->right.get();
+    return Finish(reader, std::move(node), {a, b});
+}
+
+// What follows the value at the head of a condition.
+ExpressionPtr FinishPredicate(TokenReader& reader, ExpressionPtr operand) {
+    if (reader.TryWord(u"is")) return FinishIsNull(reader, std::move(operand));
+    const bool negated = reader.TryWord(u"not");
+    if (reader.TryWord(u"like")) return FinishLike(reader, std::move(operand), negated);
+    if (reader.TryWord(u"in")) return FinishIn(reader, std::move(operand), negated);
+    if (reader.TryWord(u"between")) return FinishBetween(reader, std::move(operand), negated);
+    if (negated) reader.Fail();
+    return FinishComparison(reader, std::move(operand));
+}
+
+ExpressionPtr ParseExists(TokenReader& reader) {
+    auto node = Make<Exists>(reader.Line());
+    reader.Take();
+    reader.ExpectSign(u"(");
+    TokenReader::Nesting nesting(reader);
+    node->query = ParseQuery(reader);
+    reader.ExpectSign(u")");
+    return node;
+}
+
+bool IsCondition(const Expression& node) {
+    return node.kind >= ExpressionKind::Comparison;
+}
+
+ExpressionPtr ParseJunctions(TokenReader& reader, bool inParenthesis);
+
+// A condition without AND and OR around it. Only what follows a value tells whether a parenthesis
+// holds a condition or a value, so `inParenthesis` lets a bare value pass in front of ")".
+ExpressionPtr ParseTerm(TokenReader& reader, bool inParenthesis) {
+    if (reader.AtWord(u"not")) {
+        auto node = Make<Not>(reader.Line());
+        reader.Take();
+        TokenReader::Nesting nesting(reader);
+        node->operand = ParseTerm(reader, false);
+        const Expression* operand = node->operand.get();
+        return Finish(reader, std::move(node), {operand});
+    }
+    if (reader.AtWord(u"exists")) return ParseExists(reader);
+    ExpressionPtr operand;
+    if (reader.AtSign(u"(") && !reader.AtWord(u"select", 1)) {
+        reader.Take();
+        TokenReader::Nesting nesting(reader);
+        ExpressionPtr inner = ParseJunctions(reader, true);
+        reader.ExpectSign(u")");
+        if (IsCondition(*inner)) return inner;
+        operand = ContinueSum(reader, ContinueProduct(reader, std::move(inner)));
+    } else {
+        operand = ParseExpression(reader);
+    }
+    if (inParenthesis && reader.AtSign(u")")) return operand;
+    return FinishPredicate(reader, std::move(operand));
+}
+
+// Reads terms joined by `word`; a single term stays as it is.
+template <class Next>
+ExpressionPtr ParseJunction(TokenReader& reader, bool isAnd, Next next) {
+    const QStringView word = isAnd ? u"and" : u"or";
+    ExpressionPtr first = next(reader);
+    if (!reader.AtWord(word)) return first;
+    if (!IsCondition(*first)) reader.Fail();
+    auto node = Make<Junction>(first->line);
+    node->isAnd = isAnd;
+    node->height = first->height + 1;
+    node->terms.push_back(std::move(first));
+    while (reader.TryWord(word)) {
+        node->terms.push_back(next(reader));
+        node->height = std::max(node->height, node->terms.back()->height + 1);
+    }
+    return Finish(reader, std::move(node), {});
+}
+
+ExpressionPtr ParseJunctions(TokenReader& reader, bool inParenthesis) {
+    return ParseJunction(reader, false, [inParenthesis](TokenReader& outer) {
+        return ParseJunction(outer, true, [inParenthesis](TokenReader& inner) {
+            return ParseTerm(inner, inParenthesis);
+        });
+    });
+}
+
+LiteralKind LiteralKindOf(TokenKind kind) {
+    switch (kind) {
+        case TokenKind::Integer:
+            return LiteralKind::Integer;
+        case TokenKind::Decimal:
+            return LiteralKind::Decimal;
+        case TokenKind::Float:
+            return LiteralKind::Float;
+        case TokenKind::Money:
+            return LiteralKind::Money;
+        case TokenKind::String:
+            return LiteralKind::String;
+        case TokenKind::NationalString:
+            return LiteralKind::NationalString;
+        case TokenKind::Binary:
+            return LiteralKind::Binary;
+        default:
+            return LiteralKind::Null;
+    }
+}
+
+}  // namespace
+
+ExpressionPtr TryLiteral(TokenReader& reader) {
+    const int line = reader.Line();
+    const LiteralKind kind = LiteralKindOf(reader.Peek().kind);
+    if (kind == LiteralKind::Null && !reader.AtWord(u"null")) return nullptr;
+    const Token token = reader.Take();
+    auto node = std::make_unique<Literal>(kind, kind == LiteralKind::Null ? QString() : token.text);
+    node->line = line;
+    return node;
+}
+
+ExpressionPtr ParseExpression(TokenReader& reader) {
+    return ContinueSum(reader, ContinueProduct(reader, ParseSigned(reader)));
+}
+
+ExpressionPtr ParseCondition(TokenReader& reader) {
+    return ParseJunctions(reader, false);
+}
+
+ExpressionPtr ParseValueOrDefault(TokenReader& reader) {
+    if (!reader.AtWord(u"default")) return ParseExpression(reader);
+    auto node = std::make_unique<Literal>(LiteralKind::Default, QString());
+    node->line = reader.Line();
+    reader.Take();
+    return node;
+}
+
+ExpressionPtr ParseConstant(TokenReader& reader) {
+    const int line = reader.Line();
+    const bool minus = reader.AtSign(u"-");
+    if (minus || reader.AtSign(u"+")) reader.Take();
+    ExpressionPtr literal = TryLiteral(reader);
+    if (!literal) reader.Fail();
+    if (!minus) return literal;
+    auto node = Make<Negate>(line);
+    node->operand = std::move(literal);
+    node->height = 2;
+    return node;
+}
+
+}  // namespace quarv::localdb::tsql

@@ -1,0 +1,28 @@
+// ObjectName: a name of up to four parts as written ("server.database.schema.name"); parts that are
+// not there are empty, inner ones included ("db..name").
+#pragma once
+
+#include <QString>
+
+namespace quarv::localdb::tsql {
+
+class TokenReader;
+
+struct ObjectName {
+    QString server;
+    QString database;
+    QString schema;
+    QString name;
+    int line = 0;
+
+    // As written, without quotes: "db..name".
+    QString ToText() const;
+};
+
+// Reads one name. Leading dots are read where `leadingDots` says so ("..sp_tables").
+ObjectName ParseObjectName(TokenReader& reader, bool leadingDots = false);
+// Reads a name that came alone, as a procedure call over the wire brings it; a version suffix ";1"
+// is cut. Raises SyntaxError where the text is anything else.
+ObjectName ParseProcedureName(const QString& text);
+
+}  // namespace quarv::localdb::tsql

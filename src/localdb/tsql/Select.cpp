@@ -1,0 +1,11 @@
+#include "localdb/tsql/Select.h"
+
+namespace quarv::localdb::tsql {
+
+StatementPtr ParseSelect(TokenReader& reader) {
+    auto statement = std::make_unique<Select>();
+    statement->query = ParseQuery(reader);
+    return statement;
+}
+
+}  // namespace quarv::localdb::tsql

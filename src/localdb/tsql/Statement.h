@@ -1,0 +1,46 @@
+// Statement: the base of every statement's tree. Each kind has a file of its own.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace quarv::localdb::tsql {
+
+enum class StatementType : uint8_t {
+    Block,
+    CreateDatabase,
+    CreateIndex,
+    CreateProcedure,
+    CreateTable,
+    CreateView,
+    Declare,
+    DropObject,
+    Execute,
+    If,
+    Insert,
+    Print,
+    Return,
+    Select,
+    SetOption,
+    SetVariable,
+    Transaction,
+    Use,
+    While,
+    LoopJump,
+};
+
+struct Statement {
+    const StatementType type;
+    int line = 0;  // 1-based, of its first word
+
+    virtual ~Statement() = default;
+
+  protected:
+    explicit Statement(StatementType t) : type(t) {}
+};
+
+using StatementPtr = std::unique_ptr<Statement>;
+using StatementList = std::vector<StatementPtr>;
+
+}  // namespace quarv::localdb::tsql

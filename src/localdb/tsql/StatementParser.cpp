@@ -1,0 +1,125 @@
+#include "localdb/tsql/StatementParser.h"
+
+#include <algorithm>
+#include <array>
+
+#include "localdb/tsql/ControlFlow.h"
+#include "localdb/tsql/CreateDatabase.h"
+#include "localdb/tsql/CreateIndex.h"
+#include "localdb/tsql/CreateProcedure.h"
+#include "localdb/tsql/CreateTable.h"
+#include "localdb/tsql/CreateView.h"
+#include "localdb/tsql/Declare.h"
+#include "localdb/tsql/DropObject.h"
+#include "localdb/tsql/Execute.h"
+#include "localdb/tsql/Insert.h"
+#include "localdb/tsql/Print.h"
+#include "localdb/tsql/Select.h"
+#include "localdb/tsql/SetOption.h"
+#include "localdb/tsql/Transaction.h"
+#include "localdb/tsql/Use.h"
+
+namespace quarv::localdb::tsql {
+
+namespace {
+
+using Parser = StatementPtr (*)(TokenReader&);
+
+struct Entry {
+    QStringView word;
+    Parser parse;
+};
+
+StatementPtr ParseCreate(TokenReader& reader) {
+    static constexpr std::array<Entry, 9> Table = {{{u"database", ParseCreateDatabase},
+                                                    {u"table", ParseCreateTable},
+                                                    {u"view", ParseCreateView},
+                                                    {u"proc", ParseCreateProcedure},
+                                                    {u"procedure", ParseCreateProcedure},
+                                                    {u"index", ParseCreateIndex},
+                                                    {u"unique", ParseCreateIndex},
+                                                    {u"clustered", ParseCreateIndex},
+                                                    {u"nonclustered", ParseCreateIndex}}};
+    for (const Entry& entry : Table) {
+        if (reader.AtWord(entry.word, 1)) return entry.parse(reader);
+    }
+    const Token what = reader.Peek(1);
+    if (what.kind != TokenKind::Word) {
+        reader.Take();
+        reader.Fail();
+    }
+    reader.Unsupported(QStringLiteral("CREATE ") + what.text.toUpper());
+}
+
+constexpr std::array<Entry, 19> Statements = {{{u"begin", ParseBegin},
+                                               {u"break", ParseLoopJump},
+                                               {u"commit", ParseTransaction},
+                                               {u"continue", ParseLoopJump},
+                                               {u"create", ParseCreate},
+                                               {u"declare", ParseDeclare},
+                                               {u"drop", ParseDrop},
+                                               {u"exec", ParseExecute},
+                                               {u"execute", ParseExecute},
+                                               {u"if", ParseIf},
+                                               {u"insert", ParseInsert},
+                                               {u"print", ParsePrint},
+                                               {u"return", ParseReturn},
+                                               {u"rollback", ParseTransaction},
+                                               {u"save", ParseTransaction},
+                                               {u"select", ParseSelect},
+                                               {u"set", ParseSet},
+                                               {u"use", ParseUse},
+                                               {u"while", ParseWhile}}};
+
+// First words of statements that SQL Server has and this server has not.
+constexpr std::array<QStringView, 32> Unknown = {
+    u"alter",      u"backup",      u"bulk",     u"checkpoint", u"close",      u"dbcc",
+    u"deallocate", u"delete",      u"deny",     u"disable",    u"enable",     u"fetch",
+    u"goto",       u"grant",       u"kill",     u"merge",      u"open",       u"raiserror",
+    u"readtext",   u"reconfigure", u"restore",  u"revert",     u"revoke",     u"setuser",
+    u"shutdown",   u"throw",       u"truncate", u"update",     u"updatetext", u"waitfor",
+    u"with",       u"writetext"};
+
+Parser FindParser(TokenReader& reader) {
+    if (reader.Peek().kind != TokenKind::Word) return nullptr;
+    for (const Entry& entry : Statements) {
+        if (reader.AtWord(entry.word)) return entry.parse;
+    }
+    for (const QStringView word : Unknown) {
+        if (reader.AtWord(word)) reader.Unsupported(word.toString().toUpper());
+    }
+    return nullptr;
+}
+
+StatementPtr ParseWith(TokenReader& reader, Parser parser) {
+    const int line = reader.Line();
+    StatementPtr statement = parser(reader);
+    statement->line = line;
+    return statement;
+}
+
+}  // namespace
+
+bool IsStatementWord(const Token& token) {
+    if (token.kind != TokenKind::Word) return false;
+    const auto is = [&token](QStringView word) { return token.IsWord(word); };
+    return std::any_of(Unknown.begin(), Unknown.end(), is);
+}
+
+StatementPtr ParseStatement(TokenReader& reader) {
+    TokenReader::Nesting nesting(reader);
+    const Parser parser = FindParser(reader);
+    if (!parser) reader.Fail();
+    StatementPtr statement = ParseWith(reader, parser);
+    while (reader.TrySign(u";")) {
+    }
+    return statement;
+}
+
+void ParseStatements(TokenReader& reader, StatementList& statements) {
+    while (reader.TrySign(u";")) {
+    }
+    while (FindParser(reader)) statements.push_back(ParseStatement(reader));
+}
+
+}  // namespace quarv::localdb::tsql

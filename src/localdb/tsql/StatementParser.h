@@ -1,0 +1,17 @@
+// StatementParser: chooses a statement's parser by its first word.
+#pragma once
+
+#include "localdb/tsql/Statement.h"
+#include "localdb/tsql/TokenReader.h"
+
+namespace quarv::localdb::tsql {
+
+// One statement; raises SyntaxError where none begins here.
+StatementPtr ParseStatement(TokenReader& reader);
+// Statements and the semicolons between them, up to what cannot begin one.
+void ParseStatements(TokenReader& reader, StatementList& statements);
+
+// True for words that are not reserved and begin a statement all the same.
+bool IsStatementWord(const Token& token);
+
+}  // namespace quarv::localdb::tsql

@@ -1,0 +1,42 @@
+// Token: one word, sign, name or literal of a batch, with its place. Made by Lexer; owns its text.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+namespace quarv::localdb::tsql {
+
+enum class TokenKind : uint8_t {
+    End,
+    Word,            // a bare identifier or a keyword
+    QuotedName,      // [name] or "name", unescaped
+    Variable,        // with its "@" or "@@"
+    String,          // '...', unescaped
+    NationalString,  // N'...', unescaped
+    Integer,
+    Decimal,  // with a point, without an exponent
+    Float,    // with an exponent
+    Money,    // without its currency sign
+    Binary,   // the digits behind "0x"
+    Sign,     // an operator or punctuation mark
+};
+
+struct Token {
+    TokenKind kind = TokenKind::End;
+    bool reserved = false;  // a Word that cannot name anything unless it is quoted
+    qsizetype offset = 0;   // UTF-16 units into the batch
+    qsizetype length = 0;   // of the token as written
+    int line = 1;           // 1-based
+    int column = 1;         // 1-based, UTF-16 units
+    QString text;           // the name, the literal's value or the sign
+
+    bool IsName() const {
+        return kind == TokenKind::QuotedName || (kind == TokenKind::Word && !reserved);
+    }
+    bool IsWord(QStringView word) const {
+        return kind == TokenKind::Word && word.compare(text, Qt::CaseInsensitive) == 0;
+    }
+    bool IsSign(QStringView sign) const { return kind == TokenKind::Sign && sign == text; }
+};
+
+}  // namespace quarv::localdb::tsql

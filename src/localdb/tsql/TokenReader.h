@@ -1,0 +1,75 @@
+// TokenReader: the parsers' view of a batch: tokens with look-ahead, the questions that parsers ask
+// of them, and the errors. Bounds nesting and the number of tokens. Borrows the batch's text.
+#pragma once
+
+#include <deque>
+
+#include "localdb/tsql/Lexer.h"
+#include "localdb/tsql/SyntaxError.h"
+
+namespace quarv::localdb::tsql {
+
+class TokenReader {
+  public:
+    static constexpr int MaxDepth = 100;  // nested parentheses, blocks and queries
+    static constexpr qsizetype MaxTokens = 2'000'000;
+    static constexpr qsizetype MaxLength = 16 * 1024 * 1024;  // UTF-16 units
+
+    // Raises SyntaxError for a batch that is too long.
+    explicit TokenReader(const QString& batch);
+
+    const Token& Peek(size_t ahead = 0);
+    Token Take();
+    bool AtEnd() { return Peek().kind == TokenKind::End; }
+    // The line of the token that Peek gives.
+    int Line() { return Peek().line; }
+
+    bool AtWord(QStringView word, size_t ahead = 0) { return Peek(ahead).IsWord(word); }
+    bool AtSign(QStringView sign, size_t ahead = 0) { return Peek(ahead).IsSign(sign); }
+    // Take the token if it is this one.
+    bool TryWord(QStringView word);
+    bool TrySign(QStringView sign);
+    // Take the token or raise the syntax error near it.
+    void ExpectWord(QStringView word);
+    void ExpectSign(QStringView sign);
+    // A name: quoted, or bare and not reserved.
+    QString ExpectName();
+    QString ExpectVariable();
+    int ExpectInteger();
+
+    // "Incorrect syntax near" the token that Peek gives.
+    [[noreturn]] void Fail();
+    // T-SQL that this server does not have, at the token that Peek gives.
+    [[noreturn]] void Unsupported(const QString& construct);
+    [[noreturn]] void Unsupported(const QString& construct, const Token& at);
+
+    // Where the last taken token ended, as an offset into the batch.
+    qsizetype LastEnd() const { return lastEnd_; }
+    const QString& Batch() const { return batch_; }
+    // Whether this token, already taken, opened the batch.
+    bool IsFirst(const Token& token) const { return token.offset == firstOffset_; }
+
+    // One level of nesting for as long as it lives. Raises TooDeep beyond MaxDepth.
+    class Nesting {
+      public:
+        explicit Nesting(TokenReader& reader);
+        ~Nesting() { --reader_.depth_; }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+
+      private:
+        TokenReader& reader_;
+    };
+
+  private:
+    const QString& batch_;
+    Lexer lexer_;
+    std::deque<Token> ahead_;
+    Token last_;
+    qsizetype lastEnd_ = 0;
+    qsizetype firstOffset_ = -1;
+    qsizetype taken_ = 0;
+    int depth_ = 0;
+};
+
+}  // namespace quarv::localdb::tsql

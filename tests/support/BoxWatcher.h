@@ -1,0 +1,36 @@
+// BoxWatcher: answers message boxes while it lives, and remembers what they said.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <vector>
+
+#include "platform/forms/MsgBox.h"
+
+namespace quarv::test {
+
+struct SeenBox {
+    QString text;
+    QString title;
+    forms::BoxIcon icon;
+};
+
+class BoxWatcher : public QObject {
+    Q_OBJECT
+
+  public:
+    // Questions get `answer`; boxes with an OK button alone are confirmed.
+    explicit BoxWatcher(forms::BoxAnswer answer = forms::BoxAnswer::Yes);
+    ~BoxWatcher() override;
+
+    // In the order of showing.
+    const std::vector<SeenBox>& Seen() const { return seen_; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    forms::BoxAnswer answer_;
+    std::vector<SeenBox> seen_;
+};
+
+}  // namespace quarv::test
