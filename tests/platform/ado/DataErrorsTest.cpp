@@ -1,6 +1,6 @@
 #include "platform/ado/DataErrors.h"
 
-#include "platform/ado/Raised.h"
+#include "platform/ado/ErrorOf.h"
 
 namespace quarv::test {
 

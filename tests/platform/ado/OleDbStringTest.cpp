@@ -1,6 +1,6 @@
 #include "platform/ado/OleDbString.h"
 
-#include "platform/ado/Raised.h"
+#include "platform/ado/ErrorOf.h"
 
 namespace quarv::test {
 
@@ -48,8 +48,7 @@ const char* const Malformed[] = {
 QString Pairs(const QString& text) {
     QString pairs;
     const ado::OleDbString read(text);
-    for (const auto& pair : read.Pairs())
-        pairs += pair.keyword + u'>' + pair.value + u'|';
+    for (const auto& pair : read.Pairs()) pairs += pair.keyword + u'>' + pair.value + u'|';
     return pairs;
 }
 

@@ -1,7 +1,7 @@
 // Opens connections to fake servers.
 #pragma once
 
-#include "platform/ado/Raised.h"
+#include "platform/ado/ErrorOf.h"
 #include "platform/ado/odbc/FakeServer.h"
 #include "platform/ado/odbc/OdbcConnectionFactory.h"
 

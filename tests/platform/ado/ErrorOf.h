@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/DataError.h"
-#include "base/Printers.h"
+#include "support/TextPrinter.h"
 
 namespace quarv::test {
 
