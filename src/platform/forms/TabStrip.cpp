@@ -41,6 +41,7 @@ void Tabs::Clear() {
 TabStrip::TabStrip(QWidget* container, const QString& name)
     : QWidget(container), Control(this, container, name), bar_(new QTabBar(this)), tabs_(*bar_) {
     bar_->setDrawBase(false);
+    bar_->setExpanding(false);
     bar_->setFocusPolicy(Qt::StrongFocus);
     setFocusProxy(bar_);
     lower();
