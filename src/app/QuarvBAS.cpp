@@ -1,16 +1,36 @@
 #include "app/QuarvBAS.h"
 
 #include "app/DatabaseView.h"
+#include "base/Hooks.h"
 #include "db/SQLServerConnectionDetails.h"
 #include "platform/forms/Application.h"
 #include "platform/forms/MsgBox.h"
 
 namespace quarv {
+namespace {
+
+void ShowNoteBox(const QString& text, const QString& title) {
+    forms::MsgBox(text, title, forms::BoxIcon::Information);
+}
+
+bool AskYesNoBox(const QString& text, const QString& title) {
+    return forms::MsgBox(text, title, forms::BoxIcon::Question, forms::BoxButtons::YesNo) ==
+           forms::BoxAnswer::Yes;
+}
+
+}  // namespace
 
 QuarvBAS::QuarvBAS(ado::ConnectionFactory newConnection, Registry& registry)
-    : newConnection_(std::move(newConnection)), registry_(registry) {}
+    : newConnection_(std::move(newConnection)), registry_(registry) {
+    Hooks& hooks = ProgramHooks();
+    hooks.showNote = ShowNoteBox;
+    hooks.askYesNo = AskYesNoBox;
+    hooks.mainWindow = [this]() -> QObject* { return mainWindow_.get(); };
+}
 
-QuarvBAS::~QuarvBAS() = default;
+QuarvBAS::~QuarvBAS() {
+    ProgramHooks() = Hooks();
+}
 
 int QuarvBAS::Run() {
     dialog_ = std::make_unique<SQLServerConnectionDetails>(*this, newConnection_, registry_);
@@ -34,7 +54,7 @@ void QuarvBAS::DoView(const QString& connStr) {
 
 void QuarvBAS::EndAfter(const QString& description) {
     status_ = 1;
-    forms::MsgBox(description, forms::Application::Title(), forms::MsgBoxIcon::Critical);
+    forms::MsgBox(description, forms::Application::Title(), forms::BoxIcon::Critical);
     QApplication::closeAllWindows();
     QCoreApplication::exit(status_);
 }

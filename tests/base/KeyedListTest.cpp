@@ -1,8 +1,8 @@
 #include <memory>
 
-#include "base/Printers.h"
 #include "base/RNamedList.h"
 #include "base/RPairList.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

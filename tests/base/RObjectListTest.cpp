@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

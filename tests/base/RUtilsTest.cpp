@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

@@ -4,8 +4,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "base/Printers.h"
 #include "base/StringList.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

@@ -1,7 +1,7 @@
 #include "base/StringList.h"
 
 #include "base/ListControl.h"
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

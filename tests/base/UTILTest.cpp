@@ -2,7 +2,7 @@
 
 #include "base/Hooks.h"
 #include "base/ListControl.h"
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

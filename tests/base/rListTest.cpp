@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "base/ListControl.h"
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

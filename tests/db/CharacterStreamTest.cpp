@@ -1,6 +1,6 @@
 #include "db/CharacterStream.h"
 
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

@@ -1,7 +1,7 @@
 #include "db/SQLServerConnection.h"
 
-#include "base/Printers.h"
 #include "platform/ado/MemoryScript.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

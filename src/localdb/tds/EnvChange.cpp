@@ -1,6 +1,7 @@
 #include "localdb/tds/EnvChange.h"
 
 #include <algorithm>
+#include <array>
 
 namespace quarv::localdb::tds {
 
@@ -25,7 +26,16 @@ QByteArray ReadBytes(ByteReader& reader) {
 }
 
 bool IsKnown(uint8_t kind) {
-    return kind == 1 || kind == 2 || kind == 4 || (kind >= 7 && kind <= 10);
+    using Kind = EnvChange::Kind;
+    constexpr std::array Kinds{Kind::Database,
+                               Kind::Language,
+                               Kind::PacketSize,
+                               Kind::SqlCollation,
+                               Kind::BeginTransaction,
+                               Kind::CommitTransaction,
+                               Kind::RollbackTransaction,
+                               Kind::ResetAcknowledged};
+    return std::find(Kinds.begin(), Kinds.end(), static_cast<Kind>(kind)) != Kinds.end();
 }
 
 }  // namespace

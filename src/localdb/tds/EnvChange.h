@@ -14,10 +14,11 @@ struct EnvChange {
         Database = 1,
         Language = 2,
         PacketSize = 4,  // both as decimal text
-        Collation = 7,
+        SqlCollation = 7,
         BeginTransaction = 8,
         CommitTransaction = 9,
         RollbackTransaction = 10,
+        ResetAcknowledged = 18,
     };
 
     Kind kind = Kind::Database;

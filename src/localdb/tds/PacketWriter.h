@@ -26,6 +26,9 @@ class PacketWriter final : public ByteWriter {
 
     // For the messages that follow; only between messages.
     void SetPacketSize(uint16_t packetSize);
+    uint16_t PacketSize() const { return packetSize_; }
+    // The session number in the header of the packets that follow.
+    void SetSpid(uint16_t spid) { spid_ = spid; }
 
     // Ends the message with its last packet, which may be empty, and sends everything.
     void EndMessage();

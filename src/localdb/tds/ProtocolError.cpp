@@ -15,7 +15,7 @@ struct FaultRule {
     const char* text;
 };
 
-constexpr std::array<FaultRule, 22> Rules{{
+constexpr std::array<FaultRule, 23> Rules{{
     {Fault::OutOfBytes, Kind::Incomplete, "more bytes are needed"},
     {Fault::Truncated, Kind::Malformed, "the message ends too early"},
     {Fault::PacketLength, Kind::Malformed, "a packet's length is out of range"},
@@ -38,6 +38,7 @@ constexpr std::array<FaultRule, 22> Rules{{
     {Fault::ParameterStatus, Kind::Malformed, "unknown parameter status"},
     {Fault::ParameterType, Kind::Unsupported, "this data type is not supported as a parameter"},
     {Fault::ProcedureId, Kind::Unsupported, "unknown procedure number"},
+    {Fault::TransactionKind, Kind::Unsupported, "this transaction request is not supported"},
 }};
 
 const FaultRule& RuleOf(Fault fault) {

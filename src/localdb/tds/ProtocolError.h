@@ -31,6 +31,7 @@ enum class Fault {
     ParameterStatus,
     ParameterType,
     ProcedureId,
+    TransactionKind,
 };
 
 class ProtocolError : public Error {

@@ -37,10 +37,12 @@ QString ReadMessage(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number,
 }
 
 int ReadLine(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number) {
-    SQLUINTEGER line = 0;
+    // The field has 16 bits; a driver that writes more finds room.
+    std::array<quint16, 4> line{};
+    SQLSMALLINT length = 0;
     const SQLRETURN rc =
-        SQLGetDiagFieldW(type, handle, number, LineField, &line, SQL_IS_UINTEGER, nullptr);
-    return SQL_SUCCEEDED(rc) && line <= 0x7FFFFFFFU ? static_cast<int>(line) : 0;
+        SQLGetDiagFieldW(type, handle, number, LineField, line.data(), sizeof line, &length);
+    return SQL_SUCCEEDED(rc) ? line[0] : 0;
 }
 
 }  // namespace

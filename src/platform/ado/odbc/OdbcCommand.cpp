@@ -1,5 +1,7 @@
 #include "platform/ado/odbc/OdbcCommand.h"
 
+#include <utility>
+
 #include "platform/ado/odbc/Diagnostics.h"
 #include "platform/ado/odbc/LiveResult.h"
 #include "platform/ado/odbc/OdbcSession.h"
@@ -70,7 +72,8 @@ std::unique_ptr<Result> OdbcCommand::LiveRows() {
     if (!SQL_SUCCEEDED(SQLNumResultCols(statement_.get(), &columns)))
         throw session_->StatementError(statement_.get());
     onRow_ = false;
-    if (columns <= 0) return nullptr;
+    rowsLeft_ = columns > 0;
+    if (!rowsLeft_) return nullptr;
     auto rows = std::make_unique<LiveResult>(*session_, statement_.get(), columns);
     if (!schema_) return rows;
     return std::make_unique<SchemaResult>(*schema_, std::move(rows));
@@ -94,13 +97,20 @@ bool OdbcCommand::IsClosed() const {
 
 bool OdbcCommand::Fetch() {
     onRow_ = false;
-    onRow_ = current_->Fetch();
+    try {
+        onRow_ = current_->Fetch();
+    } catch (const DataError&) {
+        rowsLeft_ = false;
+        if (session_->IsDead()) EndLive();
+        throw;
+    }
+    rowsLeft_ = rowsLeft_ && onRow_;
     return onRow_;
 }
 
 bool OdbcCommand::Advance() {
-    current_.reset();
     if (statement_) return AdvanceLive();
+    current_.reset();
     if (stored_.empty()) return false;
     Stored next = std::move(stored_.front());
     stored_.pop_front();
@@ -110,7 +120,17 @@ bool OdbcCommand::Advance() {
     return true;
 }
 
+// The driver shows a result whose rows were not all read a second time, as one without rows.
+void OdbcCommand::SkipRows() {
+    current_.reset();
+    if (!std::exchange(rowsLeft_, false)) return;
+    SQLRETURN rc = SQL_SUCCESS;
+    while (SQL_SUCCEEDED(rc)) rc = SQLFetch(statement_.get());
+    if (rc != SQL_NO_DATA) Raise();
+}
+
 bool OdbcCommand::AdvanceLive() {
+    SkipRows();
     const SQLRETURN rc = SQLMoreResults(statement_.get());
     if (rc == SQL_NO_DATA) {
         EndLive();
@@ -120,6 +140,10 @@ bool OdbcCommand::AdvanceLive() {
         current_ = LiveRows();
         return true;
     }
+    Raise();
+}
+
+void OdbcCommand::Raise() {
     const DataError error = session_->StatementError(statement_.get());
     // On a dead connection the driver would report the same error for ever.
     if (session_->IsDead()) EndLive();
@@ -141,12 +165,13 @@ void OdbcCommand::ReadAhead() {
     std::unique_ptr<Result> first;
     const bool onRow = onRow_;
     if (current_) first = std::make_unique<StoredResult>(*current_, onRow);
+    rowsLeft_ = false;
     for (bool more = true; more;) {
         Stored next;
         try {
-            current_.reset();
             more = AdvanceLive();
             if (current_) next.rows = std::make_unique<StoredResult>(*current_, false);
+            rowsLeft_ = false;
         } catch (const DataError& error) {
             next.error = error;
             more = static_cast<bool>(statement_);

@@ -52,14 +52,17 @@ class OdbcCommand : public std::enable_shared_from_this<OdbcCommand> {
     void Begin(SQLRETURN executed);
     std::unique_ptr<Result> LiveRows();
     void RunToEnd();
+    void SkipRows();
     bool AdvanceLive();
     void EndLive();
+    [[noreturn]] void Raise();
 
     std::shared_ptr<OdbcSession> session_;
     StatementHandle statement_;  // empty once nothing live is left
     std::optional<Schema> schema_;
     std::unique_ptr<Result> current_;
     bool onRow_ = false;
+    bool rowsLeft_ = false;  // the live result was not read to its end
     std::deque<Stored> stored_;
 };
 
