@@ -29,9 +29,8 @@ Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QStri
     Node* parent = relativeKey.isEmpty() ? root_.get() : Find(relativeKey);
     if (parent == nullptr) throw RuntimeError(RuntimeError::ElementNotFound, relativeKey);
     if (image < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
-    const QString folded = FoldKey(key);
-    if (!key.isEmpty() && keys_.contains(folded))
-        throw RuntimeError(RuntimeError::KeyNotUnique, key);
+    Node** slot = key.isEmpty() ? nullptr : &keys_[FoldKey(key)];
+    if (slot != nullptr && *slot != nullptr) throw RuntimeError(RuntimeError::KeyNotUnique, key);
     nodes_.push_back(std::unique_ptr<Node>(new Node));
     Node& node = *nodes_.back();
     node.model_ = this;
@@ -41,7 +40,7 @@ Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QStri
     node.image_ = image;
     node.index_ = static_cast<int>(nodes_.size());
     node.row_ = static_cast<int>(parent->children_.size());
-    if (!key.isEmpty()) keys_.insert(folded, &node);
+    if (slot != nullptr) *slot = &node;
     parent->children_.push_back(&node);
     ScheduleFlush(*parent);
     return node;
