@@ -126,8 +126,9 @@ ConnectionSettings ConnectionSettings::Read(const QString& text, const QString& 
     const bool trust = YesOrNo(
         QStringLiteral("Trust Server Certificate"),
         pairs.Find({"Trust Server Certificate", "TrustServerCertificate"}).value_or(QString()));
-    if (settings.encrypt && !trust && settings.server.localInstance.isEmpty())
-        throw MakeConnectError(ConnectProblem::CertificateUnchecked);
+    // What goes to a local instance does not leave this computer.
+    if (!settings.server.localInstance.isEmpty()) settings.encrypt = false;
+    if (settings.encrypt && !trust) throw MakeConnectError(ConnectProblem::CertificateUnchecked);
     settings.database = pairs.Find({"Initial Catalog", "Database"}).value_or(QString());
     settings.applicationName = pairs.Find({"Application Name", "App"}).value_or(QString());
     settings.workstation = pairs.Find({"Workstation ID", "WSID"}).value_or(QString());
