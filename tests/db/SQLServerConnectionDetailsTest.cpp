@@ -328,6 +328,21 @@ TEST_F(SQLServerConnectionDetailsTest, EscapeCancelsAndEnterConfirms) {
     EXPECT_EQ(mainWindow_.opened.size(), 1);
 }
 
+TEST_F(SQLServerConnectionDetailsTest, TabKeyVisitsTheControlsFromTopToBottom) {
+    Store("Provider=sqloledb;Data Source=srv;User Id=sa;Password=p;");
+    Show();
+    QStringList visited;
+    for (int i = 0; i < 9; ++i) {
+        visited.append(forms::ControlOf(QApplication::focusWidget()) != nullptr
+                           ? QApplication::focusWidget()->objectName()
+                           : QApplication::focusWidget()->parentWidget()->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(visited,
+              (QStringList{"Servername", "DatabaseList", "CreateDatabase", "UseSQLAccount",
+                           "Username", "Password", "Test", "Okay", "Cancel"}));
+}
+
 TEST_F(SQLServerConnectionDetailsTest, CreateRefusesAOneLetterName) {
     Show();
     SetText("DatabaseList", "x");
