@@ -332,15 +332,16 @@ TEST_F(SQLServerConnectionDetailsTest, TabKeyVisitsTheControlsFromTopToBottom) {
     Store("Provider=sqloledb;Data Source=srv;User Id=sa;Password=p;");
     Show();
     QStringList visited;
-    for (int i = 0; i < 9; ++i) {
-        visited.append(forms::ControlOf(QApplication::focusWidget()) != nullptr
-                           ? QApplication::focusWidget()->objectName()
-                           : QApplication::focusWidget()->parentWidget()->objectName());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    for (int i = 0; i < 10; ++i) {
+        QWidget* focus = dialog_->focusWidget();
+        ASSERT_NE(focus, nullptr);
+        QWidget* control = forms::ControlOf(focus) != nullptr ? focus : focus->parentWidget();
+        visited.append(control->objectName());
+        QTest::keyClick(focus, Qt::Key_Tab);
     }
     EXPECT_EQ(visited,
-              (QStringList{"Servername", "DatabaseList", "CreateDatabase", "UseSQLAccount",
-                           "Username", "Password", "Test", "Okay", "Cancel"}));
+              (QStringList{"Servername", "DatabaseList", "CreateDatabase", "UseWinAccount",
+                           "UseSQLAccount", "Username", "Password", "Test", "Okay", "Cancel"}));
 }
 
 TEST_F(SQLServerConnectionDetailsTest, CreateRefusesAOneLetterName) {
