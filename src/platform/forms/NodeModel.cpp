@@ -26,7 +26,7 @@ NodeModel::~NodeModel() = default;
 
 Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QString& text,
                      int image) {
-    Node* parent = relativeKey.isEmpty() ? root_.get() : Find(relativeKey);
+    Node* parent = ParentFor(relativeKey);
     if (parent == nullptr) throw RuntimeError(RuntimeError::ElementNotFound, relativeKey);
     if (image < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
     Node** slot = key.isEmpty() ? nullptr : &keys_[FoldKey(key)];
@@ -44,6 +44,13 @@ Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QStri
     parent->children_.push_back(&node);
     ScheduleFlush(*parent);
     return node;
+}
+
+Node* NodeModel::ParentFor(const QString& relativeKey) {
+    if (relativeKey.isEmpty()) return root_.get();
+    // Children mostly come one after another under the same parent.
+    if (lastParent_ == nullptr || lastParent_->key_ != relativeKey) lastParent_ = Find(relativeKey);
+    return lastParent_;
 }
 
 void NodeModel::ScheduleFlush(Node& parent) {
@@ -86,6 +93,7 @@ void NodeModel::Clear() {
     nodes_.clear();
     keys_.clear();
     waiting_.clear();
+    lastParent_ = nullptr;
     endResetModel();
 }
 
