@@ -1,16 +1,13 @@
 #include "RowServer.h"
 
-#include <arpa/inet.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
 
-#include <cstdio>
-#include <cstdlib>
-
 #include "platform/ado/odbc/FakeTds.h"
+#include "platform/ado/odbc/Loopback.h"
 
 namespace quarv::bench {
 
@@ -20,21 +17,12 @@ using test::FakeColumn;
 using test::FakeTds;
 using test::FakeValue;
 using test::Le;
+using test::SendAll;
 using test::Utf16;
 
 constexpr int PacketSize = 4096;
 constexpr int HeaderSize = 8;
 constexpr int CycleRows = 1000;  // after so many rows the same ones come again
-
-bool SendAll(int fd, const QByteArray& bytes) {
-    for (qsizetype sent = 0; sent < bytes.size();) {
-        const ssize_t n = send(fd, bytes.constData() + sent,
-                               static_cast<std::size_t>(bytes.size() - sent), MSG_NOSIGNAL);
-        if (n <= 0) return false;
-        sent += n;
-    }
-    return true;
-}
 
 // Cuts bytes into packets as they come, and sends the last one as such.
 class Reply {
@@ -141,18 +129,7 @@ void Serve(int fd, int rows, const QByteArray& cycle) {
 }  // namespace
 
 RowServer::RowServer(int rows) {
-    const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    if (bind(listener, reinterpret_cast<sockaddr*>(&address), length) != 0 ||
-        listen(listener, 4) != 0) {
-        std::fprintf(stderr, "RecordsetBench: no loopback port\n");
-        std::exit(2);
-    }
-    getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
-    port_ = ntohs(address.sin_port);
+    const int listener = test::ListenOnLoopback(port_);
     process_ = fork();
     if (process_ != 0) {
         close(listener);

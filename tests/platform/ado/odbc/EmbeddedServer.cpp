@@ -18,11 +18,11 @@ EmbeddedServer::EmbeddedServer() {
     file.write("test secret\n");
     file.close();
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(QStringLiteral(QUARV_LOCALDB_PROGRAM),
-                   {QStringLiteral("serve"), QStringLiteral("--data"),
-                    home_.path() + QStringLiteral("/data"), QStringLiteral("--listen"),
-                    QStringLiteral("127.0.0.1:0"), QStringLiteral("--login"),
-                    QStringLiteral("sa"), QStringLiteral("--password-file"), passwordFile});
+    process_.start(
+        QStringLiteral(QUARV_LOCALDB_PROGRAM),
+        {QStringLiteral("serve"), QStringLiteral("--data"), home_.path() + QStringLiteral("/data"),
+         QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0"), QStringLiteral("--login"),
+         QStringLiteral("sa"), QStringLiteral("--password-file"), passwordFile});
     while (!process_.canReadLine())
         if (!process_.waitForReadyRead(Patience)) qFatal("the local server did not come up");
     const QString line = QString::fromUtf8(process_.readLine()).trimmed();
@@ -36,8 +36,9 @@ EmbeddedServer::~EmbeddedServer() {
 }
 
 QString EmbeddedServer::ConnectionString() const {
-    return QStringLiteral("Provider=sqloledb;Data Source=127.0.0.1,%1;User Id=sa;"
-                          "Password=test secret;")
+    return QStringLiteral(
+               "Provider=sqloledb;Data Source=127.0.0.1,%1;User Id=sa;"
+               "Password=test secret;")
         .arg(port_);
 }
 
