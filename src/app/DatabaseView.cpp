@@ -1,6 +1,7 @@
 #include "app/DatabaseView.h"
 
 #include "app/Catalogue.h"
+#include "controls/PlaceInPixels.h"
 #include "db/SQLServerConnection.h"
 #include "inspect/TableFieldView.h"
 #include "platform/forms/FramePlus.h"
@@ -9,15 +10,6 @@
 #include "platform/forms/Twips.h"
 
 namespace quarv {
-namespace {
-
-void PlaceAt(forms::Control& control, int left, int top, int width, int height) {
-    using forms::ToTwips;
-    control.Move(ToTwips(left), ToTwips(top), ToTwips(width), ToTwips(height));
-}
-
-}  // namespace
-
 DatabaseView::DatabaseView(ado::ConnectionFactory newConnection)
     : forms::Form(QStringLiteral("DatabaseView")),
       connection_(std::make_unique<SQLServerConnection>(std::move(newConnection))),
@@ -39,10 +31,10 @@ void DatabaseView::MakeControls() {
     DBObjectList->SetSpokenName(QStringLiteral("Database objects"));
     SetWidth(forms::ToTwips(1280));
     SetHeight(forms::ToTwips(800));
-    PlaceAt(*DBObjectList, 12, 12, 360, 776);
-    PlaceAt(*TableFrame, 384, 12, 884, 776);
+    PlaceInPixels(*DBObjectList, 12, 12, 360, 776);
+    PlaceInPixels(*TableFrame, 384, 12, 884, 776);
     TableFrame->SetBorderStyle(0);
-    PlaceAt(*TableFieldViewer, 0, 0, 884, 776);
+    PlaceInPixels(*TableFieldViewer, 0, 0, 884, 776);
 }
 
 void DatabaseView::DoView(const QString& ConnStr) {

@@ -4,28 +4,15 @@
 #include "base/Hooks.h"
 #include "db/SQLServerConnectionDetails.h"
 #include "platform/forms/Application.h"
+#include "platform/forms/MessageHooks.h"
 #include "platform/forms/MsgBox.h"
 
 namespace quarv {
-namespace {
-
-void ShowNoteBox(const QString& text, const QString& title) {
-    forms::MsgBox(text, title, forms::BoxIcon::Information);
-}
-
-bool AskYesNoBox(const QString& text, const QString& title) {
-    return forms::MsgBox(text, title, forms::BoxIcon::Question, forms::BoxButtons::YesNo) ==
-           forms::BoxAnswer::Yes;
-}
-
-}  // namespace
 
 QuarvBAS::QuarvBAS(ado::ConnectionFactory newConnection, Registry& registry)
     : newConnection_(std::move(newConnection)), registry_(registry) {
-    Hooks& hooks = ProgramHooks();
-    hooks.showNote = ShowNoteBox;
-    hooks.askYesNo = AskYesNoBox;
-    hooks.mainWindow = [this]() -> QObject* { return mainWindow_.get(); };
+    forms::RegisterMessageHooks();
+    ProgramHooks().mainWindow = [this]() -> QObject* { return mainWindow_.get(); };
 }
 
 QuarvBAS::~QuarvBAS() {

@@ -4,16 +4,11 @@
 #include <QPainterPath>
 
 #include "controls/PathIcon.h"
+#include "controls/PlaceInPixels.h"
 #include "platform/forms/Twips.h"
 
 namespace quarv {
 namespace {
-
-// The layout counts device-independent pixels; the controls count twips.
-void PlaceAt(forms::Control& control, int left, int top, int width, int height) {
-    using forms::ToTwips;
-    control.Move(ToTwips(left), ToTwips(top), ToTwips(width), ToTwips(height));
-}
 
 void DrawHourglass(QPainter& painter, const PathInks& inks) {
     const QColor sand = QColor::fromRgba(0xffe0a63a);
@@ -107,33 +102,33 @@ void ConnectionDetailsControls::Caption() {
 }
 
 void ConnectionDetailsControls::Place() {
-    PlaceAt(*Tabs, 16, 16, 560, 376);
-    PlaceAt(*ConnectionFrame, 20, 52, 552, 352);
-    PlaceAt(*Label1, 20, 24, 124, FieldHeight);
-    PlaceAt(*Servername, 148, 24, 384, FieldHeight);
-    PlaceAt(*Label2, 20, 66, 124, FieldHeight);
-    PlaceAt(*DatabaseList, 148, 66, 276, FieldHeight);
-    PlaceAt(*CreateDatabase, 436, 66, ButtonWidth, FieldHeight);
-    PlaceAt(*UseWinAccount, 20, 116, 512, ChoiceHeight);
-    PlaceAt(*UseSQLAccount, 20, 146, 512, ChoiceHeight);
-    PlaceAt(*SQLAccountFrame, 20, 184, 512, 130);
-    PlaceAt(*Test, 16, 408, ButtonWidth, ButtonHeight);
-    PlaceAt(*Okay, 368, 408, ButtonWidth, ButtonHeight);
-    PlaceAt(*Cancel, 480, 408, ButtonWidth, ButtonHeight);
+    PlaceInPixels(*Tabs, 16, 16, 560, 376);
+    PlaceInPixels(*ConnectionFrame, 20, 52, 552, 352);
+    PlaceInPixels(*Label1, 20, 24, 124, FieldHeight);
+    PlaceInPixels(*Servername, 148, 24, 384, FieldHeight);
+    PlaceInPixels(*Label2, 20, 66, 124, FieldHeight);
+    PlaceInPixels(*DatabaseList, 148, 66, 276, FieldHeight);
+    PlaceInPixels(*CreateDatabase, 436, 66, ButtonWidth, FieldHeight);
+    PlaceInPixels(*UseWinAccount, 20, 116, 512, ChoiceHeight);
+    PlaceInPixels(*UseSQLAccount, 20, 146, 512, ChoiceHeight);
+    PlaceInPixels(*SQLAccountFrame, 20, 184, 512, 130);
+    PlaceInPixels(*Test, 16, 408, ButtonWidth, ButtonHeight);
+    PlaceInPixels(*Okay, 368, 408, ButtonWidth, ButtonHeight);
+    PlaceInPixels(*Cancel, 480, 408, ButtonWidth, ButtonHeight);
 }
 
 void ConnectionDetailsControls::PlaceAccount() {
-    PlaceAt(*UsernameLabel, 20, 38, 104, FieldHeight);
-    PlaceAt(*Username, 128, 38, 364, FieldHeight);
-    PlaceAt(*PaswordLabel, 20, 80, 104, FieldHeight);
-    PlaceAt(*Password, 128, 80, 364, FieldHeight);
+    PlaceInPixels(*UsernameLabel, 20, 38, 104, FieldHeight);
+    PlaceInPixels(*Username, 128, 38, 364, FieldHeight);
+    PlaceInPixels(*PaswordLabel, 20, 80, 104, FieldHeight);
+    PlaceInPixels(*Password, 128, 80, 364, FieldHeight);
 }
 
 // Over the account choices, whole, so that no text shows half; the server's name stays in sight.
 void ConnectionDetailsControls::PlacePleaseWait() {
-    PlaceAt(*PleaseWaitFrame, 20, 108, 512, 206);
-    PlaceAt(*Image1, 84, 89, 48, 48);
-    PlaceAt(*Label3, 152, 98, 300, 60);
+    PlaceInPixels(*PleaseWaitFrame, 20, 108, 512, 206);
+    PlaceInPixels(*Image1, 84, 89, 48, 48);
+    PlaceInPixels(*Label3, 152, 98, 300, 60);
     PleaseWaitFrame->SetVisible(false);
 }
 

@@ -60,6 +60,7 @@ void SQLServerConnectionDetails::Form_Load() {
     model_.SetConnectionString(
         registry_.GetMachineString(SettingsKey, ConnStrValue, DefaultConnStr));
     ShowChoices(ConnectionChoices::From(model_));
+    controls_->Servername->SetFocus();
 }
 
 void SQLServerConnectionDetails::ConnectEvents() {

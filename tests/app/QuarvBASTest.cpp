@@ -3,14 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
 
 #include "app/DatabaseView.h"
 #include "app/FakeDatabase.h"
 #include "base/DataError.h"
-#include "db/BoxWatch.h"
 #include "db/SQLServerConnectionDetails.h"
+#include "support/BoxWatcher.h"
 
 namespace quarv {
 namespace {
@@ -49,13 +50,13 @@ class QuarvBASTest : public testing::Test {
     Registry registry_{hives_};
     FakeDatabase database_;
     QuarvBAS program_{database_.script->Factory(), registry_};
-    BoxWatch watch_;
+    test::BoxWatcher watch_;
 };
 
 TEST_F(QuarvBASTest, CancelEndsTheProgram) {
     EXPECT_EQ(Run([] { Press("Cancel"); }), 0);
     EXPECT_TRUE(database_.script->Opened().isEmpty());
-    EXPECT_TRUE(watch_.boxes.empty());
+    EXPECT_TRUE(watch_.Seen().empty());
 }
 
 TEST_F(QuarvBASTest, OkayLeavesTheMainWindowUntilItIsClosed) {
@@ -73,9 +74,9 @@ TEST_F(QuarvBASTest, FailingConnectionIsShownAndEndsTheProgram) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(Run([] { Press("Okay"); }), 1);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "-2147467259: Cannot reach the server.\n");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0],
-              (SeenBox{"Cannot reach the server.", "Quarv", forms::BoxIcon::Critical}));
+    ASSERT_EQ(watch_.Seen().size(), 1U);
+    EXPECT_EQ(watch_.Seen()[0],
+              (test::SeenBox{"Cannot reach the server.", "Quarv", forms::BoxIcon::Critical}));
     EXPECT_EQ(Visible<QWidget>(), nullptr);
 }
 
@@ -84,9 +85,9 @@ TEST_F(QuarvBASTest, DuplicateNodeKeyIsShownAndEndsTheProgram) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(Run([] { Press("Okay"); }), 1);
     EXPECT_TRUE(testing::internal::GetCapturedStderr().starts_with("35602: "));
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0].title, "Quarv");
-    EXPECT_EQ(watch_.boxes[0].icon, forms::BoxIcon::Critical);
+    ASSERT_EQ(watch_.Seen().size(), 1U);
+    EXPECT_EQ(watch_.Seen()[0].title, "Quarv");
+    EXPECT_EQ(watch_.Seen()[0].icon, forms::BoxIcon::Critical);
     EXPECT_EQ(Visible<QWidget>(), nullptr);
 }
 

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "base/RuntimeError.h"
 #include "platform/forms/ButtonPlus.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Frame.h"
 #include "platform/forms/FramePlus.h"
 #include "platform/forms/TabStrip.h"
+#include "support/Raised.h"
 
 namespace quarv {
 namespace {
@@ -33,15 +33,6 @@ class TabControlHelperTest : public testing::Test {
     void SelectTab(forms::TabStrip& strip, int index) {
         strip.SetSelectedItem(strip.Tabs().Item(index));
         helper_.OnClick();
-    }
-
-    void ExpectObjectNotSet() {
-        try {
-            helper_.Init(form_);
-            FAIL() << "nothing was raised";
-        } catch (const RuntimeError& e) {
-            EXPECT_EQ(e.Number(), 91);
-        }
     }
 
     forms::Form form_{QStringLiteral("Form1")};
@@ -148,13 +139,13 @@ TEST_F(TabControlHelperTest, LastTabStripWins) {
 
 TEST_F(TabControlHelperTest, FramesWithoutATabStripRaise) {
     AddFrame("General");
-    ExpectObjectNotSet();
+    EXPECT_EQ(Raised([this] { helper_.Init(form_); }), 91);
 }
 
 TEST_F(TabControlHelperTest, TabStripWithoutATabRaises) {
     AddStrip({});
     AddFrame("General");
-    ExpectObjectNotSet();
+    EXPECT_EQ(Raised([this] { helper_.Init(form_); }), 91);
 }
 
 }  // namespace

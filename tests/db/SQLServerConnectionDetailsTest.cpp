@@ -6,12 +6,13 @@
 #include <QTest>
 
 #include "base/DataError.h"
-#include "base/Hooks.h"
 #include "base/LateBinding.h"
-#include "db/BoxWatch.h"
 #include "db/ConnectionDetailsControls.h"
 #include "db/Registry.h"
 #include "platform/ado/MemoryConnection.h"
+#include "platform/forms/MessageHooks.h"
+#include "support/BoxWatcher.h"
+#include "support/TextPrinter.h"
 
 namespace quarv {
 namespace {
@@ -41,13 +42,7 @@ registry::HivePaths PathsIn(const QTemporaryDir& folder) {
 class SQLServerConnectionDetailsTest : public testing::Test {
   protected:
     SQLServerConnectionDetailsTest() {
-        ProgramHooks().showNote = [](const QString& text, const QString& title) {
-            forms::MsgBox(text, title, forms::BoxIcon::Information);
-        };
-        ProgramHooks().askYesNo = [](const QString& text, const QString& title) {
-            return forms::MsgBox(text, title, forms::BoxIcon::Question, forms::BoxButtons::YesNo) ==
-                   forms::BoxAnswer::Yes;
-        };
+        forms::RegisterMessageHooks();
         script_->AnswerSchema(
             ado::Schema::Catalogs,
             ado::MemoryResult::Rows({"CATALOG_NAME", "DESCRIPTION"}, {{u"master"}, {u"Sales"}}));
@@ -90,7 +85,7 @@ class SQLServerConnectionDetailsTest : public testing::Test {
     std::shared_ptr<ado::MemoryScript> script_ = std::make_shared<ado::MemoryScript>();
     FakeMainWindow mainWindow_;
     std::unique_ptr<SQLServerConnectionDetails> dialog_;
-    BoxWatch watch_;
+    std::optional<test::BoxWatcher> watch_{std::in_place};
 };
 
 TEST_F(SQLServerConnectionDetailsTest, FirstRunShowsTheBuiltInString) {
@@ -146,8 +141,9 @@ TEST_F(SQLServerConnectionDetailsTest, TestOpensFillsTheListAndSaysSo) {
     Press("Test");
     EXPECT_EQ(script_->Opened(), QStringList{WindowsString});
     EXPECT_EQ(script_->OpenConnections(), 0);
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0], (SeenBox{"Test successful.", "Test", forms::BoxIcon::Information}));
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(watch_->Seen()[0],
+              (test::SeenBox{"Test successful.", "Test", forms::BoxIcon::Information}));
     auto& list = Get<forms::ComboBox>("DatabaseList");
     ASSERT_EQ(list.ListCount(), 2);
     EXPECT_EQ(list.List(0), "master");
@@ -168,9 +164,10 @@ TEST_F(SQLServerConnectionDetailsTest, FailingTestShowsDescriptionAndNumber) {
     Show();
     ChooseSqlAccount("sa", "wrong");
     Press("Test");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0], (SeenBox{"Error connecting to server: Login failed for user 'sa'.",
-                                        "Error -2147217843", forms::BoxIcon::Critical}));
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(watch_->Seen()[0],
+              (test::SeenBox{"Error connecting to server: Login failed for user 'sa'.",
+                             "Error -2147217843", forms::BoxIcon::Critical}));
     EXPECT_FALSE(Get<forms::FramePlus>("PleaseWaitFrame").Visible());
 }
 
@@ -178,8 +175,8 @@ TEST_F(SQLServerConnectionDetailsTest, ListThatCannotBeReadIsNoFailure) {
     script_->AnswerSchema(ado::Schema::Catalogs, ado::MemoryResult::Fails("no catalogue"));
     Show();
     Press("Test");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0].text, "Test successful.");
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(watch_->Seen()[0].text, "Test successful.");
     EXPECT_EQ(TextOf("DatabaseList"), "mirel");
 }
 
@@ -189,7 +186,7 @@ TEST_F(SQLServerConnectionDetailsTest, ListThatBreaksOffKeepsTheText) {
         ado::MemoryResult::Rows({"CATALOG_NAME"}, {{u"master"}}).ThenFails("gone"));
     Show();
     Press("Test");
-    EXPECT_EQ(watch_.boxes[0].text, "Test successful.");
+    EXPECT_EQ(watch_->Seen()[0].text, "Test successful.");
     EXPECT_EQ(TextOf("DatabaseList"), "mirel");
 }
 
@@ -232,9 +229,9 @@ TEST_F(SQLServerConnectionDetailsTest, MissingServerStopsTestAndOkay) {
     SetText("Servername", "");
     Press("Test");
     Press("Okay");
-    const SeenBox box{"You must provide the name of the SQL Server.", "Server name",
-                      forms::BoxIcon::Information};
-    EXPECT_EQ(watch_.boxes, (std::vector<SeenBox>{box, box}));
+    const test::SeenBox box{"You must provide the name of the SQL Server.", "Server name",
+                            forms::BoxIcon::Information};
+    EXPECT_EQ(watch_->Seen(), (std::vector<test::SeenBox>{box, box}));
     EXPECT_TRUE(script_->Opened().isEmpty());
     EXPECT_TRUE(mainWindow_.opened.isEmpty());
     EXPECT_TRUE(dialog_->isVisible());
@@ -244,8 +241,8 @@ TEST_F(SQLServerConnectionDetailsTest, MissingUserStopsTest) {
     Show();
     ChooseSqlAccount("", "p");
     Press("Test");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0].title, "Username");
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(watch_->Seen()[0].title, "Username");
     EXPECT_TRUE(script_->Opened().isEmpty());
 }
 
@@ -259,7 +256,7 @@ TEST_F(SQLServerConnectionDetailsTest, EmptyPasswordIsAcceptedAndStored) {
         "Provider=sqloledb;Data Source=srv;Initial Catalog=db;User Id=sa;Password=;";
     EXPECT_EQ(mainWindow_.opened, QStringList{expected});
     EXPECT_EQ(Stored(), expected);
-    EXPECT_TRUE(watch_.boxes.empty());
+    EXPECT_TRUE(watch_->Seen().empty());
 }
 
 TEST_F(SQLServerConnectionDetailsTest, OkayStoresOpensAndCloses) {
@@ -275,9 +272,10 @@ TEST_F(SQLServerConnectionDetailsTest, OkayNeedsADatabase) {
     Show();
     SetText("DatabaseList", "");
     Press("Okay");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0],
-              (SeenBox{"You must provide the name of a database within the SQL Server you have "
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(
+        watch_->Seen()[0],
+        (test::SeenBox{"You must provide the name of a database within the SQL Server you have "
                        "chosen.",
                        "Database name", forms::BoxIcon::Information}));
     EXPECT_TRUE(mainWindow_.opened.isEmpty());
@@ -330,13 +328,29 @@ TEST_F(SQLServerConnectionDetailsTest, EscapeCancelsAndEnterConfirms) {
     EXPECT_EQ(mainWindow_.opened.size(), 1);
 }
 
+TEST_F(SQLServerConnectionDetailsTest, TabKeyVisitsTheControlsFromTopToBottom) {
+    Store("Provider=sqloledb;Data Source=srv;User Id=sa;Password=p;");
+    Show();
+    QStringList visited;
+    for (int i = 0; i < 10; ++i) {
+        QWidget* focus = dialog_->focusWidget();
+        ASSERT_NE(focus, nullptr);
+        QWidget* control = forms::ControlOf(focus) != nullptr ? focus : focus->parentWidget();
+        visited.append(control->objectName());
+        QTest::keyClick(focus, Qt::Key_Tab);
+    }
+    EXPECT_EQ(visited,
+              (QStringList{"Servername", "DatabaseList", "CreateDatabase", "UseWinAccount",
+                           "UseSQLAccount", "Username", "Password", "Test", "Okay", "Cancel"}));
+}
+
 TEST_F(SQLServerConnectionDetailsTest, CreateRefusesAOneLetterName) {
     Show();
     SetText("DatabaseList", "x");
     Press("CreateDatabase");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0],
-              (SeenBox{"You need a valid database name!", "Note", forms::BoxIcon::Information}));
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(watch_->Seen()[0], (test::SeenBox{"You need a valid database name!", "Note",
+                                                forms::BoxIcon::Information}));
     EXPECT_TRUE(script_->Opened().isEmpty());
 }
 
@@ -344,10 +358,10 @@ TEST_F(SQLServerConnectionDetailsTest, CreateNeedsAConnection) {
     script_->FailOpen(DataError(-2147467259, "no server"));
     Show();
     Press("CreateDatabase");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0].text,
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(watch_->Seen()[0].text,
               "Please test the connection before attempting to Create a new database!!!");
-    EXPECT_EQ(watch_.boxes[0].icon, forms::BoxIcon::None);
+    EXPECT_EQ(watch_->Seen()[0].icon, forms::BoxIcon::None);
     EXPECT_TRUE(script_->Statements().isEmpty());
 }
 
@@ -355,20 +369,20 @@ TEST_F(SQLServerConnectionDetailsTest, CreateRefusesAKnownNameInAnyCase) {
     Show();
     SetText("DatabaseList", "sales");
     Press("CreateDatabase");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0].text, "This database already exists!!! Create Failed");
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(watch_->Seen()[0].text, "This database already exists!!! Create Failed");
     EXPECT_TRUE(script_->Statements().isEmpty());
 }
 
 TEST_F(SQLServerConnectionDetailsTest, CreateAsksFirst) {
     Show();
     SetText("DatabaseList", "fresh");
-    watch_.answer = "No";
+    watch_.emplace(forms::BoxAnswer::No);
     Press("CreateDatabase");
-    ASSERT_EQ(watch_.boxes.size(), 1U);
-    EXPECT_EQ(watch_.boxes[0],
-              (SeenBox{"Are you sure you wish to create a database called [fresh]?", "Question",
-                       forms::BoxIcon::Question}));
+    ASSERT_EQ(watch_->Seen().size(), 1U);
+    EXPECT_EQ(watch_->Seen()[0],
+              (test::SeenBox{"Are you sure you wish to create a database called [fresh]?",
+                             "Question", forms::BoxIcon::Question}));
     EXPECT_TRUE(script_->Statements().isEmpty());
 }
 
@@ -379,7 +393,7 @@ TEST_F(SQLServerConnectionDetailsTest, CreateSendsTheStatementAndKeepsTheName) {
     Press("CreateDatabase");
     EXPECT_EQ(script_->Statements(), QStringList{"CREATE DATABASE [fresh]"});
     EXPECT_EQ(TextOf("DatabaseList"), "fresh");
-    EXPECT_EQ(watch_.boxes.size(), 1U);
+    EXPECT_EQ(watch_->Seen().size(), 1U);
 }
 
 TEST_F(SQLServerConnectionDetailsTest, FailingCreateIsShown) {
@@ -387,9 +401,9 @@ TEST_F(SQLServerConnectionDetailsTest, FailingCreateIsShown) {
     Show();
     SetText("DatabaseList", "fresh");
     Press("CreateDatabase");
-    ASSERT_EQ(watch_.boxes.size(), 2U);
-    EXPECT_EQ(watch_.boxes[1],
-              (SeenBox{"Permission denied.", "Error -2147217900", forms::BoxIcon::Critical}));
+    ASSERT_EQ(watch_->Seen().size(), 2U);
+    EXPECT_EQ(watch_->Seen()[1],
+              (test::SeenBox{"Permission denied.", "Error -2147217900", forms::BoxIcon::Critical}));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "platform/forms/Form.h"
 #include "platform/forms/FramePlus.h"
 #include "platform/forms/ListView.h"
+#include "support/Raised.h"
 
 namespace quarv {
 namespace {
@@ -112,12 +113,7 @@ TEST_F(TableFieldViewTest, FailingReadLeavesWhatCameBefore) {
 
 TEST_F(TableFieldViewTest, ColumnsOfTwoTablesOfOneNameAreRefused) {
     Answer("T", ColumnRows({{.name = "id", .dataType = "int"}, {.name = "ID", .dataType = "int"}}));
-    try {
-        view_.Investigate(QStringLiteral("T"), db_);
-        FAIL() << "nothing was raised";
-    } catch (const Error& e) {
-        EXPECT_EQ(e.Number(), 35602);
-    }
+    EXPECT_EQ(Raised([this] { view_.Investigate(QStringLiteral("T"), db_); }), 35602);
     EXPECT_EQ(Detail().ListItems().Count(), 1);
 }
 

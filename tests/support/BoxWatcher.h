@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <ostream>
 #include <vector>
 
 #include "platform/forms/MsgBox.h"
@@ -13,7 +14,15 @@ struct SeenBox {
     QString text;
     QString title;
     forms::BoxIcon icon;
+
+    bool operator==(const SeenBox&) const = default;
 };
+
+// For GoogleTest.
+inline void PrintTo(const SeenBox& box, std::ostream* out) {
+    *out << '"' << box.text.toStdString() << "\" titled \"" << box.title.toStdString()
+         << "\", icon " << static_cast<int>(box.icon);
+}
 
 class BoxWatcher : public QObject {
     Q_OBJECT

@@ -69,7 +69,7 @@ QString SmallDateTimeText(Content content) {
 QString OffsetText(int16_t minutes) {
     const int size = std::abs(minutes);
     return QStringLiteral("%1%2:%3")
-        .arg(minutes < 0 ? u'-' : u'+')
+        .arg(minutes < 0 ? QChar(u'-') : QChar(u'+'))
         .arg(size / 60, 2, 10, QLatin1Char('0'))
         .arg(size % 60, 2, 10, QLatin1Char('0'));
 }

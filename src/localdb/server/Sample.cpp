@@ -1,8 +1,6 @@
 #include "localdb/server/Sample.h"
 
-#include <QDir>
 #include <QFile>
-#include <QSet>
 
 #include "localdb/server/ServerError.h"
 
@@ -38,73 +36,77 @@ class ErrorSink final : public engine::ResultSink {
     QString text_;
 };
 
-// A scratch directory that is gone afterwards, and before if an earlier try was cut short.
-class Workshop {
+// Stands while the sample is in the making, a kill included.
+class Mark {
   public:
-    explicit Workshop(const QString& path) : directory_(path) {
-        directory_.removeRecursively();
-        directory_.mkpath(QStringLiteral("."));
-    }
-    ~Workshop() { directory_.removeRecursively(); }
-    Workshop(const Workshop&) = delete;
-    Workshop& operator=(const Workshop&) = delete;
+    explicit Mark(const QString& path) : path_(path) {}
 
-    QString Path() const { return directory_.absolutePath(); }
-    QSet<QString> Files() const {
-        const QStringList names = directory_.entryList(QDir::Files | QDir::Hidden);
-        return {names.begin(), names.end()};
+    bool Stands() const { return QFile::exists(path_); }
+    bool Set() const { return QFile(path_).open(QIODevice::WriteOnly); }
+    void Clear() const { QFile::remove(path_); }
+
+  private:
+    QString path_;
+};
+
+class Maker {
+  public:
+    Maker(engine::Server& server, const EngineAccess& engine)
+        : server_(server), engine_(engine), session_(server.NewSession(QStringLiteral("sa"))) {}
+
+    void Drop() {
+        if (!server_.HasDatabase(engine_.sampleName)) return;
+        session_->UseDatabase(QStringLiteral("master"));
+        Run(QStringLiteral("DROP DATABASE [%1]").arg(engine_.sampleName), QStringLiteral("drop"));
+    }
+
+    void Make() {
+        Run(QStringLiteral("CREATE DATABASE [%1]").arg(engine_.sampleName),
+            QStringLiteral("create"));
+        session_->UseDatabase(engine_.sampleName);
+        int number = 0;
+        for (const QString& batch : engine_.sampleBatches) {
+            Run(batch, QStringLiteral("batch %1").arg(++number));
+        }
     }
 
   private:
-    QDir directory_;
-};
-
-void RunAll(engine::Session& session, const EngineAccess& engine) {
-    const auto run = [&](const QString& batch, int number) {
+    void Run(const QString& batch, const QString& what) {
         ErrorSink sink;
-        session.RunBatch(batch, sink);
+        session_->RunBatch(batch, sink);
         if (!sink.Failed()) return;
-        throw ServerError(ServerError::Sample, engine.sampleName,
-                          QStringLiteral("batch %1, %2").arg(number).arg(sink.Text()));
-    };
-    run(QStringLiteral("CREATE DATABASE [%1]").arg(engine.sampleName), 0);
-    session.UseDatabase(engine.sampleName);
-    int number = 0;
-    for (const QString& batch : engine.sampleBatches) run(batch, ++number);
-}
+        throw ServerError(ServerError::Sample, engine_.sampleName,
+                          what + QStringLiteral(", ") + sink.Text());
+    }
 
-void MakeIn(Workshop& workshop, const EngineAccess& engine, const QString& dataDirectory) {
-    QSet<QString> before;
-    {
-        const auto server = engine.open(workshop.Path());
-        before = workshop.Files();
-        RunAll(*server->NewSession(QStringLiteral("sa")), engine);
-    }
-    QSet<QString> made = workshop.Files().subtract(before);
-    // A closed database is one file; the rename is what makes it appear, in one step.
-    if (made.size() != 1) {
-        throw ServerError(ServerError::Sample, engine.sampleName,
-                          QStringLiteral("its file was not found"));
-    }
-    const QString name = *made.begin();
-    if (!QFile::rename(workshop.Path() + u'/' + name, dataDirectory + u'/' + name)) {
-        throw ServerError(ServerError::Sample, engine.sampleName,
-                          QStringLiteral("its file could not be moved into place"));
-    }
-}
+    engine::Server& server_;
+    const EngineAccess& engine_;
+    std::unique_ptr<engine::Session> session_;
+};
 
 }  // namespace
 
 std::unique_ptr<engine::Server> OpenWithSample(const EngineAccess& engine,
                                                const QString& dataDirectory) {
     auto server = engine.open(dataDirectory);
-    if (engine.sampleName.isEmpty() || server->HasDatabase(engine.sampleName)) return server;
-    server.reset();
-    {
-        Workshop workshop(dataDirectory + QStringLiteral("/.sample"));
-        MakeIn(workshop, engine, dataDirectory);
+    const Mark mark(dataDirectory + QStringLiteral("/.sample-unfinished"));
+    if (engine.sampleName.isEmpty()) return server;
+    if (server->HasDatabase(engine.sampleName) && !mark.Stands()) return server;
+    if (!mark.Set()) {
+        throw ServerError(ServerError::Sample, engine.sampleName,
+                          QStringLiteral("the data directory cannot be written"));
     }
-    return engine.open(dataDirectory);
+    Maker maker(*server, engine);
+    try {
+        maker.Drop();
+        maker.Make();
+    } catch (const Error&) {
+        maker.Drop();
+        mark.Clear();
+        throw;
+    }
+    mark.Clear();
+    return server;
 }
 
 }  // namespace quarv::localdb::server

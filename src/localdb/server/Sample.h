@@ -1,13 +1,13 @@
-// Sample: makes the sample database whole or not at all: in a directory of its own, from where its
-// file moves to its place only when every batch has run.
+// Sample: makes the sample database whole or not at all. A mark in the data directory says that it
+// is being made; whoever finds the mark finds half a database and begins anew.
 #pragma once
 
 #include "localdb/server/EngineAccess.h"
 
 namespace quarv::localdb::server {
 
-// Opens the data directory, making the sample in it first where the database is missing. Raises
-// ServerError Sample, with nothing half made left behind.
+// Opens the data directory and makes the sample where the database is missing or half made; before
+// any client can see it. Raises ServerError Sample, with nothing half made left behind.
 std::unique_ptr<engine::Server> OpenWithSample(const EngineAccess& engine,
                                                const QString& dataDirectory);
 

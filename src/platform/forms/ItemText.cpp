@@ -32,15 +32,19 @@ QString ShownText(const QString& text) {
 }
 
 QString FoldKey(const QString& key) {
-    QString folded;
-    folded.reserve(key.size());
+    // Simple folding keeps every character's number of units, so it can be done in place.
+    QString folded(key.size(), Qt::Uninitialized);
+    QChar* out = folded.data();
     for (int i = 0; i < key.size(); ++i) {
         const QChar c = key.at(i);
-        if (c.isHighSurrogate() && i + 1 < key.size() && key.at(i + 1).isLowSurrogate()) {
+        if (c.unicode() < 0x80) {
+            *out++ = c >= u'A' && c <= u'Z' ? QChar(c.unicode() | 0x20) : c;
+        } else if (c.isHighSurrogate() && i + 1 < key.size() && key.at(i + 1).isLowSurrogate()) {
             const char32_t code = QChar::toCaseFolded(QChar::surrogateToUcs4(c, key.at(++i)));
-            folded += QStringView(QChar::fromUcs4(code));
+            *out++ = QChar(QChar::highSurrogate(code));
+            *out++ = QChar(QChar::lowSurrogate(code));
         } else {
-            folded += c.toCaseFolded();
+            *out++ = c.toCaseFolded();
         }
     }
     return folded;

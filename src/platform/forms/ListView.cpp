@@ -8,9 +8,16 @@
 #include "platform/forms/Application.h"
 #include "platform/forms/ItemText.h"
 #include "platform/forms/ListModel.h"
+#include "platform/forms/RowDelegate.h"
 #include "platform/forms/Twips.h"
 
 namespace quarv::forms {
+
+namespace {
+
+constexpr int RowAir = 6;
+
+}  // namespace
 
 void ColumnHeaders::Add(const QString& key, const QString& text, double width,
                         ColumnAlignment alignment) {
@@ -57,6 +64,7 @@ ListView::ListView(QWidget* container, const QString& name)
       columns_(*this),
       items_(*model_) {
     setModel(model_);
+    setItemDelegate(new RowDelegate(this, RowAir));
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);

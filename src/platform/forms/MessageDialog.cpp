@@ -15,6 +15,7 @@ namespace quarv::forms {
 namespace {
 
 constexpr int LongestLabel = 4000;  // UTF-16 units; beyond, a scrolled editor lays out lazily
+constexpr int LongestLine = 1000;   // UTF-16 units; laying out one line costs its length squared
 constexpr double WidthShare = 0.5;  // of the screen
 constexpr double HeightShare = 0.6;
 constexpr int WidestLine = 560;  // pixels
@@ -34,6 +35,22 @@ QString LineFeeds(QString text) {
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     text.replace(u'\r', u'\n');
     return text;
+}
+
+// `text` with a line end put into every line that would take seconds to lay out.
+QString BreakLongLines(const QString& text) {
+    QString broken;
+    broken.reserve(text.size() + text.size() / LongestLine);
+    int inLine = 0;
+    for (const QChar c : text) {
+        if (inLine >= LongestLine && !c.isLowSurrogate()) {
+            broken += u'\n';
+            inLine = 0;
+        }
+        broken += c;
+        inLine = c == u'\n' ? 0 : inLine + 1;
+    }
+    return broken;
 }
 
 }  // namespace
@@ -94,7 +111,7 @@ QWidget* MessageDialog::MakeMessage() {
 QWidget* MessageDialog::MakeScrollingMessage(int width, int height) {
     auto* memo = new QPlainTextEdit(this);
     memo->setObjectName(QStringLiteral("Message"));
-    memo->setPlainText(text_);
+    memo->setPlainText(BreakLongLines(LineFeeds(text_)));
     memo->setReadOnly(true);
     memo->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     memo->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

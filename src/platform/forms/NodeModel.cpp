@@ -26,12 +26,11 @@ NodeModel::~NodeModel() = default;
 
 Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QString& text,
                      int image) {
-    Node* parent = relativeKey.isEmpty() ? root_.get() : Find(relativeKey);
+    Node* parent = ParentFor(relativeKey);
     if (parent == nullptr) throw RuntimeError(RuntimeError::ElementNotFound, relativeKey);
     if (image < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
-    const QString folded = FoldKey(key);
-    if (!key.isEmpty() && keys_.contains(folded))
-        throw RuntimeError(RuntimeError::KeyNotUnique, key);
+    Node** slot = key.isEmpty() ? nullptr : &keys_[FoldKey(key)];
+    if (slot != nullptr && *slot != nullptr) throw RuntimeError(RuntimeError::KeyNotUnique, key);
     nodes_.push_back(std::unique_ptr<Node>(new Node));
     Node& node = *nodes_.back();
     node.model_ = this;
@@ -41,10 +40,17 @@ Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QStri
     node.image_ = image;
     node.index_ = static_cast<int>(nodes_.size());
     node.row_ = static_cast<int>(parent->children_.size());
-    if (!key.isEmpty()) keys_.insert(folded, &node);
+    if (slot != nullptr) *slot = &node;
     parent->children_.push_back(&node);
     ScheduleFlush(*parent);
     return node;
+}
+
+Node* NodeModel::ParentFor(const QString& relativeKey) {
+    if (relativeKey.isEmpty()) return root_.get();
+    // Children mostly come one after another under the same parent.
+    if (lastParent_ == nullptr || lastParent_->key_ != relativeKey) lastParent_ = Find(relativeKey);
+    return lastParent_;
 }
 
 void NodeModel::ScheduleFlush(Node& parent) {
@@ -87,6 +93,7 @@ void NodeModel::Clear() {
     nodes_.clear();
     keys_.clear();
     waiting_.clear();
+    lastParent_ = nullptr;
     endResetModel();
 }
 

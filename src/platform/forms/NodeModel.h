@@ -52,6 +52,7 @@ class NodeModel : public QAbstractItemModel {
     void ExpansionChanged(const QModelIndex& index, bool expanded);
 
   private:
+    Node* ParentFor(const QString& relativeKey);
     void ScheduleFlush(Node& parent);
     void Show(Node& parent);
 
@@ -59,6 +60,7 @@ class NodeModel : public QAbstractItemModel {
     std::vector<std::unique_ptr<Node>> nodes_;
     QHash<QString, Node*> keys_;  // by folded key
     std::vector<Node*> waiting_;  // parents with children that the view does not know
+    Node* lastParent_ = nullptr;  // of the last Add; null for none
     std::vector<QIcon> images_;
     bool flushPending_ = false;
 };

@@ -9,8 +9,15 @@
 #include "platform/forms/ImageList.h"
 #include "platform/forms/ItemText.h"
 #include "platform/forms/NodeModel.h"
+#include "platform/forms/RowDelegate.h"
 
 namespace quarv::forms {
+
+namespace {
+
+constexpr int RowAir = 2;
+
+}  // namespace
 
 Node& Nodes::Add(const QString& relativeKey, const QString& key, const QString& text, int image) {
     return model_.Add(relativeKey, key, text, image);
@@ -41,6 +48,7 @@ TreeView::TreeView(QWidget* container, const QString& name)
       model_(new NodeModel(this)),
       nodes_(*model_) {
     setModel(model_);
+    setItemDelegate(new RowDelegate(this, RowAir));
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setEditTriggers(NoEditTriggers);

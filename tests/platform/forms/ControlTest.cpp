@@ -7,7 +7,6 @@
 #include <limits>
 
 #include "base/LateBinding.h"
-#include "base/RuntimeError.h"
 #include "platform/forms/ButtonPlus.h"
 #include "platform/forms/ComboBox.h"
 #include "platform/forms/Form.h"
@@ -22,19 +21,10 @@
 #include "platform/forms/TextBox.h"
 #include "platform/forms/TreeView.h"
 #include "platform/forms/UserControl.h"
-#include "support/TextPrinter.h"
+#include "support/Raised.h"
 
 namespace quarv::forms {
 namespace {
-
-int NumberRaisedBy(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Error& error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 TEST(Control, LengthsReadBackExactlyAsWritten) {
     Form form(u"F"_qs);
@@ -74,11 +64,10 @@ TEST(Control, RefusesNegativeSizesAndWhatIsNoNumber) {
     Form form(u"F"_qs);
     Label label(&form, u"L"_qs);
     label.Move(15, 15, 150, 150);
-    EXPECT_EQ(NumberRaisedBy([&] { label.SetWidth(-1); }), 380);
-    EXPECT_EQ(NumberRaisedBy([&] { label.SetHeight(-0.5); }), 380);
-    EXPECT_EQ(NumberRaisedBy([&] { label.SetLeft(std::numeric_limits<double>::quiet_NaN()); }),
-              380);
-    EXPECT_EQ(NumberRaisedBy([&] { label.SetTop(std::numeric_limits<double>::infinity()); }), 380);
+    EXPECT_EQ(Raised([&] { label.SetWidth(-1); }), 380);
+    EXPECT_EQ(Raised([&] { label.SetHeight(-0.5); }), 380);
+    EXPECT_EQ(Raised([&] { label.SetLeft(std::numeric_limits<double>::quiet_NaN()); }), 380);
+    EXPECT_EQ(Raised([&] { label.SetTop(std::numeric_limits<double>::infinity()); }), 380);
     EXPECT_EQ(label.Width(), 150);
     EXPECT_EQ(label.geometry(), QRect(1, 1, 10, 10));
 }
@@ -107,8 +96,8 @@ TEST(Control, PropertiesAreReachedByName) {
     EXPECT_EQ(GetByName(&frame, u"Tag"_qs).ToText(), u"Page"_qs);
     EXPECT_EQ(frame.BorderStyle(), 0);
     EXPECT_EQ(frame.Caption(), u"C"_qs);
-    EXPECT_EQ(NumberRaisedBy([&] { SetByName(&frame, u"Picture"_qs, Value(1)); }), 438);
-    EXPECT_EQ(NumberRaisedBy([&] { SetByName(&frame, u"BorderStyle"_qs, Value(7)); }), 380);
+    EXPECT_EQ(Raised([&] { SetByName(&frame, u"Picture"_qs, Value(1)); }), 438);
+    EXPECT_EQ(Raised([&] { SetByName(&frame, u"BorderStyle"_qs, Value(7)); }), 380);
 }
 
 template <typename T>

@@ -10,7 +10,7 @@
 #include "platform/forms/ComboBox.h"
 #include "platform/forms/FramePlus.h"
 #include "platform/forms/TextBox.h"
-#include "support/TextPrinter.h"
+#include "support/Raised.h"
 
 namespace quarv::forms {
 namespace {
@@ -123,12 +123,7 @@ TEST(Form, ResizeFromCodeIsRaisedOnce) {
 
 TEST(Form, RefusesAnUnknownBorderStyle) {
     Form form(u"F"_qs);
-    try {
-        form.SetBorderStyle(9);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 380);
-    }
+    EXPECT_EQ(Raised([&] { form.SetBorderStyle(9); }), 380);
 }
 
 class FormKeys : public testing::Test {

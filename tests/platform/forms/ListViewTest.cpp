@@ -12,7 +12,7 @@
 
 #include "base/RuntimeError.h"
 #include "platform/forms/Form.h"
-#include "support/TextPrinter.h"
+#include "support/Raised.h"
 
 namespace quarv::forms {
 namespace {
@@ -78,12 +78,7 @@ TEST_F(List, UnknownColumnsAreRefused) {
 
 TEST_F(List, ADuplicateKeyIsRefusedInAnyLetterCase) {
     list.ListItems().Add(u"Id"_qs, u"Id"_qs);
-    try {
-        list.ListItems().Add(u"ID"_qs, u"ID"_qs);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 35602);
-    }
+    EXPECT_EQ(Raised([&] { list.ListItems().Add(u"ID"_qs, u"ID"_qs); }), 35602);
     EXPECT_EQ(list.ListItems().Count(), 1);
     list.ListItems().Add({}, u"x"_qs);
     list.ListItems().Add({}, u"x"_qs);
@@ -96,12 +91,7 @@ TEST_F(List, ItemsAreFoundByPositionAndKey) {
     EXPECT_EQ(list.ListItems().Item(2).Text(), u"second"_qs);
     EXPECT_EQ(list.ListItems().Item(u"B"_qs).Index(), 2);
     EXPECT_THROW(list.ListItems().Item(3), RuntimeError);
-    try {
-        list.ListItems().Item(u"c"_qs);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 35601);
-    }
+    EXPECT_EQ(Raised([&] { list.ListItems().Item(u"c"_qs); }), 35601);
 }
 
 TEST_F(List, ClearingAndFillingAgainReplacesTheRows) {

@@ -6,7 +6,7 @@
 #include "platform/forms/Form.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/PictureBox.h"
-#include "support/TextPrinter.h"
+#include "support/Raised.h"
 
 namespace quarv::forms {
 namespace {
@@ -31,12 +31,7 @@ TEST(ImageList, NumbersPicturesFromOne) {
 TEST(ImageList, RefusesAFileThatIsNotThere) {
     Form form(u"F"_qs);
     ImageList list(&form, u"Icons"_qs);
-    try {
-        list.Add(u":/none.svg"_qs);
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.Number(), 53);
-    }
+    EXPECT_EQ(Raised([&] { list.Add(u":/none.svg"_qs); }), 53);
     EXPECT_EQ(list.Count(), 0);
 }
 

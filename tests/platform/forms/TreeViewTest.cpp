@@ -10,7 +10,7 @@
 #include "base/RuntimeError.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/ImageList.h"
-#include "support/TextPrinter.h"
+#include "support/Raised.h"
 
 namespace quarv::forms {
 namespace {
@@ -115,24 +115,15 @@ TEST_F(Tree, AUserCollapsedNodeStaysSoWhenChildrenComeLater) {
 
 TEST_F(Tree, ADuplicateKeyIsRefusedAndAddsNothing) {
     Fill();
-    try {
-        tree.Nodes().Add(u"Tables"_qs, u"_TBL_orders"_qs, u"orders"_qs, 1);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 35602);
-    }
+    EXPECT_EQ(Raised([&] { tree.Nodes().Add(u"Tables"_qs, u"_TBL_orders"_qs, u"orders"_qs, 1); }),
+              35602);
     EXPECT_EQ(tree.Nodes().Count(), 5);
     EXPECT_EQ(tree.Nodes().Item(u"Tables"_qs).Children().size(), 1U);
 }
 
 TEST_F(Tree, AnUnknownParentIsRefused) {
     Fill();
-    try {
-        tree.Nodes().Add(u"Views"_qs, u"v"_qs, u"v"_qs);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), 35601);
-    }
+    EXPECT_EQ(Raised([&] { tree.Nodes().Add(u"Views"_qs, u"v"_qs, u"v"_qs); }), 35601);
     EXPECT_EQ(tree.Nodes().Count(), 5);
     EXPECT_THROW(tree.Nodes().Item(6), RuntimeError);
     EXPECT_THROW(tree.Nodes().Item(0), RuntimeError);

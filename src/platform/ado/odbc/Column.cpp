@@ -12,6 +12,7 @@ namespace {
 
 // SQL Server's own types, by the driver's numbers.
 constexpr SQLSMALLINT SqlVariant = -150;
+constexpr SQLSMALLINT SqlUserDefined = -151;
 constexpr SQLSMALLINT SqlXml = -152;
 constexpr SQLSMALLINT SqlTime2 = -154;
 constexpr SQLSMALLINT SqlTimestampOffset = -155;
@@ -51,6 +52,7 @@ constexpr std::array Types{
     TypeRow{SQL_BINARY, SQL_C_BINARY, CellKind::Bytes, Width::ByteCount, 0},
     TypeRow{SQL_VARBINARY, SQL_C_BINARY, CellKind::Bytes, Width::ByteCount, 0},
     TypeRow{SQL_LONGVARBINARY, SQL_C_BINARY, CellKind::Bytes, Width::Unbounded, 0},
+    TypeRow{SqlUserDefined, SQL_C_BINARY, CellKind::Bytes, Width::Unbounded, 0},
     TypeRow{SQL_TYPE_DATE, SQL_C_TYPE_DATE, CellKind::Date, Width::Fixed, sizeof(SQL_DATE_STRUCT)},
     TypeRow{SQL_TYPE_TIME, SQL_C_TYPE_TIME, CellKind::Time, Width::Fixed, sizeof(SQL_TIME_STRUCT)},
     TypeRow{SqlTime2, SQL_C_BINARY, CellKind::TimeExact, Width::Fixed, 12},

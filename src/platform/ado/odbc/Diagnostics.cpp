@@ -100,7 +100,8 @@ const DiagnosticRecord* Diagnostics::FindNative(std::initializer_list<int> numbe
 
 DataError Diagnostics::StatementError(bool lost) const {
     const DiagnosticRecord* cause = Cause();
-    if (lost)
+    const bool serverSpoke = cause && cause->nativeError != 0 && !cause->IsFromDriver();
+    if (lost && !serverSpoke)
         return DataError(UnspecifiedDataError,
                          QStringLiteral("The connection to the server was lost. Check that the "
                                         "server still runs, then open the database again."),

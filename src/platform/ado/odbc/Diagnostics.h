@@ -37,7 +37,7 @@ class Diagnostics {
     const DiagnosticRecord* FindNative(std::initializer_list<int> numbers) const;
 
     // The error of a failed statement. `lost`: the connection is dead, which says more than the
-    // driver's words.
+    // driver's words, though not more than the server's last ones.
     DataError StatementError(bool lost) const;
 
   private:

@@ -50,7 +50,7 @@ class LiveResult : public Result {
     std::vector<Source> sources_;
     qint64 row_ = 0;  // 1-based number of the current row
     bool atEnd_ = false;
-    bool anyOrder_;             // the driver reads columns in any order, bound ones included
+    bool anyOrder_;             // the driver reads columns in any order
     std::size_t readUpTo_ = 0;  // without anyOrder_: columns of this row already read
 };
 

@@ -1,18 +1,38 @@
 #include "platform/ado/odbc/OdbcSession.h"
 
+#include <QByteArray>
+#include <array>
+
 #include "platform/ado/odbc/Diagnostics.h"
 #include "platform/ado/odbc/OdbcCommand.h"
 
 namespace quarv::ado::odbc {
 
-OdbcSession::OdbcSession(EnvironmentHandle environment, ConnectionHandle connection)
-    : environment_(std::move(environment)), connection_(std::move(connection)) {
-    SQLUINTEGER extensions = 0;
-    const SQLRETURN rc = SQLGetInfo(connection_.get(), SQL_GETDATA_EXTENSIONS, &extensions,
-                                    sizeof extensions, nullptr);
-    constexpr SQLUINTEGER needed = SQL_GD_ANY_COLUMN | SQL_GD_ANY_ORDER | SQL_GD_BOUND;
-    anyOrder_ = SQL_SUCCEEDED(rc) && (extensions & needed) == needed;
+namespace {
+
+// The driver for SQL Server reads in any order, but does not say so.
+bool IsKnownToReadInAnyOrder(SQLHDBC connection) {
+    std::array<SQLCHAR, 256> name{};
+    const SQLRETURN rc = SQLGetInfo(connection, SQL_DRIVER_NAME, name.data(), name.size(), nullptr);
+    return SQL_SUCCEEDED(rc) &&
+           QByteArray(reinterpret_cast<const char*>(name.data())).startsWith("libtdsodbc.so");
 }
+
+bool SaysItReadsInAnyOrder(SQLHDBC connection) {
+    SQLUINTEGER extensions = 0;
+    const SQLRETURN rc =
+        SQLGetInfo(connection, SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);
+    constexpr SQLUINTEGER needed = SQL_GD_ANY_COLUMN | SQL_GD_ANY_ORDER;
+    return SQL_SUCCEEDED(rc) && (extensions & needed) == needed;
+}
+
+}  // namespace
+
+OdbcSession::OdbcSession(EnvironmentHandle environment, ConnectionHandle connection)
+    : environment_(std::move(environment)),
+      connection_(std::move(connection)),
+      anyOrder_(SaysItReadsInAnyOrder(connection_.get()) ||
+                IsKnownToReadInAnyOrder(connection_.get())) {}
 
 OdbcSession::~OdbcSession() {
     Close();

@@ -25,7 +25,7 @@ class OdbcSession {
     bool IsClosed() const { return closed_; }
     // The server or the way to it is gone.
     bool IsDead() const;
-    // SQLGetData takes columns in any order, bound ones included.
+    // SQLGetData takes columns in any order, those before the last bound one included.
     bool ReadsInAnyOrder() const { return anyOrder_; }
     // The error of the last call on `statement`.
     DataError StatementError(SQLHSTMT statement) const;
@@ -37,9 +37,9 @@ class OdbcSession {
   private:
     EnvironmentHandle environment_;
     ConnectionHandle connection_;
-    std::weak_ptr<OdbcCommand> busy_;
-    bool anyOrder_ = false;
+    bool anyOrder_;
     bool closed_ = false;
+    std::weak_ptr<OdbcCommand> busy_;
 };
 
 }  // namespace quarv::ado::odbc

@@ -1,6 +1,5 @@
 #include "platform/ado/odbc/FakeServer.h"
 
-#include <arpa/inet.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -8,6 +7,8 @@
 #include <QRandomGenerator>
 #include <algorithm>
 #include <optional>
+
+#include "platform/ado/odbc/Loopback.h"
 
 namespace quarv::test {
 
@@ -19,16 +20,6 @@ namespace {
 constexpr quint8 Batch = 0x01, Call = 0x03, Reply = 0x04, Attention = 0x06;
 constexpr int HeaderSize = 8;
 constexpr int PacketSize = 4096;
-
-bool SendAll(int fd, const QByteArray& bytes) {
-    for (qsizetype sent = 0; sent < bytes.size();) {
-        const ssize_t n = send(fd, bytes.constData() + sent,
-                               static_cast<std::size_t>(bytes.size() - sent), MSG_NOSIGNAL);
-        if (n <= 0) return false;
-        sent += n;
-    }
-    return true;
-}
 
 std::optional<QByteArray> Receive(int fd, int count) {
     QByteArray bytes(count, 0);
@@ -88,17 +79,7 @@ FakeServer::FakeServer(const FakeTds& answer)
     : FakeServer([bytes = answer.Bytes()](const QString&) { return bytes; }) {}
 
 FakeServer::FakeServer(Manners manners, Answerer answerer)
-    : manners_(manners), answerer_(std::move(answerer)) {
-    listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    if (bind(listener_, reinterpret_cast<sockaddr*>(&address), length) != 0 ||
-        listen(listener_, 8) != 0)
-        qFatal("no loopback port for a fake server");
-    getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &length);
-    port_ = ntohs(address.sin_port);
+    : manners_(manners), answerer_(std::move(answerer)), listener_(ListenOnLoopback(port_)) {
     acceptor_ = std::thread([this] { Accept(); });
 }
 

@@ -69,8 +69,8 @@ class FakeServer {
 
     Manners manners_;
     Answerer answerer_;
-    int listener_ = -1;
     int port_ = 0;
+    int listener_;
     std::atomic<bool> ending_ = false;
     mutable std::mutex mutex_;
     std::vector<int> open_;

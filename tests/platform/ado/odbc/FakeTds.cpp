@@ -92,6 +92,27 @@ FakeColumn FakeColumn::Variant(const QString& name) {
     return {name, Byte(0x62) + Le(8009, 4), Prefix::Long};
 }
 
+FakeColumn FakeColumn::UserDefined(const QString& name) {
+    return {name,
+            Byte(0xF0) + Short(0xFFFF) + ByteText(QStringLiteral("db")) +
+                ByteText(QStringLiteral("sys")) + ByteText(QStringLiteral("geography")) + Short(5) +
+                Utf16(QStringLiteral("Types")),
+            Prefix::Parts};
+}
+// The table that a long column belongs to is named behind its type, in parts.
+FakeColumn FakeColumn::Text(const QString& name) {
+    return {name, Byte(0x23) + Le(0x7FFFFFFF, 4) + Collation + Byte(1) + Short(1) + Utf16("t"),
+            Prefix::Pointer};
+}
+FakeColumn FakeColumn::NText(const QString& name) {
+    return {name, Byte(0x63) + Le(0x7FFFFFFE, 4) + Collation + Byte(1) + Short(1) + Utf16("t"),
+            Prefix::Pointer};
+}
+FakeColumn FakeColumn::Image(const QString& name) {
+    return {name, Byte(0x22) + Le(0x7FFFFFFF, 4) + Byte(1) + Short(1) + Utf16("t"),
+            Prefix::Pointer};
+}
+
 FakeTds& FakeTds::Columns(std::vector<FakeColumn> columns) {
     columns_ = std::move(columns);
     bytes_ += Byte(0x81) + Short(static_cast<int>(columns_.size()));
@@ -114,6 +135,10 @@ FakeTds& FakeTds::Row(std::initializer_list<FakeValue> values) {
                 break;
             case FakeColumn::Prefix::Long:
                 bytes_ += Le(size, 4);
+                break;
+            case FakeColumn::Prefix::Pointer:
+                bytes_ += Byte(value ? 16 : 0);
+                if (value) bytes_ += QByteArray(24, 'p') + Le(size, 4);
                 break;
             case FakeColumn::Prefix::Parts:
                 bytes_ += Le(value ? size : ~quint64{0}, 8);

@@ -12,7 +12,7 @@ namespace quarv::test {
 
 // A column of a fake rowset: its TYPE_INFO and how a value's length is written before it.
 struct FakeColumn {
-    enum class Prefix { Byte, Short, Long, Parts };
+    enum class Prefix { Byte, Short, Long, Parts, Pointer };
     QString name;
     QByteArray typeInfo;
     Prefix prefix;
@@ -36,6 +36,10 @@ struct FakeColumn {
     static FakeColumn DateTimeOffset(const QString& name, int scale);
     static FakeColumn Xml(const QString& name);
     static FakeColumn Variant(const QString& name);
+    static FakeColumn UserDefined(const QString& name);
+    static FakeColumn Text(const QString& name);
+    static FakeColumn NText(const QString& name);
+    static FakeColumn Image(const QString& name);
 };
 
 // Little-endian bytes of the low `width` bytes of `value`.

@@ -238,6 +238,16 @@ TEST(Results, ServerThatDiesBeforeItAnswersIsAnError) {
     EXPECT_EQ(ErrorOf([&] { connection->Execute(Sql); }).SqlState(), QStringLiteral("08S01"));
 }
 
+TEST(Results, LastWordsOfAServerThatEndsTheSessionAreShown) {
+    const FakeServer server(FakeTds()
+                                .Error(596, QStringLiteral("The session was ended."), 1, 21)
+                                .DoneError(true)
+                                .Raw(FakeServer::ThenClose));
+    const auto connection = Open(server);
+    EXPECT_EQ(ErrorOf([&] { connection->Execute(Sql); }).Description(),
+              QStringLiteral("The session was ended."));
+}
+
 TEST(Results, SilentServerRunsIntoTheCommandTimeout) {
     const FakeServer server(FakeTds().Raw(FakeServer::ThenSilence));
     const auto connection = Open(server);

@@ -1,10 +1,7 @@
-// Opens connections to fake servers, and names the numbers that tests expect.
+// Opens connections to fake servers.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include "base/DataError.h"
-#include "support/Raised.h"
+#include "platform/ado/ErrorOf.h"
 #include "platform/ado/odbc/FakeServer.h"
 #include "platform/ado/odbc/OdbcConnectionFactory.h"
 
@@ -14,18 +11,6 @@ inline ado::ConnectionPtr Open(const FakeServer& server, const QString& more = {
     const ado::ConnectionPtr connection = ado::odbc::OdbcConnectionFactory()();
     connection->Open(server.ConnectionString(more));
     return connection;
-}
-
-// The DataError that `action` raises; a failure of the test where it raises none.
-template <class Action>
-DataError ErrorOf(Action action) {
-    try {
-        action();
-    } catch (const DataError& error) {
-        return error;
-    }
-    ADD_FAILURE() << "nothing was raised";
-    return DataError(0, QStringLiteral("nothing was raised"));
 }
 
 }  // namespace quarv::test
