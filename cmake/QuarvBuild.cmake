@@ -68,6 +68,7 @@ function(quarv_test name)
     gtest_discover_tests(
         ${name}
         TEST_PREFIX "${name}."
+        NO_PRETTY_VALUES
         DISCOVERY_TIMEOUT 60
         PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8" TIMEOUT 120)
 endfunction()

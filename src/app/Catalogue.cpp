@@ -53,8 +53,12 @@ void ReadProcedures(SQLServerConnection& connection, const AddCatalogueNode& add
     }
 }
 
-bool IsTableKey(const QString& key) { return TextStartsWith(key, TablePrefix); }
+bool IsTableKey(const QString& key) {
+    return TextStartsWith(key, TablePrefix);
+}
 
-bool IsProcedureKey(const QString& key) { return TextStartsWith(key, ProcedurePrefix); }
+bool IsProcedureKey(const QString& key) {
+    return TextStartsWith(key, ProcedurePrefix);
+}
 
 }  // namespace quarv

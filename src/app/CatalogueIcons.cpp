@@ -1,27 +1,18 @@
 #include "app/CatalogueIcons.h"
 
-#include <QGuiApplication>
-#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPalette>
-#include <QPixmap>
+
+#include "controls/PathIcon.h"
 
 namespace quarv {
 namespace {
-
-// The colours of one painting: paper and ink follow the desktop's palette, the accents do not.
-struct Inks {
-    QColor paper;
-    QPen line;
-};
 
 constexpr QRgb Blue = 0xff4a86c5;
 constexpr QRgb Amber = 0xffe0a63a;
 constexpr QRgb Green = 0xff4f9d69;
 
-// Each draws within a square of 16 units.
-void DrawGrid(QPainter& p, const Inks& inks, const QRectF& r, const QColor& head) {
+void DrawGrid(QPainter& p, const PathInks& inks, const QRectF& r, const QColor& head) {
     p.setPen(inks.line);
     p.setBrush(inks.paper);
     p.drawRect(r);
@@ -35,20 +26,20 @@ void DrawGrid(QPainter& p, const Inks& inks, const QRectF& r, const QColor& head
     p.drawLine(QPointF(x, r.top() + row), QPointF(x, r.bottom()));
 }
 
-void DrawTable(QPainter& p, const Inks& inks) {
+void DrawTable(QPainter& p, const PathInks& inks) {
     DrawGrid(p, inks, QRectF(1.5, 2.5, 13, 11), QColor::fromRgba(Blue));
 }
 
-void DrawTables(QPainter& p, const Inks& inks) {
+void DrawTables(QPainter& p, const PathInks& inks) {
     DrawGrid(p, inks, QRectF(4.5, 1.5, 10, 9), QColor::fromRgba(Blue).lighter(125));
     DrawGrid(p, inks, QRectF(1.5, 5.5, 10, 9), QColor::fromRgba(Blue));
 }
 
-void DrawView(QPainter& p, const Inks& inks) {
+void DrawView(QPainter& p, const PathInks& inks) {
     DrawGrid(p, inks, QRectF(1.5, 2.5, 13, 11), QColor::fromRgba(Green));
 }
 
-void DrawDatabase(QPainter& p, const Inks& inks) {
+void DrawDatabase(QPainter& p, const PathInks& inks) {
     QPainterPath drum;
     drum.moveTo(2.5, 3.5);
     drum.lineTo(2.5, 12.5);
@@ -69,7 +60,7 @@ void DrawDatabase(QPainter& p, const Inks& inks) {
 }
 
 // A sheet with a turned corner and lines of code.
-void DrawSheet(QPainter& p, const Inks& inks, const QPointF& at, const QColor& code) {
+void DrawSheet(QPainter& p, const PathInks& inks, const QPointF& at, const QColor& code) {
     QPainterPath sheet;
     sheet.moveTo(0, 0);
     sheet.lineTo(6, 0);
@@ -87,54 +78,21 @@ void DrawSheet(QPainter& p, const Inks& inks, const QPointF& at, const QColor& c
         p.drawLine(at + QPointF(from, y), at + QPointF(to, y));
 }
 
-void DrawProcedure(QPainter& p, const Inks& inks) {
+void DrawProcedure(QPainter& p, const PathInks& inks) {
     DrawSheet(p, inks, QPointF(3.5, 2.5), QColor::fromRgba(Green));
 }
 
-void DrawRoutines(QPainter& p, const Inks& inks) {
+void DrawRoutines(QPainter& p, const PathInks& inks) {
     DrawSheet(p, inks, QPointF(5.5, 1.5), QColor::fromRgba(Green));
     DrawSheet(p, inks, QPointF(1.5, 3.5), QColor::fromRgba(Green));
 }
 
-using Draw = void (*)(QPainter&, const Inks&);
-
-class PathIconEngine : public QIconEngine {
-  public:
-    explicit PathIconEngine(Draw draw) : draw_(draw) {}
-
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-        const QPalette palette = QGuiApplication::palette();
-        QColor line = palette.color(QPalette::Text);
-        line.setAlphaF(0.75F);
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        if (mode == QIcon::Disabled) painter->setOpacity(0.5);
-        painter->translate(rect.topLeft());
-        painter->scale(rect.width() / 16.0, rect.height() / 16.0);
-        draw_(*painter, Inks{palette.color(QPalette::Base), QPen(line, 1)});
-        painter->restore();
-    }
-
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap picture(size);
-        picture.fill(Qt::transparent);
-        QPainter painter(&picture);
-        paint(&painter, QRect(QPoint(), size), mode, state);
-        return picture;
-    }
-
-    QIconEngine* clone() const override { return new PathIconEngine(*this); }
-
-  private:
-    Draw draw_;
-};
-
 }  // namespace
 
 QIcon MakeCatalogueIcon(CatalogueIcon which) {
-    static constexpr Draw Drawings[] = {DrawTable,  DrawDatabase,  DrawView,
-                                        DrawTables, DrawProcedure, DrawRoutines};
-    return QIcon(new PathIconEngine(Drawings[which - TableIcon]));
+    static constexpr DrawPathIcon Drawings[] = {DrawTable,  DrawDatabase,  DrawView,
+                                                DrawTables, DrawProcedure, DrawRoutines};
+    return MakePathIcon(Drawings[which - TableIcon]);
 }
 
 }  // namespace quarv

@@ -1,5 +1,5 @@
-// CatalogueIcons: the six pictures of the catalogue tree, drawn from paths when they are painted, so
-// that they are crisp at any scale and cost nothing at start-up. They know no tree.
+// CatalogueIcons: the six pictures of the catalogue tree, drawn from paths when they are painted,
+// so that they are crisp at any scale and cost nothing at start-up. They know no tree.
 #pragma once
 
 #include <QIcon>

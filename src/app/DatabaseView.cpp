@@ -1,45 +1,40 @@
 #include "app/DatabaseView.h"
 
 #include "app/Catalogue.h"
+#include "controls/PlaceInPixels.h"
 #include "db/SQLServerConnection.h"
 #include "inspect/TableFieldView.h"
 #include "platform/forms/FramePlus.h"
+#include "platform/forms/ImageList.h"
 #include "platform/forms/TreeView.h"
 #include "platform/forms/Twips.h"
 
 namespace quarv {
-namespace {
-
-void PlaceAt(forms::Control& control, int left, int top, int width, int height) {
-    using forms::ToTwips;
-    control.Move(ToTwips(left), ToTwips(top), ToTwips(width), ToTwips(height));
-}
-
-}  // namespace
-
 DatabaseView::DatabaseView(ado::ConnectionFactory newConnection)
     : forms::Form(QStringLiteral("DatabaseView")),
       connection_(std::make_unique<SQLServerConnection>(std::move(newConnection))),
       DBObjectList(new forms::TreeView(this, QStringLiteral("DBObjectList"))),
+      Icons(new forms::ImageList(this, QStringLiteral("Icons"))),
       TableFrame(new forms::FramePlus(this, QStringLiteral("TableFrame"))),
       TableFieldViewer(new TableFieldView(TableFrame, QStringLiteral("TableFieldViewer"))) {
     MakeControls();
     connect(DBObjectList, &forms::TreeView::NodeClick, this,
-            [this](forms::TreeNode* node) { DBObjectList_NodeClick(*node); });
+            [this](const forms::Node* node) { DBObjectList_NodeClick(*node); });
 }
 
 DatabaseView::~DatabaseView() = default;
 
 void DatabaseView::MakeControls() {
     for (int i = TableIcon; i <= RoutinesIcon; ++i)
-        Icons.Add(MakeCatalogueIcon(static_cast<CatalogueIcon>(i)));
-    DBObjectList->SetImageList(&Icons);
+        Icons->Add(MakeCatalogueIcon(static_cast<CatalogueIcon>(i)));
+    DBObjectList->SetImageList(*Icons);
     DBObjectList->SetSpokenName(QStringLiteral("Database objects"));
     SetWidth(forms::ToTwips(1280));
     SetHeight(forms::ToTwips(800));
-    PlaceAt(*DBObjectList, 12, 12, 360, 776);
-    PlaceAt(*TableFrame, 384, 12, 884, 776);
-    PlaceAt(*TableFieldViewer, 0, 0, 884, 776);
+    PlaceInPixels(*DBObjectList, 12, 12, 360, 776);
+    PlaceInPixels(*TableFrame, 384, 12, 884, 776);
+    TableFrame->SetBorderStyle(0);
+    PlaceInPixels(*TableFieldViewer, 0, 0, 884, 776);
 }
 
 void DatabaseView::DoView(const QString& ConnStr) {
@@ -50,7 +45,7 @@ void DatabaseView::DoView(const QString& ConnStr) {
 }
 
 void DatabaseView::FillTree() {
-    forms::TreeNodes& nodes = DBObjectList->Nodes();
+    forms::Nodes& nodes = DBObjectList->Nodes();
     const AddCatalogueNode add = [&nodes](const QString& parent, const QString& key,
                                           const QString& text, CatalogueIcon image) {
         nodes.Add(parent, key, text, image);
@@ -61,7 +56,7 @@ void DatabaseView::FillTree() {
     ReadProcedures(*connection_, add);
 }
 
-void DatabaseView::DBObjectList_NodeClick(const forms::TreeNode& node) {
+void DatabaseView::DBObjectList_NodeClick(const forms::Node& node) {
     if (IsTableKey(node.Key())) ShowTable(node.Text());
     if (IsProcedureKey(node.Key())) ShowProcedure();
 }
@@ -71,6 +66,8 @@ void DatabaseView::ShowTable(const QString& name) {
     TableFieldViewer->Investigate(name, *connection_);
 }
 
-void DatabaseView::ShowProcedure() { TableFrame->SetVisible(false); }
+void DatabaseView::ShowProcedure() {
+    TableFrame->SetVisible(false);
+}
 
 }  // namespace quarv

@@ -7,13 +7,13 @@
 
 #include "platform/ado/Connection.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/ImageList.h"
 
 namespace quarv {
 
 namespace forms {
 class FramePlus;
-class TreeNode;
+class ImageList;
+class Node;
 class TreeView;
 }  // namespace forms
 class SQLServerConnection;
@@ -33,13 +33,13 @@ class DatabaseView : public forms::Form {
   private:
     void MakeControls();
     void FillTree();
-    void DBObjectList_NodeClick(const forms::TreeNode& node);
+    void DBObjectList_NodeClick(const forms::Node& node);
     void ShowTable(const QString& name);
     void ShowProcedure();
 
     std::unique_ptr<SQLServerConnection> connection_;
-    forms::ImageList Icons;
     forms::TreeView* DBObjectList;
+    forms::ImageList* Icons;
     forms::FramePlus* TableFrame;
     TableFieldView* TableFieldViewer;
 };

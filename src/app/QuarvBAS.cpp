@@ -1,16 +1,23 @@
 #include "app/QuarvBAS.h"
 
 #include "app/DatabaseView.h"
+#include "base/Hooks.h"
 #include "db/SQLServerConnectionDetails.h"
 #include "platform/forms/Application.h"
+#include "platform/forms/MessageHooks.h"
 #include "platform/forms/MsgBox.h"
 
 namespace quarv {
 
 QuarvBAS::QuarvBAS(ado::ConnectionFactory newConnection, Registry& registry)
-    : newConnection_(std::move(newConnection)), registry_(registry) {}
+    : newConnection_(std::move(newConnection)), registry_(registry) {
+    forms::RegisterMessageHooks();
+    ProgramHooks().mainWindow = [this]() -> QObject* { return mainWindow_.get(); };
+}
 
-QuarvBAS::~QuarvBAS() = default;
+QuarvBAS::~QuarvBAS() {
+    ProgramHooks() = Hooks();
+}
 
 int QuarvBAS::Run() {
     dialog_ = std::make_unique<SQLServerConnectionDetails>(*this, newConnection_, registry_);
@@ -34,7 +41,7 @@ void QuarvBAS::DoView(const QString& connStr) {
 
 void QuarvBAS::EndAfter(const QString& description) {
     status_ = 1;
-    forms::MsgBox(description, forms::Application::Title(), forms::MsgBoxIcon::Critical);
+    forms::MsgBox(description, forms::Application::Title(), forms::BoxIcon::Critical);
     QApplication::closeAllWindows();
     QCoreApplication::exit(status_);
 }

@@ -15,10 +15,10 @@ struct ConnectionChoices {
         QString title;
     };
 
-    QString server;
-    QString database;
-    QString user;
-    QString password;
+    QString server{};
+    QString database{};
+    QString user{};
+    QString password{};
     bool useWinAccount = false;
     bool useSQLAccount = false;
 

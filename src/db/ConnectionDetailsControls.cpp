@@ -1,14 +1,35 @@
 #include "db/ConnectionDetailsControls.h"
 
+#include <QPainter>
+#include <QPainterPath>
+
+#include "controls/PathIcon.h"
+#include "controls/PlaceInPixels.h"
 #include "platform/forms/Twips.h"
 
 namespace quarv {
 namespace {
 
-// The layout counts device-independent pixels; the controls count twips.
-void PlaceAt(forms::Control& control, int left, int top, int width, int height) {
-    using forms::ToTwips;
-    control.Move(ToTwips(left), ToTwips(top), ToTwips(width), ToTwips(height));
+void DrawHourglass(QPainter& painter, const PathInks& inks) {
+    const QColor sand = QColor::fromRgba(0xffe0a63a);
+    QPainterPath glass;
+    glass.moveTo(4, 2);
+    glass.cubicTo(4, 6, 7, 6.5, 7, 8);
+    glass.cubicTo(7, 9.5, 4, 10, 4, 14);
+    glass.lineTo(12, 14);
+    glass.cubicTo(12, 10, 9, 9.5, 9, 8);
+    glass.cubicTo(9, 6.5, 12, 6, 12, 2);
+    glass.closeSubpath();
+    painter.fillPath(glass, inks.paper);
+    painter.save();
+    painter.setClipPath(glass);
+    painter.fillRect(QRectF(3, 4.5, 10, 3.5), sand);
+    painter.fillRect(QRectF(3, 11.5, 10, 3), sand);
+    painter.restore();
+    painter.setPen(inks.line);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(glass);
+    for (const qreal y : {1.5, 14.5}) painter.drawLine(QPointF(3, y), QPointF(13, y));
 }
 
 constexpr int FieldHeight = 30;
@@ -34,7 +55,7 @@ ConnectionDetailsControls::ConnectionDetailsControls(forms::Form& form)
       PaswordLabel(new forms::Label(SQLAccountFrame, QStringLiteral("PaswordLabel"))),
       Password(new forms::TextBox(SQLAccountFrame, QStringLiteral("Password"))),
       Test(new forms::ButtonPlus(&form, QStringLiteral("Test"))),
-      PleaseWaitFrame(new forms::FramePlus(&form, QStringLiteral("PleaseWaitFrame"))),
+      PleaseWaitFrame(new forms::FramePlus(ConnectionFrame, QStringLiteral("PleaseWaitFrame"))),
       Image1(new forms::PictureBox(PleaseWaitFrame, QStringLiteral("Image1"))),
       Label3(new forms::Label(PleaseWaitFrame, QStringLiteral("Label3"))),
       Okay(new forms::ButtonPlus(&form, QStringLiteral("Okay"))),
@@ -42,7 +63,7 @@ ConnectionDetailsControls::ConnectionDetailsControls(forms::Form& form)
     form.SetCaption(QStringLiteral("SQL Server Connection Details"));
     form.SetBorderStyle(forms::Form::FixedDialog);
     form.SetWidth(forms::ToTwips(592));
-    form.SetHeight(forms::ToTwips(478));
+    form.SetHeight(forms::ToTwips(456));
     Caption();
     Place();
     PlaceAccount();
@@ -54,23 +75,26 @@ void ConnectionDetailsControls::Caption() {
     ConnectionFrame->SetCaption(QStringLiteral("Connection"));
     ConnectionFrame->SetTag(QStringLiteral("Connection"));
     Label1->SetCaption(QStringLiteral("Server:"));
-    Label1->SetBuddy(Servername);
+    for (forms::Label* label : {Label1, Label2, UsernameLabel, PaswordLabel})
+        label->SetWordWrap(false);
+    Label1->SetBuddy(*Servername);
     Label2->SetCaption(QStringLiteral("Database name:"));
-    Label2->SetBuddy(DatabaseList);
+    Label2->SetBuddy(*DatabaseList);
     CreateDatabase->SetCaption(QStringLiteral("Create"));
     UseWinAccount->SetCaption(
         QStringLiteral("Use your Windows user account to log onto SQL Server"));
     UseSQLAccount->SetCaption(QStringLiteral("Log onto SQL Server with a username and password"));
     SQLAccountFrame->SetCaption(QStringLiteral("SQL Server account"));
     UsernameLabel->SetCaption(QStringLiteral("Username"));
-    UsernameLabel->SetBuddy(Username);
+    UsernameLabel->SetBuddy(*Username);
     PaswordLabel->SetCaption(QStringLiteral("Password"));
-    PaswordLabel->SetBuddy(Password);
+    PaswordLabel->SetBuddy(*Password);
     Password->SetPasswordChar(QStringLiteral("*"));
     Test->SetCaption(QStringLiteral("Test"));
     PleaseWaitFrame->SetCaption(QStringLiteral("Please Wait"));
-    Label3->SetCaption(QStringLiteral(
-        "Attempting to talk to your database. This may take a few moments."));
+    Image1->SetPicture(MakePathIcon(DrawHourglass));
+    Label3->SetCaption(
+        QStringLiteral("Attempting to talk to your database. This may take a few moments."));
     Okay->SetCaption(QStringLiteral("Okay"));
     Okay->SetDefault(true);
     Cancel->SetCaption(QStringLiteral("Cancel"));
@@ -78,33 +102,33 @@ void ConnectionDetailsControls::Caption() {
 }
 
 void ConnectionDetailsControls::Place() {
-    PlaceAt(*Tabs, 16, 16, 560, 392);
-    PlaceAt(*ConnectionFrame, 20, 52, 552, 352);
-    PlaceAt(*Label1, 20, 24, 124, FieldHeight);
-    PlaceAt(*Servername, 148, 24, 384, FieldHeight);
-    PlaceAt(*Label2, 20, 66, 124, FieldHeight);
-    PlaceAt(*DatabaseList, 148, 66, 276, FieldHeight);
-    PlaceAt(*CreateDatabase, 436, 66, ButtonWidth, FieldHeight);
-    PlaceAt(*UseWinAccount, 20, 116, 512, ChoiceHeight);
-    PlaceAt(*UseSQLAccount, 20, 146, 512, ChoiceHeight);
-    PlaceAt(*SQLAccountFrame, 20, 184, 512, 136);
-    PlaceAt(*Test, 16, 428, ButtonWidth, ButtonHeight);
-    PlaceAt(*Okay, 368, 428, ButtonWidth, ButtonHeight);
-    PlaceAt(*Cancel, 480, 428, ButtonWidth, ButtonHeight);
+    PlaceInPixels(*Tabs, 16, 16, 560, 376);
+    PlaceInPixels(*ConnectionFrame, 20, 52, 552, 352);
+    PlaceInPixels(*Label1, 20, 24, 124, FieldHeight);
+    PlaceInPixels(*Servername, 148, 24, 384, FieldHeight);
+    PlaceInPixels(*Label2, 20, 66, 124, FieldHeight);
+    PlaceInPixels(*DatabaseList, 148, 66, 276, FieldHeight);
+    PlaceInPixels(*CreateDatabase, 436, 66, ButtonWidth, FieldHeight);
+    PlaceInPixels(*UseWinAccount, 20, 116, 512, ChoiceHeight);
+    PlaceInPixels(*UseSQLAccount, 20, 146, 512, ChoiceHeight);
+    PlaceInPixels(*SQLAccountFrame, 20, 184, 512, 130);
+    PlaceInPixels(*Test, 16, 408, ButtonWidth, ButtonHeight);
+    PlaceInPixels(*Okay, 368, 408, ButtonWidth, ButtonHeight);
+    PlaceInPixels(*Cancel, 480, 408, ButtonWidth, ButtonHeight);
 }
 
 void ConnectionDetailsControls::PlaceAccount() {
-    PlaceAt(*UsernameLabel, 20, 36, 104, FieldHeight);
-    PlaceAt(*Username, 128, 36, 364, FieldHeight);
-    PlaceAt(*PaswordLabel, 20, 80, 104, FieldHeight);
-    PlaceAt(*Password, 128, 80, 364, FieldHeight);
+    PlaceInPixels(*UsernameLabel, 20, 38, 104, FieldHeight);
+    PlaceInPixels(*Username, 128, 38, 364, FieldHeight);
+    PlaceInPixels(*PaswordLabel, 20, 80, 104, FieldHeight);
+    PlaceInPixels(*Password, 128, 80, 364, FieldHeight);
 }
 
-// Over the middle of the form, where it is seen and hides neither button row nor server name.
+// Over the account choices, whole, so that no text shows half; the server's name stays in sight.
 void ConnectionDetailsControls::PlacePleaseWait() {
-    PlaceAt(*PleaseWaitFrame, 96, 176, 400, 120);
-    PlaceAt(*Image1, 24, 44, 48, 48);
-    PlaceAt(*Label3, 92, 40, 284, 60);
+    PlaceInPixels(*PleaseWaitFrame, 20, 108, 512, 206);
+    PlaceInPixels(*Image1, 84, 89, 48, 48);
+    PlaceInPixels(*Label3, 152, 98, 300, 60);
     PleaseWaitFrame->SetVisible(false);
 }
 

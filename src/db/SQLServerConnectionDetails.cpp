@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-#include "base/RUtils.h"
+#include "base/UTIL.h"
 #include "db/ConnectionDetailsControls.h"
 #include "db/Registry.h"
 #include "platform/forms/MsgBox.h"
@@ -12,9 +12,13 @@ namespace {
 
 const QString SettingsKey = QStringLiteral("Software\\Kel\\Quarv\\General");
 const QString ConnStrValue = QStringLiteral("ConnStr");
-const QString DefaultConnStr =
-    QStringLiteral("Provider=sqloledb;Data Source=localhost;Initial Catalog=mirel;"
-                   "Integrated Security=SSPI;");
+const QString DefaultConnStr = QStringLiteral(
+    "Provider=sqloledb;Data Source=localhost;Initial Catalog=mirel;"
+    "Integrated Security=SSPI;");
+
+QString ErrorTitle(const Error& e) {
+    return QStringLiteral("Error %1").arg(e.Number());
+}
 
 // Shows the frame while it lives, whatever ends it.
 class PleaseWait {
@@ -23,8 +27,9 @@ class PleaseWait {
         frame_.SetVisible(true);
         frame_.Widget()->raise();
         // What the user does meanwhile waits: a second click on Test must not start a second test
-        // inside this one.
-        frame_.Widget()->repaint();
+        // inside this one. The connection attempt blocks, so what waits to be painted is painted.
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        frame_.Widget()->window()->repaint();
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     ~PleaseWait() { frame_.SetVisible(false); }
@@ -40,7 +45,8 @@ class PleaseWait {
 SQLServerConnectionDetails::SQLServerConnectionDetails(MainWindow& mainWindow,
                                                        ado::ConnectionFactory newConnection,
                                                        Registry& registry)
-    : mainWindow_(mainWindow),
+    : forms::Form(QStringLiteral("SQLServerConnectionDetails")),
+      mainWindow_(mainWindow),
       newConnection_(std::move(newConnection)),
       registry_(registry),
       controls_(std::make_unique<ConnectionDetailsControls>(*this)) {
@@ -54,6 +60,7 @@ void SQLServerConnectionDetails::Form_Load() {
     model_.SetConnectionString(
         registry_.GetMachineString(SettingsKey, ConnStrValue, DefaultConnStr));
     ShowChoices(ConnectionChoices::From(model_));
+    controls_->Servername->SetFocus();
 }
 
 void SQLServerConnectionDetails::ConnectEvents() {
@@ -98,7 +105,7 @@ void SQLServerConnectionDetails::EnableAccount() {
 
 bool SQLServerConnectionDetails::Validate() const {
     const auto missing = ReadChoices().FindMissing();
-    if (missing) forms::MsgBox(missing->text, missing->title, forms::MsgBoxIcon::Information);
+    if (missing) forms::MsgBox(missing->text, missing->title, forms::BoxIcon::Information);
     return !missing;
 }
 
@@ -136,17 +143,62 @@ void SQLServerConnectionDetails::Test_Click() {
         const ado::ConnectionPtr connection = OpenConnection();
         FillDatabaseList(*connection);
         forms::MsgBox(QStringLiteral("Test successful."), QStringLiteral("Test"),
-                      forms::MsgBoxIcon::Information);
+                      forms::BoxIcon::Information);
     } catch (const Error& e) {
         forms::MsgBox(QStringLiteral("Error connecting to server: ") + e.Description(),
-                      QStringLiteral("Error %1").arg(e.Number()), forms::MsgBoxIcon::Critical);
+                      ErrorTitle(e), forms::BoxIcon::Critical);
+    }
+}
+
+ado::ConnectionPtr SQLServerConnectionDetails::TryOpenConnection() {
+    if (ReadChoices().FindMissing()) return nullptr;
+    const PleaseWait wait(*controls_->PleaseWaitFrame);
+    try {
+        return OpenConnection();
+    } catch (const Error&) {
+        return nullptr;
+    }
+}
+
+void SQLServerConnectionDetails::CreateDatabase_Click() {
+    const QString name = controls_->DatabaseList->Text();
+    // A name of one character is refused, although Okay opens such a database.
+    if (name.size() < 2) {
+        ShowNote(QStringLiteral("You need a valid database name!"), QStringLiteral("Note"));
+        return;
+    }
+    const ado::ConnectionPtr connection = TryOpenConnection();
+    if (connection == nullptr) {
+        forms::MsgBox(
+            QStringLiteral("Please test the connection before attempting to Create a new "
+                           "database!!!"));
+        return;
+    }
+    FillDatabaseList(*connection);
+    if (ListContains(*controls_->DatabaseList, name)) {
+        forms::MsgBox(QStringLiteral("This database already exists!!! Create Failed"));
+        return;
+    }
+    if (!AskYesNo(QStringLiteral("Are you sure you wish to create a database called [") + name +
+                      QStringLiteral("]?"),
+                  QStringLiteral("Question")))
+        return;
+    CreateDatabase(*connection, name);
+}
+
+void SQLServerConnectionDetails::CreateDatabase(ado::Connection& connection, const QString& name) {
+    try {
+        connection.Execute(QStringLiteral("CREATE DATABASE [") + name + u']');
+        controls_->DatabaseList->SetText(name);
+    } catch (const Error& e) {
+        forms::MsgBox(e.Description(), ErrorTitle(e), forms::BoxIcon::Critical);
     }
 }
 
 void SQLServerConnectionDetails::Okay_Click() {
     if (!Validate()) return;
     if (const auto missing = ReadChoices().FindMissingDatabase()) {
-        forms::MsgBox(missing->text, missing->title, forms::MsgBoxIcon::Information);
+        forms::MsgBox(missing->text, missing->title, forms::BoxIcon::Information);
         return;
     }
     const QString connStr = BuildConnectionString();

@@ -35,9 +35,13 @@ class SQLServerConnectionDetails : public forms::Form {
     // Tells the user what is missing; true where nothing is.
     bool Validate() const;
     QString BuildConnectionString();
-    // Raises what opening raises. Shows the Please Wait frame meanwhile.
+    // Raises what opening raises.
     ado::ConnectionPtr OpenConnection();
+    // Null where something is missing or the connection cannot be opened; tells the user nothing.
+    ado::ConnectionPtr TryOpenConnection();
+    // What cannot be read is left out; the box keeps its text.
     void FillDatabaseList(ado::Connection& connection);
+    void CreateDatabase(ado::Connection& connection, const QString& name);
 
     void Test_Click();
     void CreateDatabase_Click();

@@ -30,13 +30,13 @@ TableFieldView::TableFieldView(QWidget* container, const QString& name)
     const QString font = QStringLiteral("Microsoft Sans Serif");
     BorderFrame->SetFontName(font);
     Detail->SetFontName(font);
-    Detail->Move(180, 360, 6000, 3000);
+    Detail->Move(120, forms::FramePlus::BandHeight + 120, 6000, 3000);
     Detail->SetSpokenName(QStringLiteral("Fields"));
     auto& headers = Detail->ColumnHeaders();
-    headers.Add({}, QStringLiteral("Name"), 1440, forms::ListView::Left);
-    headers.Add({}, QStringLiteral("Type"), 2440, forms::ListView::Left);
-    headers.Add({}, QStringLiteral("Nullable"), 1000, forms::ListView::Centre);
-    headers.Add({}, QStringLiteral("Default"), 1440, forms::ListView::Left);
+    headers.Add({}, QStringLiteral("Name"), 1440, forms::ColumnAlignment::Left);
+    headers.Add({}, QStringLiteral("Type"), 2440, forms::ColumnAlignment::Left);
+    headers.Add({}, QStringLiteral("Nullable"), 1000, forms::ColumnAlignment::Centre);
+    headers.Add({}, QStringLiteral("Default"), 1440, forms::ColumnAlignment::Left);
 }
 
 void TableFieldView::Investigate(const QString& Tbl, SQLServerConnection& Db) {

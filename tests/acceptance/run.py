@@ -19,30 +19,36 @@ ROOT = os.path.dirname(os.path.dirname(HERE))
 class Telling(unittest.TestResult):
     """One line for each story as it ends, and why where it failed."""
 
+    def __init__(self):
+        super().__init__()
+        self.bad = set()
+
     def startTest(self, test):
         super().startTest(test)
         self.began = time.monotonic()
 
-    def addSuccess(self, test):
-        super().addSuccess(test)
-        self._tell("passed", test)
+    def stopTest(self, test):
+        super().stopTest(test)
+        word = "FAILED" if test.id() in self.bad else "passed"
+        name = test.id().split(".", 1)[-1]
+        print(f"{word}  {name} ({time.monotonic() - self.began:.1f} s)", flush=True)
 
     def addFailure(self, test, err):
         super().addFailure(test, err)
-        self._tell("FAILED", test, self.failures[-1][1])
+        self._blame(test, self.failures[-1][1])
 
     def addError(self, test, err):
         super().addError(test, err)
-        self._tell("FAILED", test, self.errors[-1][1])
+        self._blame(test, self.errors[-1][1])
 
-    def failed(self):
-        return len({test.id() for test, _ in self.failures + self.errors})
+    def addSubTest(self, test, subtest, err):
+        super().addSubTest(test, subtest, err)
+        if err:
+            self._blame(test, f"{subtest}\n{self._exc_info_to_string(err, subtest)}")
 
-    def _tell(self, word, test, why=""):
-        name = test.id().split(".", 1)[-1]
-        print(f"{word}  {name} ({time.monotonic() - self.began:.1f} s)", flush=True)
-        if why:
-            print(why, flush=True)
+    def _blame(self, test, why):
+        self.bad.add(test.id())
+        print(why, flush=True)
 
 
 def stories(suite, arguments):
@@ -80,8 +86,9 @@ def main():
         chosen.run(result)
     finally:
         desktop.end()
-    print(f"{result.testsRun - result.failed()} passed, {result.failed()} failed")
-    return 0 if result.testsRun > 0 and result.failed() == 0 else 1
+    failed = len(result.bad)
+    print(f"{result.testsRun - failed} passed, {failed} failed")
+    return 0 if result.testsRun > 0 and failed == 0 else 1
 
 
 if __name__ == "__main__":

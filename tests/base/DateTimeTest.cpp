@@ -1,6 +1,6 @@
 #include "base/DateTime.h"
 
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

@@ -1,6 +1,6 @@
 #include "base/Decimal.h"
 
-#include "base/Printers.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

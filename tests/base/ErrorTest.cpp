@@ -1,6 +1,6 @@
 #include "base/DataError.h"
-#include "base/Printers.h"
 #include "base/RuntimeError.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

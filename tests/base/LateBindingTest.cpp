@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "base/Printers.h"
 #include "base/RuntimeError.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

@@ -1,8 +1,8 @@
 #include <limits>
 #include <memory>
 
-#include "base/Printers.h"
 #include "base/Value.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

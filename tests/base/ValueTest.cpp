@@ -3,8 +3,8 @@
 #include <limits>
 #include <memory>
 
-#include "base/Printers.h"
 #include "base/RuntimeError.h"
+#include "support/Raised.h"
 
 namespace quarv {
 

@@ -64,37 +64,55 @@ Account AccountOf(const OleDbString& pairs, const QString& user, const QString& 
             password.isEmpty() ? pairs.Find({"Password", "PWD"}).value_or(QString()) : password};
 }
 
-// Everything the string says, under the names that ODBC drivers know.
+// The name under which ODBC drivers know a keyword; empty where it is not theirs.
+QString OdbcKeyword(const QString& keyword) {
+    if (IsOneOf(keyword, {"Driver", "Provider", "User Id", "UID", "User", "Password", "PWD",
+                          "Connect Timeout", "Connection Timeout"}))
+        return {};
+    if (IsOneOf(keyword, {"Data Source"})) return QStringLiteral("Server");
+    if (IsOneOf(keyword, {"Initial Catalog"})) return QStringLiteral("Database");
+    if (IsOneOf(keyword, {"Integrated Security"})) return QStringLiteral("Trusted_Connection");
+    return keyword;
+}
+
+// What our own driver must be told even where the string does not say it.
+void CompleteForSqlServer(OdbcString& odbc, const QString& server) {
+    const bool complete = server.contains(u',') || server.contains(u'\\') ||
+                          odbc.Has(QStringLiteral("Port")) ||
+                          odbc.Has(QStringLiteral("Servername"));
+    if (!complete) odbc.Add(QStringLiteral("Port"), QString::number(ServerAddress::DefaultPort));
+    if (!odbc.Has(QStringLiteral("TDS_Version")))
+        odbc.Add(QStringLiteral("TDS_Version"), ProtocolVersion);
+}
+
+// Everything the string says, for the driver that it names.
 OdbcString PassedOn(const OleDbString& pairs, const QString& driver, const Account& account) {
     OdbcString odbc;
     odbc.Add(QStringLiteral("Driver"), driver);
+    const QString security = WindowsAccount(pairs) ? QStringLiteral("yes") : QStringLiteral("no");
     for (const OleDbString::Pair& pair : pairs.Pairs()) {
-        if (IsOneOf(pair.keyword, {"Driver", "Provider", "User Id", "UID", "User", "Password",
-                                   "PWD", "Connect Timeout", "Connection Timeout"}))
-            continue;
-        if (IsOneOf(pair.keyword, {"Data Source"}))
-            odbc.Add(QStringLiteral("Server"), pair.value);
-        else if (IsOneOf(pair.keyword, {"Initial Catalog"}))
-            odbc.Add(QStringLiteral("Database"), pair.value);
-        else if (IsOneOf(pair.keyword, {"Integrated Security"}))
-            odbc.Add(QStringLiteral("Trusted_Connection"),
-                     WindowsAccount(pairs) ? QStringLiteral("yes") : QStringLiteral("no"));
-        else
-            odbc.Add(pair.keyword, pair.value);
+        const QString keyword = OdbcKeyword(pair.keyword);
+        if (keyword.isEmpty()) continue;
+        odbc.Add(keyword, IsOneOf(pair.keyword, {"Integrated Security"}) ? security : pair.value);
     }
-    if (driver.compare(ConnectionSettings::SqlServerDriver, Qt::CaseInsensitive) == 0) {
-        const QString server = pairs.Find({"Server", "Data Source"}).value_or(QString());
-        const bool complete = server.contains(u',') || server.contains(u'\\') ||
-                              odbc.Has(QStringLiteral("Port")) ||
-                              odbc.Has(QStringLiteral("Servername"));
-        if (!complete)
-            odbc.Add(QStringLiteral("Port"), QString::number(ServerAddress::DefaultPort));
-        if (!odbc.Has(QStringLiteral("TDS_Version")))
-            odbc.Add(QStringLiteral("TDS_Version"), ProtocolVersion);
-    }
+    if (driver.compare(ConnectionSettings::SqlServerDriver, Qt::CaseInsensitive) == 0)
+        CompleteForSqlServer(odbc, pairs.Find({"Server", "Data Source"}).value_or(QString()));
     if (!account.user.isEmpty())
         odbc.Add(QStringLiteral("UID"), account.user).Add(QStringLiteral("PWD"), account.password);
     return odbc;
+}
+
+bool WantsEncryption(const OleDbString& pairs, bool local) {
+    const bool encrypt =
+        YesOrNo(QStringLiteral("Use Encryption for Data"),
+                pairs.Find({"Use Encryption for Data", "Encrypt"}).value_or(QString()));
+    const bool trust = YesOrNo(
+        QStringLiteral("Trust Server Certificate"),
+        pairs.Find({"Trust Server Certificate", "TrustServerCertificate"}).value_or(QString()));
+    // What goes to a local instance does not leave this computer.
+    if (!encrypt || local) return false;
+    if (!trust) throw MakeConnectError(ConnectProblem::CertificateUnchecked);
+    return true;
 }
 
 }  // namespace
@@ -120,14 +138,7 @@ ConnectionSettings ConnectionSettings::Read(const QString& text, const QString& 
     settings.user = account.user;
     settings.password = account.password;
     settings.integrated = WindowsAccount(pairs);
-    settings.encrypt =
-        YesOrNo(QStringLiteral("Use Encryption for Data"),
-                pairs.Find({"Use Encryption for Data", "Encrypt"}).value_or(QString()));
-    const bool trust = YesOrNo(
-        QStringLiteral("Trust Server Certificate"),
-        pairs.Find({"Trust Server Certificate", "TrustServerCertificate"}).value_or(QString()));
-    if (settings.encrypt && !trust && settings.server.localInstance.isEmpty())
-        throw MakeConnectError(ConnectProblem::CertificateUnchecked);
+    settings.encrypt = WantsEncryption(pairs, !settings.server.localInstance.isEmpty());
     settings.database = pairs.Find({"Initial Catalog", "Database"}).value_or(QString());
     settings.applicationName = pairs.Find({"Application Name", "App"}).value_or(QString());
     settings.workstation = pairs.Find({"Workstation ID", "WSID"}).value_or(QString());

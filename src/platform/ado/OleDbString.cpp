@@ -22,7 +22,7 @@ class Reader {
 
     QString Keyword() {
         QString keyword;
-        for (; at_ < text_.size(); ++at_) {
+        for (; at_ < text_.size() && text_[at_] != u';'; ++at_) {
             if (text_[at_] == u'=') {
                 if (at_ + 1 == text_.size() || text_[at_ + 1] != u'=') break;
                 ++at_;
@@ -31,7 +31,8 @@ class Reader {
         }
         keyword = keyword.trimmed();
         // The text behind a missing "=" may hold a password, so it is not quoted here.
-        if (at_ == text_.size()) Refuse(QStringLiteral("a keyword is not followed by \"=\"."));
+        if (at_ == text_.size() || text_[at_] == u';')
+            Refuse(QStringLiteral("a keyword is not followed by \"=\"."));
         if (keyword.isEmpty()) Refuse(QStringLiteral("a \"=\" has no keyword before it."));
         ++at_;
         return keyword;

@@ -2,6 +2,7 @@
 
 #include <QResizeEvent>
 #include <QSignalBlocker>
+#include <memory>
 
 #include "base/RuntimeError.h"
 #include "platform/forms/Application.h"
@@ -23,7 +24,6 @@ QWidget* TextBox::InnerWidget() const {
 void TextBox::Adopt(QWidget* editor) {
     editor->setGeometry(rect());
     setFocusProxy(editor);
-    setTabOrder(this, editor);
     RefreshSpokenName();
     editor->show();
 }
@@ -61,7 +61,7 @@ void TextBox::SetPasswordChar(const QString& character) {
 void TextBox::SetMultiLine(bool on) {
     if (on == MultiLine()) return;
     const QString text = Text();
-    delete InnerWidget();
+    const std::unique_ptr<QWidget> before(InnerWidget());
     line_ = nullptr;
     memo_ = nullptr;
     const auto raise = [this](int& key) { Q_EMIT KeyPress(key); };
@@ -73,6 +73,7 @@ void TextBox::SetMultiLine(bool on) {
         connect(line_, &QLineEdit::textChanged, this, &TextBox::RaiseChange);
     }
     ApplySettings();
+    setTabOrder(before.get(), InnerWidget());
     Adopt(InnerWidget());
     given_ = text;
     SetText(text);

@@ -113,8 +113,7 @@ class LineCursor {
         if (!ok || code > 0x10ffff || (code >= 0xd800 && code < 0xe000))
             Fail(u"an escape is no character");
         rest_ = rest_.sliced(close + 1);
-        const char32_t character = code;
-        return QString::fromUcs4(&character, 1).toUtf8();
+        return QStringView(QChar::fromUcs4(code)).toUtf8();
     }
 
     QByteArrayView rest_;
@@ -234,13 +233,13 @@ void Read(QByteArrayView rest, HiveKind kind, ParsedHive& hive) {
     if (!NextLine(rest, line)) Fail(u"the file is empty");
     hive.outcome = OutcomeOfHeader(line);
     if (hive.outcome == ParsedHive::Outcome::Unsupported) return;
-    if (!rest.isValidUtf8()) Fail(u"the file is not UTF-8");
     Reader reader(hive, kind);
     for (++hive.line; NextLine(rest, line); ++hive.line) {
         if (line == QByteArrayView("end")) {
             if (!rest.isEmpty()) Fail(u"the file goes on behind its end");
             return;
         }
+        if (!line.isValidUtf8()) Fail(u"the line is not UTF-8");
         if (!line.isEmpty()) reader.Line(line);
     }
     Fail(u"the file is cut short");

@@ -2,39 +2,13 @@
 #include <QtEndian>
 
 #include "platform/registry/HiveText.h"
+#include "platform/registry/Quoting.h"
 #include "platform/registry/RegTypes.h"
 #include "platform/registry/Utf8.h"
 
 namespace quarv::registry {
 
 namespace {
-
-// Control characters, line separators and the byte order mark would not survive every editor.
-bool NeedsNumber(char16_t unit) {
-    return unit < 0x20 || (unit >= 0x7f && unit < 0xa0) || unit == 0x2028 || unit == 0x2029 ||
-           unit == 0xfeff;
-}
-
-QByteArray Quoted(const QString& text) {
-    QString quoted(u'"');
-    quoted.reserve(text.size() + 2);
-    for (const QChar c : text) {
-        const char16_t unit = c.unicode();
-        if (unit == u'"' || unit == u'\\')
-            quoted.append(u'\\').append(c);
-        else if (unit == u'\n')
-            quoted.append(u"\\n");
-        else if (unit == u'\r')
-            quoted.append(u"\\r");
-        else if (unit == u'\t')
-            quoted.append(u"\\t");
-        else if (NeedsNumber(unit))
-            quoted.append(u"\\u{").append(QString::number(unit, 16)).append(u'}');
-        else
-            quoted.append(c);
-    }
-    return quoted.append(u'"').toUtf8();
-}
 
 // Text ends in exactly one NUL that is its own; whatever else is kept as bytes.
 bool IsPlainText(const HiveValue& value) {
@@ -63,18 +37,18 @@ class Writer {
 
   private:
     void KeyLine(const HiveKey& key, const QString& path) {
-        text_.append("key ").append(Quoted(path));
+        text_.append("key ").append(Quoted(path).toUtf8());
         if (key.mark == HiveKey::Mark::Deleted) text_.append(" deleted");
         if (key.mark == HiveKey::Mark::Anew) text_.append(" anew");
         text_.append('\n');
     }
 
     void ValueLine(const HiveValue& value) {
-        text_.append("value ").append(Quoted(value.name));
+        text_.append("value ").append(Quoted(value.name).toUtf8());
         if (value.deleted) {
             text_.append(" deleted");
         } else if (IsPlainText(value)) {
-            text_.append(" text ").append(Quoted(FromUtf8(value.data.chopped(1))));
+            text_.append(" text ").append(Quoted(FromUtf8(value.data.chopped(1))).toUtf8());
         } else if (value.type == REG_DWORD && value.data.size() == 4) {
             const quint32 number = qFromLittleEndian<quint32>(value.data.constData());
             text_.append(" number ").append(QByteArray::number(number));

@@ -55,14 +55,14 @@ class Program:
         """The message box with this title, or any, and the text that stands in it."""
         def probe():
             for window in seen(self.windows) or []:
-                if seen(window.role) == "alert" and title in (None, seen(window.name)):
+                if title in (None, seen(window.name)) and seen(lambda: _is_message(window)):
                     return window
             self._must_run(f'message box "{title or ""}"')
             return None
 
         box = wait_until(f'a message box "{title or ""}"', probe, seconds, self.titles)
         text = wait_until("the text of the message box", lambda: seen(
-            lambda: " ".join(label.name() for label in box.all("label") if label.name())))
+            lambda: " ".join(part.text() for part in box.all(("label", "text")) if part.text())))
         return box, text
 
     def answer(self, box, button):
@@ -85,3 +85,9 @@ class Program:
 
     def end(self):
         self.process.end()
+
+
+def _is_message(window):
+    """A message box is a dialog that wants an answer."""
+    return window.role() in ("alert", "dialog") and any(
+        button.name() in ("OK", "Yes") for button in window.all("push button"))

@@ -1,5 +1,8 @@
 """The connection dialog: what it offers, what it says of a server, what it remembers."""
 
+import os
+
+from driver.listener import Listener
 from driver.quarv import SQL_ACCOUNT, WINDOWS_ACCOUNT
 from driver.server import LOGIN, PASSWORD
 from driver.story import Story
@@ -48,6 +51,40 @@ class ConnectionDialogStory(Story):
         self.assertEqual("Error -2147217843", box.name())
         self.assertEqual(f"Error connecting to server: Login failed for user '{LOGIN}'.", text)
         quarv.answer(box, "OK")
+
+    def test_a_port_that_is_no_sql_server_is_told(self):
+        for greeting in (b"", b"SSH-2.0-OpenSSH_9.2\r\n" * 20, bytes(range(256)) * 40):
+            with self.subTest(greeting=greeting[:8]):
+                listener = Listener(greeting)
+                self.addCleanup(listener.end)
+                quarv = self.start_quarv()
+                dialog = quarv.dialog()
+                dialog.choose(SQL_ACCOUNT)
+                dialog.enter(server=f"127.0.0.1,{listener.port}", username=LOGIN)
+                dialog.press("Test")
+                box, text = quarv.message()
+                self.assertEqual("Error -2147467259", box.name())
+                self.assertIn("127.0.0.1", text)
+                self.assertIn(str(listener.port), text)
+                quarv.answer(box, "OK")
+                dialog.press("Cancel")
+                self.assertEqual(0, quarv.exit_status())
+
+    def test_a_damaged_settings_file_is_set_aside_and_the_default_offered(self):
+        self.store(UNREACHABLE)
+        path = self.home.path("machine/quarv/machine.hive")
+        damage = b"\x00\xff[half a fi"
+        with open(path, "wb") as hive:
+            hive.write(damage)
+        quarv = self.start_quarv()
+        dialog = quarv.dialog()
+        self.assertEqual("localhost", dialog.server())
+        dialog.press("Cancel")
+        self.assertEqual(0, quarv.exit_status())
+        folder = os.path.dirname(path)
+        kept = [open(os.path.join(folder, name), "rb").read() for name in os.listdir(folder)
+                if name != os.path.basename(path)]
+        self.assertIn(damage, kept)
 
     def test_cancel_ends_the_program(self):
         quarv = self.start_quarv()

@@ -1,0 +1,25 @@
+// BenchServer: an embedded server started by hand on a temporary folder, for one bench. It ends
+// with this object.
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace quarv::bench {
+
+class BenchServer {
+  public:
+    // Serves the sample database "mirel" to the account bench/bench. Ends the program with status 2
+    // where it does not come up.
+    BenchServer();
+    ~BenchServer();
+
+    int Port() const { return port_; }
+
+  private:
+    QTemporaryDir folder_;
+    QProcess process_;
+    int port_ = 0;
+};
+
+}  // namespace quarv::bench

@@ -1,0 +1,10 @@
+#include "base/Hooks.h"
+
+namespace quarv {
+
+Hooks& ProgramHooks() {
+    static Hooks hooks;
+    return hooks;
+}
+
+}  // namespace quarv

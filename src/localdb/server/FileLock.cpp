@@ -1,0 +1,43 @@
+#include "localdb/server/FileLock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <QFile>
+#include <cerrno>
+
+#include "localdb/server/ServerError.h"
+
+namespace quarv::localdb::server {
+
+namespace {
+
+// The file could have been deleted, and made anew, between opening and locking it.
+bool IsStillAt(const FileDescriptor& file, const QByteArray& path) {
+    struct stat here {};
+    struct stat there {};
+    return ::fstat(file.Get(), &here) == 0 && ::stat(path.constData(), &there) == 0 &&
+           here.st_ino == there.st_ino && here.st_dev == there.st_dev;
+}
+
+}  // namespace
+
+FileDescriptor FileLock::TryTake() const {
+    const QByteArray path = QFile::encodeName(path_);
+    for (;;) {
+        FileDescriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+        if (!file.IsOpen()) {
+            throw ServerError(ServerError::InstanceFiles, path_, SystemText(errno));
+        }
+        if (::flock(file.Get(), LOCK_EX | LOCK_NB) != 0) return {};
+        if (IsStillAt(file, path)) return file;
+    }
+}
+
+bool FileLock::IsHeld() const {
+    const FileDescriptor file(::open(QFile::encodeName(path_).constData(), O_RDONLY | O_CLOEXEC));
+    return file.IsOpen() && ::flock(file.Get(), LOCK_SH | LOCK_NB) != 0;
+}
+
+}  // namespace quarv::localdb::server

@@ -1,0 +1,33 @@
+// Log: lines with a time for whoever looks after the server. Never holds a secret: callers pass no
+// password, and texts that came from outside are cut and their control characters replaced, so
+// that no one can forge a line. Its members may be called from any thread.
+#pragma once
+
+#include <QString>
+#include <mutex>
+
+#include "localdb/server/FileDescriptor.h"
+
+namespace quarv::localdb::server {
+
+class Log {
+  public:
+    // Writes to stderr.
+    Log() = default;
+    // Appends to the file, which is set aside as ".old" and begun anew at `largest` bytes.
+    explicit Log(const QString& path, qint64 largest = 1024 * 1024);
+
+    void Write(const QString& text);
+
+  private:
+    void Open();
+    void Turn();
+
+    std::mutex mutex_;
+    QString path_;
+    qint64 largest_ = 0;
+    qint64 size_ = 0;
+    FileDescriptor file_;
+};
+
+}  // namespace quarv::localdb::server

@@ -1,0 +1,29 @@
+#include "localdb/tds/ReturnValue.h"
+
+namespace quarv::localdb::tds {
+
+void ReturnValue::Encode(ByteWriter& writer) const {
+    writer.U8(static_cast<uint8_t>(Token::ReturnValue));
+    writer.U16(ordinal);
+    writer.ShortText(name);
+    writer.U8(status);
+    writer.U32(userType);
+    writer.U16(flags);
+    type.Encode(writer);
+    value.Encode(writer, type, Place::Row);
+}
+
+ReturnValue ReturnValue::Decode(ByteReader& reader) {
+    ExpectToken(reader, Token::ReturnValue);
+    ReturnValue result;
+    result.ordinal = reader.U16();
+    result.name = reader.ShortText();
+    result.status = reader.U8();
+    result.userType = reader.U32();
+    result.flags = reader.U16();
+    result.type = TypeInfo::Decode(reader);
+    result.value = RawValue::Decode(reader, result.type, Place::Row);
+    return result;
+}
+
+}  // namespace quarv::localdb::tds

@@ -1,0 +1,20 @@
+// SqlBatch: a batch of statements as text ([MS-TDS], "SQLBatch").
+#pragma once
+
+#include <QString>
+#include <span>
+
+#include "localdb/tds/AllHeaders.h"
+
+namespace quarv::localdb::tds {
+
+struct SqlBatch {
+    AllHeaders headers;
+    QString sql;
+
+    void Encode(ByteWriter& writer) const;
+    // A whole message. Raises HeadersLength, TextLength, Truncated.
+    static SqlBatch Decode(std::span<const std::byte> body);
+};
+
+}  // namespace quarv::localdb::tds

@@ -1,0 +1,28 @@
+// TransactionRequest: begin, commit or roll back without a batch ([MS-TDS], "Transaction Manager
+// Request").
+#pragma once
+
+#include <QString>
+#include <span>
+
+#include "localdb/tds/AllHeaders.h"
+
+namespace quarv::localdb::tds {
+
+struct TransactionRequest {
+    enum class Kind : uint16_t { Begin = 5, Commit = 7, Rollback = 8 };
+
+    AllHeaders headers;
+    Kind kind = Kind::Begin;
+    uint8_t isolation = 0;    // of the transaction that begins; 0: as it is
+    QString name;             // of the transaction that ends or, for Begin, begins
+    bool beginsNext = false;  // Commit, Rollback: the next transaction begins at once
+    uint8_t nextIsolation = 0;
+    QString nextName;
+
+    void Encode(ByteWriter& writer) const;
+    // A whole message. Raises TransactionKind for a request that is not one of the three.
+    static TransactionRequest Decode(std::span<const std::byte> body);
+};
+
+}  // namespace quarv::localdb::tds

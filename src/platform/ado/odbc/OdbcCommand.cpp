@@ -1,0 +1,186 @@
+#include "platform/ado/odbc/OdbcCommand.h"
+
+#include <utility>
+
+#include "platform/ado/odbc/Diagnostics.h"
+#include "platform/ado/odbc/LiveResult.h"
+#include "platform/ado/odbc/OdbcSession.h"
+#include "platform/ado/odbc/SchemaResult.h"
+#include "platform/ado/odbc/StoredResult.h"
+
+namespace quarv::ado::odbc {
+
+OdbcCommand::OdbcCommand(std::shared_ptr<OdbcSession> session, int timeout)
+    : session_(std::move(session)), statement_(session_->Handle()) {
+    SQLSetStmtAttr(statement_.get(), SQL_ATTR_QUERY_TIMEOUT,
+                   reinterpret_cast<SQLPOINTER>(static_cast<quintptr>(timeout)), SQL_IS_UINTEGER);
+}
+
+OdbcCommand::~OdbcCommand() {
+    Abandon();
+}
+
+std::shared_ptr<OdbcCommand> OdbcCommand::Run(std::shared_ptr<OdbcSession> session,
+                                              const QString& sql, int timeout) {
+    session->Free();
+    std::shared_ptr<OdbcCommand> command(new OdbcCommand(session, timeout));
+    // The driver manager takes the text without changing it.
+    auto* text = reinterpret_cast<SQLWCHAR*>(const_cast<ushort*>(sql.utf16()));
+    command->Begin(
+        SQLExecDirectW(command->statement_.get(), text, static_cast<SQLINTEGER>(sql.size())));
+    session->SetBusy(command);
+    return command;
+}
+
+std::shared_ptr<OdbcCommand> OdbcCommand::RunSchema(std::shared_ptr<OdbcSession> session,
+                                                    Schema schema, int timeout) {
+    session->Free();
+    std::shared_ptr<OdbcCommand> command(new OdbcCommand(session, timeout));
+    command->schema_ = schema;
+    const SQLHSTMT statement = command->statement_.get();
+    SQLWCHAR all[] = {'%', 0};
+    SQLWCHAR none[] = {0};
+    SQLRETURN rc = SQL_ERROR;
+    switch (schema) {
+        case Schema::Catalogs:
+            rc = SQLTablesW(statement, all, SQL_NTS, none, SQL_NTS, none, SQL_NTS, none, SQL_NTS);
+            break;
+        case Schema::Tables:
+            rc = SQLTablesW(statement, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0);
+            break;
+        case Schema::Procedures:
+            rc = SQLProceduresW(statement, nullptr, 0, nullptr, 0, nullptr, 0);
+            break;
+    }
+    command->Begin(rc);
+    session->SetBusy(command);
+    return command;
+}
+
+void OdbcCommand::Begin(SQLRETURN executed) {
+    // A statement that says nothing about rows, as most definitions do, answers SQL_NO_DATA.
+    if (!SQL_SUCCEEDED(executed) && executed != SQL_NO_DATA) {
+        const DataError error = session_->StatementError(statement_.get());
+        RunToEnd();
+        throw error;
+    }
+    current_ = LiveRows();
+}
+
+std::unique_ptr<Result> OdbcCommand::LiveRows() {
+    SQLSMALLINT columns = 0;
+    if (!SQL_SUCCEEDED(SQLNumResultCols(statement_.get(), &columns)))
+        throw session_->StatementError(statement_.get());
+    onRow_ = false;
+    rowsLeft_ = columns > 0;
+    if (!rowsLeft_) return nullptr;
+    auto rows = std::make_unique<LiveResult>(*session_, statement_.get(), columns);
+    if (!schema_) return rows;
+    return std::make_unique<SchemaResult>(*schema_, std::move(rows));
+}
+
+// The server runs a batch on behind a failed statement, but ending the statement early would cancel
+// the rest of it there.
+void OdbcCommand::RunToEnd() {
+    for (;;) {
+        const SQLRETURN rc = SQLMoreResults(statement_.get());
+        if (SQL_SUCCEEDED(rc)) continue;
+        if (rc != SQL_ERROR || session_->IsDead()) break;
+        if (Diagnostics(SQL_HANDLE_STMT, statement_.get()).HasState("HYT00")) break;
+    }
+    statement_.Reset();
+}
+
+bool OdbcCommand::IsClosed() const {
+    return session_->IsClosed();
+}
+
+bool OdbcCommand::Fetch() {
+    onRow_ = false;
+    try {
+        onRow_ = current_->Fetch();
+    } catch (const DataError&) {
+        rowsLeft_ = false;
+        if (session_->IsDead()) EndLive();
+        throw;
+    }
+    rowsLeft_ = rowsLeft_ && onRow_;
+    return onRow_;
+}
+
+bool OdbcCommand::Advance() {
+    if (statement_) return AdvanceLive();
+    current_.reset();
+    if (stored_.empty()) return false;
+    Stored next = std::move(stored_.front());
+    stored_.pop_front();
+    if (next.error) throw DataError(*next.error);
+    current_ = std::move(next.rows);
+    onRow_ = false;
+    return true;
+}
+
+// The driver shows a result whose rows were not all read a second time, as one without rows.
+void OdbcCommand::SkipRows() {
+    current_.reset();
+    if (!std::exchange(rowsLeft_, false)) return;
+    SQLRETURN rc = SQL_SUCCESS;
+    while (SQL_SUCCEEDED(rc)) rc = SQLFetch(statement_.get());
+    if (rc != SQL_NO_DATA) Raise();
+}
+
+bool OdbcCommand::AdvanceLive() {
+    SkipRows();
+    const SQLRETURN rc = SQLMoreResults(statement_.get());
+    if (rc == SQL_NO_DATA) {
+        EndLive();
+        return false;
+    }
+    if (SQL_SUCCEEDED(rc)) {
+        current_ = LiveRows();
+        return true;
+    }
+    Raise();
+}
+
+void OdbcCommand::Raise() {
+    const DataError error = session_->StatementError(statement_.get());
+    // On a dead connection the driver would report the same error for ever.
+    if (session_->IsDead()) EndLive();
+    throw error;
+}
+
+void OdbcCommand::EndLive() {
+    current_.reset();
+    statement_.Reset();
+}
+
+void OdbcCommand::Abandon() {
+    stored_.clear();
+    EndLive();
+}
+
+void OdbcCommand::ReadAhead() {
+    if (!statement_) return;
+    std::unique_ptr<Result> first;
+    const bool onRow = onRow_;
+    if (current_) first = std::make_unique<StoredResult>(*current_, onRow);
+    rowsLeft_ = false;
+    for (bool more = true; more;) {
+        Stored next;
+        try {
+            more = AdvanceLive();
+            if (current_) next.rows = std::make_unique<StoredResult>(*current_, false);
+            rowsLeft_ = false;
+        } catch (const DataError& error) {
+            next.error = error;
+            more = static_cast<bool>(statement_);
+        }
+        if (more || next.error) stored_.push_back(std::move(next));
+    }
+    EndLive();
+    current_ = std::move(first);
+    onRow_ = onRow;
+}
+
+}  // namespace quarv::ado::odbc

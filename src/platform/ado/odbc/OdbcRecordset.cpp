@@ -1,0 +1,81 @@
+#include "platform/ado/odbc/OdbcRecordset.h"
+
+#include "platform/ado/DataErrors.h"
+
+namespace quarv::ado::odbc {
+
+OdbcRecordset::OdbcRecordset(std::shared_ptr<OdbcCommand> command) : command_(std::move(command)) {
+    if (!command_ || !command_->Current()) return;
+    open_ = true;
+    const std::vector<Column>& columns = command_->Current()->Columns();
+    fields_.reserve(columns.size());
+    for (std::size_t i = 0; i < columns.size(); ++i) fields_.emplace_back(*this, columns[i], i);
+}
+
+OdbcRecordset::~OdbcRecordset() = default;
+
+ObjectState OdbcRecordset::State() const {
+    return open_ && !command_->IsClosed() ? adStateOpen : adStateClosed;
+}
+
+bool OdbcRecordset::EOF() const {
+    RequireOpen();
+    FetchIfNeeded();
+    return position_ == Position::AtEnd;
+}
+
+void OdbcRecordset::MoveNext() {
+    if (EOF()) throw MakeDataError(DataErrorCode::NoCurrentRow);
+    position_ = Position::BeforeRow;
+}
+
+RecordsetPtr OdbcRecordset::NextRecordset() {
+    if (handedOn_) throw MakeDataError(DataErrorCode::ObjectClosed);
+    if (command_ && command_->IsClosed()) throw MakeDataError(DataErrorCode::InvalidConnection);
+    open_ = false;
+    if (!command_ || !command_->Advance()) return nullptr;
+    handedOn_ = true;
+    return std::make_shared<OdbcRecordset>(std::move(command_));
+}
+
+void OdbcRecordset::Close() {
+    RequireOpen();
+    open_ = false;
+    handedOn_ = true;
+    command_.reset();
+}
+
+int OdbcRecordset::Count() const {
+    return State() == adStateOpen ? static_cast<int>(fields_.size()) : 0;
+}
+
+const Field& OdbcRecordset::operator[](int index) const {
+    if (index < 0 || index >= Count()) throw MakeDataError(DataErrorCode::ItemNotFound);
+    return fields_[static_cast<std::size_t>(index)];
+}
+
+const Field& OdbcRecordset::operator[](const QString& name) const {
+    const int count = Count();
+    for (int i = 0; i < count; ++i) {
+        const OdbcField& field = fields_[static_cast<std::size_t>(i)];
+        if (field.Name().compare(name, Qt::CaseInsensitive) == 0) return field;
+    }
+    throw MakeDataError(DataErrorCode::ItemNotFound);
+}
+
+void OdbcRecordset::RequireOpen() const {
+    if (State() != adStateOpen) throw MakeDataError(DataErrorCode::ObjectClosed);
+}
+
+void OdbcRecordset::FetchIfNeeded() const {
+    if (position_ != Position::BeforeRow) return;
+    position_ = Position::AtEnd;  // holds where Fetch raises
+    if (command_->Fetch()) position_ = Position::OnRow;
+}
+
+quarv::Value OdbcRecordset::OdbcField::Value() const {
+    if (owner_.EOF()) throw MakeDataError(DataErrorCode::NoCurrentRow);
+    return ToValue(column_, owner_.command_->Current()->Read(index_));
+}
+
+}  // namespace quarv::ado::odbc

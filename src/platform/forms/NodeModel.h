@@ -1,0 +1,68 @@
+// NodeModel: the nodes of a TreeView, which owns it. New nodes are told to the view in one go per
+// parent, once events are handled again, so that filling a tree lays nothing out node by node. It
+// knows no widget.
+#pragma once
+
+#include <QAbstractItemModel>
+#include <QHash>
+#include <QIcon>
+#include <memory>
+#include <vector>
+
+#include "platform/forms/Node.h"
+
+namespace quarv::forms {
+
+class NodeModel : public QAbstractItemModel {
+    Q_OBJECT
+
+  public:
+    explicit NodeModel(QObject* view);
+    ~NodeModel() override;
+
+    void SetImages(std::vector<QIcon> images) { images_ = std::move(images); }
+
+    // See Nodes::Add.
+    Node& Add(const QString& relativeKey, const QString& key, const QString& text, int image);
+    const std::vector<std::unique_ptr<Node>>& All() const { return nodes_; }
+    // Null where no node has this key.
+    Node* Find(const QString& key) const;
+    void Clear();
+
+    // Tells the view of the nodes that it does not know yet.
+    void Flush();
+    Node* NodeAt(const QModelIndex& index) const;
+    QModelIndex IndexOf(const Node& node) const;
+
+    void TextChanged(const Node& node);
+    void SetExpanded(Node& node, bool expanded);
+    // What the user did in the view.
+    void NoteExpanded(Node& node, bool expanded) { node.expanded_ = expanded; }
+    Node* ParentOf(const Node& node) const;
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    bool hasChildren(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+
+  Q_SIGNALS:
+    // A node that the view knows is to be shown with or without its children.
+    void ExpansionChanged(const QModelIndex& index, bool expanded);
+
+  private:
+    Node* ParentFor(const QString& relativeKey);
+    void ScheduleFlush(Node& parent);
+    void Show(Node& parent);
+
+    std::unique_ptr<Node> root_;
+    std::vector<std::unique_ptr<Node>> nodes_;
+    QHash<QString, Node*> keys_;  // by folded key
+    std::vector<Node*> waiting_;  // parents with children that the view does not know
+    Node* lastParent_ = nullptr;  // of the last Add; null for none
+    std::vector<QIcon> images_;
+    bool flushPending_ = false;
+};
+
+}  // namespace quarv::forms

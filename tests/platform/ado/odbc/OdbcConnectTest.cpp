@@ -1,0 +1,199 @@
+#include <gtest/gtest.h>
+
+#include "platform/ado/odbc/Open.h"
+
+namespace quarv::test {
+
+namespace {
+
+using Manners = FakeServer::Manners;
+
+constexpr int Unspecified = -2147467259;
+constexpr int AuthenticationFailed = -2147217843;
+
+struct HostileCase {
+    const char* name;
+    Manners manners;
+    const char* words;  // what the description holds
+};
+
+const HostileCase HostileServers[] = {
+    {"ClosesAtOnce", Manners::ClosesAtOnce, "ended the conversation before the login"},
+    {"Silent", Manners::Silent, "did not answer as a SQL Server within 1 seconds"},
+    {"Garbage", Manners::Garbage, "SQL Server"},
+    {"GarbageTls", Manners::GarbageTls, "ended the conversation before the login"},
+    {"Trickles", Manners::Trickles, "did not answer as a SQL Server within 1 seconds"},
+    {"Floods", Manners::Floods, "SQL Server"},
+    {"ClosesAfterPreLogin", Manners::ClosesAfterPreLogin, "ended the conversation"},
+    {"SilentAfterPreLogin", Manners::SilentAfterPreLogin, "did not answer"},
+    {"GarbageAfterLogin", Manners::GarbageAfterLogin, "SQL Server"},
+};
+
+class HostileTest : public testing::TestWithParam<HostileCase> {};
+
+ado::ConnectionPtr NewConnection() {
+    return ado::odbc::OdbcConnectionFactory()();
+}
+
+DataError OpenError(const QString& connectionString) {
+    return ErrorOf([&] { NewConnection()->Open(connectionString); });
+}
+
+}  // namespace
+
+TEST_P(HostileTest, OpenEndsWithAPlainError) {
+    const FakeServer server(GetParam().manners);
+    const auto connection = NewConnection();
+    const DataError error = ErrorOf(
+        [&] { connection->Open(server.ConnectionString(QStringLiteral("Connect Timeout=1"))); });
+    EXPECT_EQ(error.Number(), Unspecified);
+    EXPECT_TRUE(error.Description().contains(QLatin1String(GetParam().words)))
+        << qPrintable(error.Description());
+    EXPECT_TRUE(
+        error.Description().contains(QStringLiteral("\"127.0.0.1\", port %1").arg(server.Port())));
+    EXPECT_FALSE(error.Description().contains(u'['));
+    EXPECT_EQ(connection->State(), ado::adStateClosed);
+}
+
+INSTANTIATE_TEST_SUITE_P(Servers, HostileTest, testing::ValuesIn(HostileServers),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST(Connect, WrongPasswordSaysSo) {
+    const FakeServer server(Manners::RefusesLogin);
+    const DataError error = OpenError(server.ConnectionString());
+    EXPECT_EQ(error.Number(), AuthenticationFailed);
+    EXPECT_EQ(error.Description(), QStringLiteral("Login failed for user 'sa'. Check the user "
+                                                  "name and the password."));
+    EXPECT_EQ(error.NativeError(), 18456);
+}
+
+TEST(Connect, UnknownDatabaseIsToldBeforeTheLogin) {
+    const FakeServer server(Manners::WrongDatabase);
+    const DataError error =
+        OpenError(server.ConnectionString(QStringLiteral("Initial Catalog=nosuch")));
+    EXPECT_EQ(error.Description(),
+              QStringLiteral("Cannot open database \"nosuch\" requested by the login. The login "
+                             "failed. Check the database's name and that this account may open "
+                             "it."));
+    EXPECT_EQ(error.NativeError(), 4060);
+}
+
+TEST(Connect, NothingListening) {
+    int port = 0;
+    {
+        const FakeServer server(Manners::Good);
+        port = server.Port();
+    }
+    const DataError error =
+        OpenError(QStringLiteral("Provider=sqloledb;Data Source=127.0.0.1,%1;User Id=a;Password=b")
+                      .arg(port));
+    EXPECT_EQ(error.Number(), Unspecified);
+    EXPECT_TRUE(error.Description().startsWith(
+        QStringLiteral("Nothing answers at \"127.0.0.1\", port %1.").arg(port)))
+        << qPrintable(error.Description());
+}
+
+TEST(Connect, UnknownHost) {
+    const DataError error = OpenError(
+        QStringLiteral("Provider=sqloledb;Data Source=no-such-host.invalid;User Id=a;Password=b"));
+    EXPECT_TRUE(error.Description().startsWith(
+        QStringLiteral("The server \"no-such-host.invalid\" could not be found.")))
+        << qPrintable(error.Description());
+}
+
+TEST(Connect, DriverThatIsNotInstalled) {
+    const DataError error = OpenError(QStringLiteral("Driver={No Such Driver};Server=h;"));
+    EXPECT_TRUE(error.Description().startsWith(
+        QStringLiteral("The ODBC driver \"No Such Driver\" is not installed")))
+        << qPrintable(error.Description());
+}
+
+TEST(Connect, UnknownProvider) {
+    const DataError error = OpenError(QStringLiteral("Provider=MSDAORA.1;Data Source=x"));
+    EXPECT_EQ(error.Number(), -2146824582);
+    EXPECT_EQ(error.Description(),
+              QStringLiteral("Provider cannot be found. It may not be properly installed."));
+}
+
+TEST(Connect, WindowsAccountWithoutATicketSaysWhatToCheck) {
+    const FakeServer server(Manners::Good);
+    const DataError error = OpenError(
+        QStringLiteral("Provider=sqloledb;Data Source=127.0.0.1,%1;Integrated Security=SSPI")
+            .arg(server.Port()));
+    EXPECT_TRUE(error.Description().contains(QStringLiteral("Kerberos ticket")))
+        << qPrintable(error.Description());
+}
+
+TEST(Connect, LoginCarriesTheStringsValues) {
+    const FakeServer server(Manners::Good);
+    const auto connection =
+        Open(server, QStringLiteral("Initial Catalog=Größe;Application Name=my app"));
+    EXPECT_EQ(server.Login(), QStringList({"sa", "secret", "my app", "Größe"}));
+    EXPECT_EQ(connection->State(), ado::adStateOpen);
+}
+
+TEST(Connect, ArgumentsStandInForTheStringsAccount) {
+    const FakeServer server(Manners::Good);
+    NewConnection()->Open(server.ConnectionString(), QStringLiteral("other"),
+                          QStringLiteral("pass"));
+    EXPECT_EQ(server.Login().mid(0, 2), QStringList({"other", "pass"}));
+}
+
+TEST(Connect, DriverInTheStringReachesTheServer) {
+    const FakeServer server(Manners::Good);
+    NewConnection()->Open(
+        QStringLiteral("Driver={FreeTDS};Data Source=127.0.0.1;Port=%1;User=u;Password=p;")
+            .arg(server.Port()));
+    EXPECT_EQ(server.Login().mid(0, 2), QStringList({"u", "p"}));
+}
+
+// Every value arrives as written, or is refused before anything is sent.
+TEST(Connect, ValuesArriveWhole) {
+    const QStringList passwords{QStringLiteral("a;b"),
+                                QStringLiteral("x;Database=evil"),
+                                QStringLiteral("a}b"),
+                                QStringLiteral("a}}b"),
+                                QStringLiteral("}"),
+                                QStringLiteral("{"),
+                                QStringLiteral("{a}"),
+                                QStringLiteral(" a "),
+                                QStringLiteral("a=b"),
+                                QStringLiteral("it's"),
+                                QStringLiteral("é😀"),
+                                QStringLiteral("a;"),
+                                QStringLiteral("a\nb"),
+                                QStringLiteral("x;Driver={NoSuch}y"),
+                                QStringLiteral("\\};x").left(2),
+                                QStringLiteral("a;DSN=b"),
+                                QStringLiteral("a\tb")};
+    for (const QString& password : passwords) {
+        const FakeServer server(Manners::Good);
+        NewConnection()->Open(QStringLiteral("Provider=sqloledb;Data Source=127.0.0.1,%1;User "
+                                             "Id=u;Initial Catalog=db;Password=\"")
+                                  .arg(server.Port()) +
+                              password + u'"');
+        EXPECT_EQ(server.Login(), QStringList({"u", password, "Quarv", "db"}));
+    }
+}
+
+TEST(Connect, ConnectionStringIsFixedWhileOpen) {
+    const FakeServer server(Manners::Good);
+    const auto connection = Open(server);
+    EXPECT_EQ(ErrorOf([&] { connection->SetConnectionString({}); }).Number(), -2146824583);
+    EXPECT_EQ(ErrorOf([&] { connection->Open(); }).Number(), -2146824583);
+    connection->Close();
+    EXPECT_EQ(connection->State(), ado::adStateClosed);
+    connection->Open();
+    EXPECT_EQ(connection->State(), ado::adStateOpen);
+}
+
+TEST(Connect, ClosedConnectionRefusesCommands) {
+    const auto connection = NewConnection();
+    EXPECT_EQ(ErrorOf([&] { connection->Execute("select 1"); }).Number(), -2146824584);
+    EXPECT_EQ(ErrorOf([&] { connection->OpenSchema(ado::Schema::Tables); }).Number(), -2146824584);
+    EXPECT_EQ(ErrorOf([&] { connection->Close(); }).Number(), -2146824584);
+    EXPECT_EQ(connection->ConnectionTimeout(), 15);
+    EXPECT_EQ(connection->CommandTimeout(), 30);
+}
+
+}  // namespace quarv::test

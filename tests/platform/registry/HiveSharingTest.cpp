@@ -1,0 +1,112 @@
+// Several programs at one hive.
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include "platform/registry/InChild.h"
+#include "platform/registry/RegistryHome.h"
+
+namespace quarv::registry {
+namespace {
+
+class HiveSharingTest : public RegistryHome {
+  protected:
+    // Holds the lock as another program would, until it is destroyed.
+    UniqueFd Lock(const QByteArray& hive) {
+        UniqueFd fd(::open((hive + ".lock").constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+        EXPECT_EQ(0, ::flock(fd.Get(), LOCK_EX | LOCK_NB));
+        return fd;
+    }
+};
+
+TEST_F(HiveSharingTest, TwoProgramsKeepEachOthersValues) {
+    Hives one = NewHives();
+    Hives two = NewHives();
+    Set(one, HKEY_CURRENT_USER, "K", "a", "1");
+    Set(two, HKEY_CURRENT_USER, "K", "b", "2");
+    Set(one, HKEY_CURRENT_USER, "K", "c", "3");
+    for (Hives* hives : {&one, &two}) {
+        EXPECT_EQ("1", Get(*hives, HKEY_CURRENT_USER, "K", "a"));
+        EXPECT_EQ("2", Get(*hives, HKEY_CURRENT_USER, "K", "b"));
+        EXPECT_EQ("3", Get(*hives, HKEY_CURRENT_USER, "K", "c"));
+    }
+}
+
+TEST_F(HiveSharingTest, ProgramsWritingAtOnceLoseNothing) {
+    constexpr int Writers = 3;
+    constexpr int Values = 15;
+    pid_t children[Writers];
+    for (int writer = 0; writer < Writers; ++writer)
+        children[writer] = StartChild([&] {
+            Hives hives = NewHives();
+            for (int i = 0; i < Values; ++i) {
+                const QByteArray name = QByteArray::number(writer) + "-" + QByteArray::number(i);
+                if (Set(hives, HKEY_CURRENT_USER, "K", name.constData(), name) != ERROR_SUCCESS)
+                    return 1;
+            }
+            return 0;
+        });
+    for (const pid_t child : children) EXPECT_EQ(0, WaitForChild(child));
+    Hives hives = NewHives();
+    for (int writer = 0; writer < Writers; ++writer)
+        for (int i = 0; i < Values; ++i) {
+            const QByteArray name = QByteArray::number(writer) + "-" + QByteArray::number(i);
+            EXPECT_EQ(name, Get(hives, HKEY_CURRENT_USER, "K", name.constData()));
+        }
+}
+
+TEST_F(HiveSharingTest, AReaderSeesOnlyWholeFiles) {
+    Hives hives = NewHives();
+    Set(hives, HKEY_CURRENT_USER, "K", "v", QByteArray(3000, 'a'));
+    const pid_t writer = StartChild([&] {
+        Hives own = NewHives();
+        for (int i = 0; i < 30; ++i)
+            Set(own, HKEY_CURRENT_USER, "K", "v", QByteArray(3000, i % 2 == 0 ? 'b' : 'a'));
+        return 0;
+    });
+    for (int status = 0; ::waitpid(writer, &status, WNOHANG) == 0;) {
+        const QByteArray seen = Get(hives, HKEY_CURRENT_USER, "K", "v");
+        ASSERT_TRUE(seen == QByteArray(3000, 'a') || seen == QByteArray(3000, 'b'));
+    }
+    EXPECT_EQ(QStringList(), reports_);
+}
+
+TEST_F(HiveSharingTest, ALockThatIsNotGivenBackFailsTheWriteAndNoRead) {
+    Hives hives = NewHives();
+    Set(hives, HKEY_CURRENT_USER, "K", "v", "before");
+    const UniqueFd held = Lock(paths_.user);
+    EXPECT_EQ(ERROR_LOCK_VIOLATION, Set(hives, HKEY_CURRENT_USER, "K", "v", "after"));
+    EXPECT_EQ("before", Get(hives, HKEY_CURRENT_USER, "K", "v"));
+}
+
+TEST_F(HiveSharingTest, ALockedMachineHiveIsNoReasonForTheOverlay) {
+    Hives hives = NewHives();
+    Set(hives, HKEY_LOCAL_MACHINE, "K", "v", "before");
+    const UniqueFd held = Lock(paths_.machine);
+    EXPECT_EQ(ERROR_LOCK_VIOLATION, Set(hives, HKEY_LOCAL_MACHINE, "K", "v", "after"));
+    EXPECT_FALSE(Exists(paths_.overlay));
+}
+
+TEST_F(HiveSharingTest, ALockThatIsGivenBackIsWaitedFor) {
+    Hives hives = NewHives();
+    Set(hives, HKEY_CURRENT_USER, "K", "v", "before");
+    UniqueFd held = Lock(paths_.user);
+    const pid_t writer = StartChild([&] {
+        held.Reset();  // the parent holds it on
+        Hives own = NewHives();
+        return static_cast<int>(Set(own, HKEY_CURRENT_USER, "K", "v", "after"));
+    });
+    held.Reset();
+    EXPECT_EQ(0, WaitForChild(writer));
+    EXPECT_EQ("after", Get(hives, HKEY_CURRENT_USER, "K", "v"));
+}
+
+TEST_F(HiveSharingTest, ALockFileThatWasRemovedLocksNobodyOut) {
+    Hives hives = NewHives();
+    Set(hives, HKEY_CURRENT_USER, "K", "v", "before");
+    const UniqueFd held = Lock(paths_.user);
+    QFile::remove(QFile::decodeName(paths_.user) + ".lock");
+    EXPECT_EQ(ERROR_SUCCESS, Set(hives, HKEY_CURRENT_USER, "K", "v", "after"));
+}
+
+}  // namespace
+}  // namespace quarv::registry
