@@ -41,7 +41,7 @@ enum class StatementKind : uint16_t {
 
 class ResultSink {
   public:
-    virtual ~ResultSink() = default;
+    virtual ~ResultSink();
 
     // Begins a result set; Row calls until the next StatementDone belong to it.
     virtual void BeginRows(std::span<const Column> columns) = 0;
@@ -53,7 +53,7 @@ class ResultSink {
     virtual void DatabaseChanged(const QString& now, const QString& before) = 0;
 
     // What follows up to the matching ReturnStatus comes from inside a procedure; calls nest.
-    virtual void ProcedureBegins() {}
+    virtual void ProcedureBegins();
     // The end of a procedure. An EXEC inside a batch is then closed by StatementDone(Execute); a
     // procedure that Session::RunProcedure was asked for is not.
     virtual void ReturnStatus(int status) = 0;

@@ -20,8 +20,12 @@ class Server {
     virtual std::unique_ptr<Session> NewSession(const QString& login) = 0;
     virtual bool HasDatabase(const QString& name) const = 0;
 
-    // What @@VERSION and sp_server_info tell, for example "16.00.1000".
+    // For example "16.00.1000".
     static QString ProductVersion();
+    // What @@VERSION tells.
+    static QString VersionText();
+    // What @@SERVERNAME tells: the machine's name.
+    static QString Name();
 
     // Opens the data directory, making it (mode 0700) and database "master" where they are missing.
     // `objects` are the system's views and procedures; catalog/OpenServer.h opens a server with

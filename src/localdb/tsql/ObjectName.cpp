@@ -47,4 +47,51 @@ ObjectName ParseProcedureName(const QString& text) {
     return name;
 }
 
+namespace {
+
+// One part from `at` on; false where a quote does not close.
+bool TakeLoosePart(const QString& text, qsizetype& at, QString& part) {
+    const QChar open = at < text.size() ? text[at] : QChar();
+    const QChar close = open == u'[' ? u']' : open == u'"' ? u'"' : QChar();
+    if (close.isNull()) {
+        const qsizetype dot = text.indexOf(u'.', at);
+        const qsizetype end = dot < 0 ? text.size() : dot;
+        part = text.mid(at, end - at);
+        at = end;
+        return true;
+    }
+    for (++at; at < text.size(); ++at) {
+        if (text[at] != close) {
+            part += text[at];
+        } else if (at + 1 < text.size() && text[at + 1] == close) {
+            part += text[at++];
+        } else {
+            ++at;
+            return at == text.size() || text[at] == u'.';
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+std::optional<ObjectName> ParseLooseName(const QString& text) {
+    QStringList parts;
+    qsizetype at = 0;
+    while (true) {
+        QString part;
+        if (!TakeLoosePart(text, at, part) || parts.size() == 4) return std::nullopt;
+        parts.prepend(part);
+        if (at == text.size()) break;
+        ++at;
+    }
+    parts.resize(4);
+    ObjectName name;
+    name.name = parts[0];
+    name.schema = parts[1];
+    name.database = parts[2];
+    name.server = parts[3];
+    return name;
+}
+
 }  // namespace quarv::localdb::tsql

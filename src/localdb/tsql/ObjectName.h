@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 namespace quarv::localdb::tsql {
 
@@ -24,5 +25,9 @@ ObjectName ParseObjectName(TokenReader& reader, bool leadingDots = false);
 // Reads a name that came alone, as a procedure call over the wire brings it; a version suffix ";1"
 // is cut. Raises SyntaxError where the text is anything else.
 ObjectName ParseProcedureName(const QString& text);
+
+// Reads a name as OBJECT_ID and the help procedures take it: parts between dots, quoted or plain,
+// blanks and all. Nothing where it has more than four parts or an unclosed quote.
+std::optional<ObjectName> ParseLooseName(const QString& text);
 
 }  // namespace quarv::localdb::tsql

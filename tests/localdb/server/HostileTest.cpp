@@ -101,6 +101,7 @@ TEST(HostileTest, ThousandSilentConnectionsKeepNoOneOut) {
     AllowDescriptors(4096);
     Settings settings = TestSettings();
     settings.largestPending = 500;
+    settings.loginTime = std::chrono::minutes(10);
     RunningServer server(settings);
     std::list<TestClient> silent;
     for (int i = 0; i < 1000; ++i) silent.emplace_back(server.Port());

@@ -1,0 +1,28 @@
+// CatalogColumns: short ways to write the result columns of catalogue views and procedures, and the
+// values of their rows.
+#pragma once
+
+#include "localdb/engine/SystemObjects.h"
+#include "localdb/engine/TypeTable.h"
+
+namespace quarv::localdb::catalog {
+
+using engine::Column;
+using engine::OwnedValue;
+
+// Each may hold null unless `nullable` is false.
+Column Sysname(const char* name, bool nullable = true);
+Column NVarChar(const char* name, int length, bool nullable = true);
+Column VarChar(const char* name, int length, bool nullable = true);
+Column Char(const char* name, int length, bool nullable = true);
+Column Int(const char* name, bool nullable = true);
+Column SmallInt(const char* name, bool nullable = true);
+Column TinyInt(const char* name, bool nullable = true);
+Column DateTime(const char* name, bool nullable = true);
+
+// A null QString is null.
+OwnedValue Value(const QString& text);
+OwnedValue Value(int64_t number);
+OwnedValue Null();
+
+}  // namespace quarv::localdb::catalog

@@ -1,0 +1,33 @@
+// SystemCatalog: all system views and procedures, found by name. The engine's server owns it.
+#pragma once
+
+#include <QHash>
+
+#include "localdb/engine/SystemObjects.h"
+
+namespace quarv::localdb::catalog {
+
+class SystemCatalog : public engine::SystemObjects {
+  public:
+    SystemCatalog();
+
+    const engine::SystemView* FindView(const QString& schema, const QString& name) const override;
+    const engine::SystemProcedure* FindProcedure(const QString& name) const override;
+    const std::vector<engine::SystemView>& Views() const override { return views_; }
+
+  private:
+    std::vector<engine::SystemView> views_;
+    std::vector<engine::SystemProcedure> procedures_;
+    QHash<QString, size_t> viewsByName_;
+    QHash<QString, size_t> proceduresByName_;
+};
+
+// What the files of this folder bring.
+std::vector<engine::SystemView> InformationSchemaViews();
+std::vector<engine::SystemProcedure> ServerProcedures();
+std::vector<engine::SystemProcedure> TablesProcedures();
+std::vector<engine::SystemProcedure> ColumnsProcedures();
+std::vector<engine::SystemProcedure> KeyProcedures();
+std::vector<engine::SystemProcedure> HelpProcedures();
+
+}  // namespace quarv::localdb::catalog

@@ -1,0 +1,197 @@
+#include "localdb/engine/Arithmetic.h"
+
+#include <cmath>
+
+#include "localdb/engine/Collation.h"
+#include "localdb/engine/Conversion.h"
+#include "localdb/engine/DecimalMath.h"
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/TypeTable.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+SqlValue Integers(char16_t sign, Int128 a, Int128 b, const SqlType& result, TextArena& arena) {
+    if ((sign == u'/' || sign == u'%') && b == 0) throw SqlError(8134);
+    Int128 value = 0;
+    switch (sign) {
+        case u'+':
+            value = a + b;
+            break;
+        case u'-':
+            value = a - b;
+            break;
+        case u'*':
+            value = a * b;
+            break;
+        case u'/':
+            value = a / b;
+            break;
+        case u'%':
+            value = a % b;
+            break;
+        case u'&':
+            value = a & b;
+            break;
+        case u'|':
+            value = a | b;
+            break;
+        default:
+            value = a ^ b;
+    }
+    if (value != static_cast<Int128>(static_cast<int64_t>(value))) {
+        throw SqlError(8115, {QStringLiteral("expression"), result.Name()});
+    }
+    const auto narrow = static_cast<int64_t>(value);
+    if (result.kind == TypeKind::BigInt) return SqlValue::Integer(narrow);
+    if (result.kind == TypeKind::Bit) return SqlValue::Integer(narrow & 1);
+    return Conversion::Convert(SqlValue::Integer(narrow), MakeType(TypeKind::BigInt), result,
+                               Conversion::NoStyle, arena);
+}
+
+SqlValue Decimals(char16_t sign, const SqlValue& a, int scaleA, const SqlValue& b, int scaleB,
+                  const SqlType& result) {
+    if ((sign == u'/' || sign == u'%') && b.wide == 0) throw SqlError(8134);
+    const int precision = result.precision, scale = result.scale;
+    std::optional<Int128> value;
+    switch (sign) {
+        case u'+':
+            value = DecimalMath::Add(a.wide, scaleA, b.wide, scaleB, precision, scale);
+            break;
+        case u'-':
+            value = DecimalMath::Add(a.wide, scaleA, -b.wide, scaleB, precision, scale);
+            break;
+        case u'*':
+            value = DecimalMath::Multiply(a.wide, scaleA, b.wide, scaleB, precision, scale);
+            break;
+        case u'/':
+            value = DecimalMath::Divide(a.wide, scaleA, b.wide, scaleB, precision, scale);
+            break;
+        default:
+            value = DecimalMath::Remainder(a.wide, scaleA, b.wide, scaleB, precision, scale);
+    }
+    if (!value) {
+        throw SqlError(8115, {QStringLiteral("expression"), QStringLiteral("numeric")});
+    }
+    return SqlValue::Wide(*value);
+}
+
+// Money multiplies and divides in 1/10,000, cutting what lies behind.
+SqlValue Moneys(char16_t sign, Int128 a, Int128 b, const SqlType& result) {
+    if ((sign == u'/' || sign == u'%') && b == 0) throw SqlError(8134);
+    Int128 value = 0;
+    switch (sign) {
+        case u'+':
+            value = a + b;
+            break;
+        case u'-':
+            value = a - b;
+            break;
+        case u'*':
+            value = *DecimalMath::Rescale(a * b, 8, 38, 4);
+            break;
+        case u'/':
+            value = a * 10000 / b;
+            break;
+        default:
+            value = a % b;
+    }
+    const bool fits = result.kind == TypeKind::Money
+                          ? value == static_cast<Int128>(static_cast<int64_t>(value))
+                          : value == static_cast<Int128>(static_cast<int32_t>(value));
+    if (!fits) throw SqlError(8115, {QStringLiteral("expression"), result.Name()});
+    return SqlValue::Integer(static_cast<int64_t>(value));
+}
+
+SqlValue Reals(char16_t sign, double a, double b, const SqlType& result) {
+    if (sign == u'/' && b == 0) throw SqlError(8134);
+    double value = sign == u'+' ? a + b : sign == u'-' ? a - b : sign == u'*' ? a * b : a / b;
+    if (result.kind == TypeKind::Real) value = static_cast<double>(static_cast<float>(value));
+    if (!std::isfinite(value)) {
+        throw SqlError(8115, {QStringLiteral("expression"), result.Name()});
+    }
+    return SqlValue::Real(value);
+}
+
+// datetime counts in 1/300 s, smalldatetime in minutes, both since 1900.
+SqlValue Moments(char16_t sign, int64_t a, int64_t b, const SqlType& result) {
+    const int64_t value = sign == u'+' ? a + b : a - b;
+    const bool small = result.kind == TypeKind::SmallDateTime;
+    const int64_t unit = small ? 1440 : 25'920'000;
+    const int64_t low = small ? 0 : -53690 * unit;
+    const int64_t high = (small ? 65536 : 2958464) * unit;
+    if (value < low || value >= high) {
+        throw SqlError(8115, {QStringLiteral("expression"), result.Name()});
+    }
+    return SqlValue::Integer(value);
+}
+
+SqlValue Texts(std::string_view a, std::string_view b, const SqlType& result, TextArena& arena) {
+    char* joined = arena.Allocate(a.size() + b.size());
+    std::copy(a.begin(), a.end(), joined);
+    std::copy(b.begin(), b.end(), joined + a.size());
+    const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
+    // Joined fixed lengths are as long as both; only what is beyond the limit is cut.
+    SqlType limit = result;
+    if (limit.kind == TypeKind::NChar) limit.kind = TypeKind::NVarChar;
+    if (limit.kind == TypeKind::Char) limit.kind = TypeKind::VarChar;
+    return Conversion::Convert(SqlValue::Text({joined, a.size() + b.size()}), all, limit,
+                               Conversion::NoStyle, arena);
+}
+
+}  // namespace
+
+SqlValue Arithmetic::Apply(char16_t sign, const SqlValue& a, const SqlType& typeA,
+                           const SqlValue& b, const SqlType& typeB, const SqlType& result,
+                           TextArena& arena) {
+    if (a.IsNull() || b.IsNull()) return {};
+    switch (ClassOf(result)) {
+        case TypeClass::Integer:
+            return Integers(sign, a.integer, b.integer, result, arena);
+        case TypeClass::Decimal:
+            return Decimals(sign, a, typeA.scale, b, typeB.scale, result);
+        case TypeClass::Money:
+            return Moneys(sign, a.integer, b.integer, result);
+        case TypeClass::Real:
+            return Reals(sign, a.real, b.real, result);
+        case TypeClass::Text:
+            return Texts(a.text, b.text, result, arena);
+        default:
+            return Moments(sign, a.integer, b.integer, result);
+    }
+}
+
+SqlValue Arithmetic::Negate(char16_t sign, const SqlValue& a, const SqlType& type) {
+    if (a.IsNull() || sign == u'+') return a;
+    if (sign == u'~') {
+        return SqlValue::Integer(type.kind == TypeKind::Bit ? !a.integer : ~a.integer);
+    }
+    TextArena none;
+    switch (a.kind) {
+        case SqlValue::Kind::Wide:
+            return SqlValue::Wide(-a.wide);
+        case SqlValue::Kind::Real:
+            return SqlValue::Real(-a.real);
+        default:
+            return ClassOf(type) == TypeClass::Money ? Moneys(u'-', 0, a.integer, type)
+                                                     : Integers(u'-', 0, a.integer, type, none);
+    }
+}
+
+int CompareValues(const SqlValue& a, const SqlValue& b) {
+    switch (a.kind) {
+        case SqlValue::Kind::Integer:
+            return a.integer < b.integer ? -1 : a.integer > b.integer ? 1 : 0;
+        case SqlValue::Kind::Real:
+            return a.real < b.real ? -1 : a.real > b.real ? 1 : 0;
+        case SqlValue::Kind::Wide:
+            return a.wide < b.wide ? -1 : a.wide > b.wide ? 1 : 0;
+        case SqlValue::Kind::Text:
+            return Collation::Compare(a.text, b.text);
+        default:
+            return 0;
+    }
+}
+
+}  // namespace quarv::localdb::engine

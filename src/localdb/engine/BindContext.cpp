@@ -1,0 +1,39 @@
+#include "localdb/engine/BindContext.h"
+
+#include "localdb/engine/SqlError.h"
+
+namespace quarv::localdb::engine {
+
+BindContext::BindContext(Store& store, const DatabaseList& databases, const DatabaseEntry& current,
+                         const SystemObjects& system, const VariableTable& variables,
+                         const Environment& environment)
+    : store_(store),
+      databases_(databases),
+      current_(current),
+      system_(system),
+      variables_(variables),
+      environment_(environment) {}
+
+Metadata BindContext::MetadataFor(const tsql::ObjectName& name) {
+    if (!name.server.isEmpty()) throw SqlError(40515, {name.ToText()}, name.line);
+    if (name.database.isEmpty()) return CurrentMetadata();
+    const std::optional<DatabaseEntry> entry = databases_.Find(name.database);
+    if (!entry) throw SqlError(208, {name.ToText()}, name.line);
+    return Metadata(store_, *entry);
+}
+
+BindContext::InView::InView(BindContext& context, const DatabaseEntry& database)
+    : context_(context), before_(context.current_) {
+    if (context.viewDepth_ == MaxViewDepth) {
+        throw SqlError(217, {QString::number(MaxViewDepth)});
+    }
+    ++context.viewDepth_;
+    context.current_ = database;
+}
+
+BindContext::InView::~InView() {
+    --context_.viewDepth_;
+    context_.current_ = before_;
+}
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,67 @@
+// BindContext: what binding a statement needs to know: the session's databases and catalogue, the
+// declared variables, the system's own views. One per statement; borrows everything.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "localdb/engine/Environment.h"
+#include "localdb/engine/Metadata.h"
+#include "localdb/engine/Scope.h"
+#include "localdb/engine/SystemObjects.h"
+#include "localdb/tsql/ObjectName.h"
+
+namespace quarv::localdb::engine {
+
+class VariableTable;
+
+class BindContext {
+  public:
+    static constexpr int MaxViewDepth = 32;
+
+    BindContext(Store& store, const DatabaseList& databases, const DatabaseEntry& current,
+                const SystemObjects& system, const VariableTable& variables,
+                const Environment& environment);
+
+    // The catalogue of the database that the name means. Raises SqlError 208 where there is no such
+    // database, 40515 for another server.
+    Metadata MetadataFor(const tsql::ObjectName& name);
+    Metadata CurrentMetadata() { return Metadata(store_, current_); }
+    const DatabaseEntry& Current() const { return current_; }
+
+    const SystemObjects& System() const { return system_; }
+    const VariableTable& Variables() const { return variables_; }
+    const Environment& GetEnvironment() const { return environment_; }
+    const DatabaseList& Databases() const { return databases_; }
+    Store& GetStore() { return store_; }
+
+    // A name for the next row source: "s1", "s2", ...
+    std::string NextAlias() { return "s" + std::to_string(++aliases_); }
+    // One view inside another; raises SqlError 217 beyond MaxViewDepth. While it lives, names mean
+    // what they mean in `database`.
+    class InView;
+
+  private:
+    Store& store_;
+    const DatabaseList& databases_;
+    DatabaseEntry current_;
+    const SystemObjects& system_;
+    const VariableTable& variables_;
+    const Environment& environment_;
+    int aliases_ = 0;
+    int viewDepth_ = 0;
+};
+
+class BindContext::InView {
+  public:
+    InView(BindContext& context, const DatabaseEntry& database);
+    ~InView();
+    InView(const InView&) = delete;
+    InView& operator=(const InView&) = delete;
+
+  private:
+    BindContext& context_;
+    DatabaseEntry before_;
+};
+
+}  // namespace quarv::localdb::engine

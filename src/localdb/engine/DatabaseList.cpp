@@ -1,0 +1,121 @@
+#include "localdb/engine/DatabaseList.h"
+
+#include <QDir>
+#include <QFile>
+
+#include "localdb/engine/DatabaseFile.h"
+#include "localdb/engine/SqlError.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+const QString MasterName = QStringLiteral("master");
+
+// What every file system can bear, so that a person finds the file of a database.
+QString Readable(const QString& name) {
+    QString text;
+    for (const QChar unit : name.toLower()) {
+        const bool plain = (unit >= u'a' && unit <= u'z') || (unit >= u'0' && unit <= u'9');
+        text += plain ? unit : QChar(u'_');
+    }
+    return text.left(40);
+}
+
+}  // namespace
+
+DatabaseList::DatabaseList(const QString& directory) : directory_(directory) {
+    if (!QDir().mkpath(directory)) throw SqlError(945, {MasterName});
+    QFile::setPermissions(directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString path = PathFor(MasterId, MasterName);
+    if (!QFile::exists(path)) {
+        DatabaseFile::Make(path, MasterName);
+        MasterFile(path).MakeList();
+    }
+    MasterFile master(path);
+    for (DatabaseEntry& entry : master.Load()) {
+        // Files are named relative to the directory, so that it can be moved as a whole.
+        entry.path = QDir(directory_).filePath(entry.path);
+        byName_[Key(entry.name)] = entry;
+    }
+    byName_[Key(MasterName)] = {MasterId, MasterName, path, DatabaseFile::Created(path)};
+    nextId_ = master.NextId();
+}
+
+QString DatabaseList::PathFor(int id, const QString& name) const {
+    const QString file = id == MasterId
+                             ? QStringLiteral("master.sqlite")
+                             : QStringLiteral("%1-%2.sqlite").arg(Readable(name)).arg(id);
+    return QDir(directory_).filePath(file);
+}
+
+std::optional<DatabaseEntry> DatabaseList::Find(const QString& name) const {
+    const std::lock_guard lock(mutex_);
+    const auto found = byName_.find(Key(name));
+    return found != byName_.end() ? std::optional(found->second) : std::nullopt;
+}
+
+std::optional<DatabaseEntry> DatabaseList::Find(int id) const {
+    const std::lock_guard lock(mutex_);
+    for (const auto& [key, entry] : byName_) {
+        if (entry.id == id) return entry;
+    }
+    return std::nullopt;
+}
+
+std::vector<DatabaseEntry> DatabaseList::All() const {
+    const std::lock_guard lock(mutex_);
+    std::vector<DatabaseEntry> entries;
+    for (const auto& [key, entry] : byName_) entries.push_back(entry);
+    return entries;
+}
+
+DatabaseEntry DatabaseList::Create(const QString& name) {
+    const std::lock_guard lock(mutex_);
+    if (byName_.contains(Key(name))) throw SqlError(1801, {name});
+    MasterFile master(PathFor(MasterId, MasterName));
+    DatabaseEntry entry;
+    entry.id = nextId_++;
+    entry.name = name;
+    entry.path = PathFor(entry.id, name);
+    // The file first, then its entry: a file without an entry harms nobody.
+    DatabaseFile::Remove(entry.path);
+    DatabaseFile::Make(entry.path, name);
+    entry.created = DatabaseFile::Created(entry.path);
+    DatabaseEntry stored = entry;
+    stored.path = QDir(directory_).relativeFilePath(entry.path);
+    master.Add(stored, nextId_);
+    byName_[Key(name)] = entry;
+    return entry;
+}
+
+void DatabaseList::Drop(const QString& name) {
+    const std::lock_guard lock(mutex_);
+    const auto found = byName_.find(Key(name));
+    if (found == byName_.end()) {
+        throw SqlError(3701, {QStringLiteral("drop"), QStringLiteral("database"), name});
+    }
+    if (found->second.id == MasterId) {
+        throw SqlError(3708, {QStringLiteral("drop"), QStringLiteral("database"), name,
+                              QStringLiteral("database")});
+    }
+    if (users_[found->second.id] > 0) throw SqlError(3702, {name});
+    MasterFile(PathFor(MasterId, MasterName)).Remove(found->second.id);
+    DatabaseFile::Remove(found->second.path);
+    byName_.erase(found);
+}
+
+DatabaseEntry DatabaseList::Acquire(const QString& name) {
+    const std::lock_guard lock(mutex_);
+    const auto found = byName_.find(Key(name));
+    if (found == byName_.end()) throw SqlError(911, {name});
+    ++users_[found->second.id];
+    return found->second;
+}
+
+void DatabaseList::Release(int id) {
+    const std::lock_guard lock(mutex_);
+    --users_[id];
+}
+
+}  // namespace quarv::localdb::engine

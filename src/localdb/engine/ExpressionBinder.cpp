@@ -1,0 +1,383 @@
+#include "localdb/engine/ExpressionBinder.h"
+
+#include "localdb/engine/Aggregate.h"
+#include "localdb/engine/BoundQuery.h"
+#include "localdb/engine/Conversion.h"
+#include "localdb/engine/Functions.h"
+#include "localdb/engine/LiteralValue.h"
+#include "localdb/engine/QueryBinder.h"
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/SystemVariables.h"
+#include "localdb/engine/TypeRules.h"
+#include "localdb/engine/VariableTable.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+BoundPtr Negated(BoundPtr condition, bool negated) {
+    if (!negated) return condition;
+    auto node = std::make_unique<BoundNot>();
+    node->parts.push_back(std::move(condition));
+    return node;
+}
+
+// A constant that `to` can hold exactly is converted now, so that a column beside it keeps its
+// index. Nothing where it cannot.
+BoundPtr TryExactConstant(const BoundExpression& constant, const SqlType& to) {
+    if (!constant.IsConstant() || constant.type == to) return nullptr;
+    const SqlValue value = static_cast<const BoundConstant&>(constant).Value();
+    try {
+        TextArena arena;
+        const SqlValue there =
+            Conversion::Convert(value, constant.type, to, Conversion::NoStyle, arena);
+        const SqlValue back =
+            Conversion::Convert(there, to, constant.type, Conversion::NoStyle, arena);
+        const bool same = value.kind == back.kind && value.integer == back.integer &&
+                          value.wide == back.wide && value.real == back.real;
+        if (same) return std::make_unique<BoundConstant>(there, to);
+    } catch (const SqlError&) {
+        // It does not fit, so the other side is converted.
+    }
+    return nullptr;
+}
+
+bool IsExact(const SqlType& type) {
+    const TypeClass cls = ClassOf(type);
+    return cls == TypeClass::Integer || cls == TypeClass::Decimal || cls == TypeClass::Money;
+}
+
+// For the rules of decimals an integer constant has as many digits as it is written with.
+SqlType TypeForArithmetic(const BoundExpression& expression, const BoundExpression& other) {
+    const bool counted = expression.IsConstant() &&
+                         ClassOf(expression.type) == TypeClass::Integer &&
+                         ClassOf(other.type) == TypeClass::Decimal;
+    if (!counted) return expression.type;
+    const int64_t value = static_cast<const BoundConstant&>(expression).Value().integer;
+    const auto digits = QString::number(value < 0 ? -value : value).size();
+    return MakeType(TypeKind::Numeric, 0, static_cast<int>(digits));
+}
+
+void TakeTypeOf(BoundPtr& null, const BoundExpression& other) {
+    if (null->untypedNull && !other.untypedNull) {
+        null = std::make_unique<BoundConstant>(SqlValue(), other.type);
+    }
+}
+
+}  // namespace
+
+BoundPtr ExpressionBinder::Convert(BoundPtr value, const SqlType& type, bool isExplicit) {
+    if (value->untypedNull) return std::make_unique<BoundConstant>(SqlValue(), type);
+    if (value->type == type) return value;
+    TypeRules::CheckConversion(value->type, type, isExplicit);
+    if (value->IsConstant()) {
+        try {
+            TextArena arena;
+            const SqlValue constant = static_cast<BoundConstant&>(*value).Value();
+            return std::make_unique<BoundConstant>(
+                Conversion::Convert(constant, value->type, type, Conversion::NoStyle, arena), type);
+        } catch (const SqlError&) {
+            // Raised again when, and if, a row asks for it.
+        }
+    }
+    return std::make_unique<BoundConvert>(std::move(value), type);
+}
+
+void ExpressionBinder::Unify(BoundPtr& a, BoundPtr& b) {
+    TakeTypeOf(a, *b);
+    TakeTypeOf(b, *a);
+    const TypeClass x = ClassOf(a->type), y = ClassOf(b->type);
+    // Texts compare whatever their lengths, integers whatever their widths.
+    if (x == y && (x == TypeClass::Text || x == TypeClass::Integer || x == TypeClass::Real)) return;
+    if (IsExact(a->type) && IsExact(b->type)) {
+        if (BoundPtr constant = TryExactConstant(*b, a->type)) {
+            b = std::move(constant);
+            return;
+        }
+        if (BoundPtr constant = TryExactConstant(*a, b->type)) {
+            a = std::move(constant);
+            return;
+        }
+    }
+    SqlType common = TypeRules::Common(a->type, b->type);
+    // Beside a decimal, a text takes part with all the digits that it may have.
+    a = Convert(std::move(a), common);
+    b = Convert(std::move(b), common);
+}
+
+BoundPtr ExpressionBinder::Value(const tsql::Expression& expression) {
+    try {
+        switch (expression.kind) {
+            case tsql::ExpressionKind::Literal:
+                return BindLiteral(static_cast<const tsql::Literal&>(expression));
+            case tsql::ExpressionKind::Variable:
+                return BindVariable(static_cast<const tsql::Variable&>(expression));
+            case tsql::ExpressionKind::Column:
+                return scope_.Resolve(static_cast<const tsql::ColumnName&>(expression).name);
+            case tsql::ExpressionKind::Negate:
+                return BindNegate(static_cast<const tsql::Negate&>(expression));
+            case tsql::ExpressionKind::Arithmetic:
+                return BindArithmetic(static_cast<const tsql::Arithmetic&>(expression));
+            case tsql::ExpressionKind::Cast:
+                return BindCast(static_cast<const tsql::Cast&>(expression));
+            case tsql::ExpressionKind::Case:
+                return BindCase(static_cast<const tsql::Case&>(expression));
+            case tsql::ExpressionKind::Function:
+                return BindFunction(static_cast<const tsql::Function&>(expression));
+            case tsql::ExpressionKind::Subquery:
+                return BindSubquery(static_cast<const tsql::Subquery&>(expression));
+            default:
+                return Condition(expression);
+        }
+    } catch (SqlError& error) {
+        if (error.What().line == 0) error.SetLine(expression.line);
+        throw;
+    }
+}
+
+BoundPtr ExpressionBinder::Condition(const tsql::Expression& expression) {
+    try {
+        switch (expression.kind) {
+            case tsql::ExpressionKind::Comparison:
+                return BindComparison(static_cast<const tsql::Comparison&>(expression));
+            case tsql::ExpressionKind::Junction:
+                return BindJunction(static_cast<const tsql::Junction&>(expression));
+            case tsql::ExpressionKind::Not:
+                return Negated(Condition(*static_cast<const tsql::Not&>(expression).operand), true);
+            case tsql::ExpressionKind::IsNull:
+                return BindIsNull(static_cast<const tsql::IsNull&>(expression));
+            case tsql::ExpressionKind::Like:
+                return BindLike(static_cast<const tsql::Like&>(expression));
+            case tsql::ExpressionKind::In:
+                return BindIn(static_cast<const tsql::In&>(expression));
+            case tsql::ExpressionKind::Between:
+                return BindBetween(static_cast<const tsql::Between&>(expression));
+            case tsql::ExpressionKind::Exists:
+                return BindExists(static_cast<const tsql::Exists&>(expression));
+            default:
+                throw SqlError(4145, {QString()});
+        }
+    } catch (SqlError& error) {
+        if (error.What().line == 0) error.SetLine(expression.line);
+        throw;
+    }
+}
+
+BoundPtr ExpressionBinder::BindVariable(const tsql::Variable& variable) {
+    if (variable.name.startsWith(u"@@")) return BindSystemVariable(variable.name);
+    const std::optional<size_t> index = context_.Variables().Find(variable.name);
+    if (!index) throw SqlError(137, {variable.name});
+    return std::make_unique<BoundVariable>(*index, context_.Variables().At(*index).type);
+}
+
+BoundPtr ExpressionBinder::BindNegate(const tsql::Negate& negate) {
+    BoundPtr operand = Value(*negate.operand);
+    const TypeClass cls = ClassOf(operand->type);
+    const bool number = cls == TypeClass::Integer || cls == TypeClass::Decimal ||
+                        cls == TypeClass::Money || cls == TypeClass::Real;
+    const bool fits = negate.sign == u'~' ? cls == TypeClass::Integer
+                                          : number && operand->type.kind != TypeKind::Bit;
+    if (!fits && negate.sign != u'+') {
+        throw SqlError(8117, {operand->type.Name(), negate.sign == u'~' ? QStringLiteral("'~'")
+                                                                        : QStringLiteral("minus")});
+    }
+    auto node = std::make_unique<BoundNegate>(negate.sign);
+    node->type = operand->type;
+    // A tinyint has no negative values.
+    if (node->type.kind == TypeKind::TinyInt && negate.sign == u'-') {
+        node->type = MakeType(TypeKind::SmallInt);
+    }
+    node->nullable = operand->nullable;
+    const bool constant = operand->IsConstant() && !operand->untypedNull;
+    node->parts.push_back(std::move(operand));
+    if (!constant) return node;
+    TextArena arena;
+    const Evaluation evaluation{nullptr, &arena, nullptr};
+    return std::make_unique<BoundConstant>(node->Evaluate(evaluation), node->type);
+}
+
+BoundPtr ExpressionBinder::BindArithmetic(const tsql::Arithmetic& arithmetic) {
+    BoundPtr a = Value(*arithmetic.left);
+    BoundPtr b = Value(*arithmetic.right);
+    TakeTypeOf(a, *b);
+    TakeTypeOf(b, *a);
+    const SqlType typeA = TypeForArithmetic(*a, *b), typeB = TypeForArithmetic(*b, *a);
+    auto node = std::make_unique<BoundArithmetic>(arithmetic.sign);
+    node->type = TypeRules::OfArithmetic(arithmetic.sign, typeA, typeB);
+    node->nullable = a->nullable || b->nullable;
+    if (ClassOf(node->type) == TypeClass::Decimal) {
+        // Each side keeps its own scale; the arithmetic brings them together.
+        const SqlType common = TypeRules::Common(typeA, typeB);
+        const bool textA = ClassOf(typeA) == TypeClass::Text;
+        const bool textB = ClassOf(typeB) == TypeClass::Text;
+        a = Convert(std::move(a), textA ? common : TypeRules::AsDecimal(typeA));
+        b = Convert(std::move(b), textB ? common : TypeRules::AsDecimal(typeB));
+    } else if (ClassOf(node->type) != TypeClass::Text) {
+        a = Convert(std::move(a), node->type);
+        b = Convert(std::move(b), node->type);
+    }
+    node->parts.push_back(std::move(a));
+    node->parts.push_back(std::move(b));
+    return node;
+}
+
+BoundPtr ExpressionBinder::BindCast(const tsql::Cast& cast) {
+    BoundPtr operand = Value(*cast.operand);
+    tsql::TypeName name = cast.type;
+    SqlType type = BindType(name, 1);
+    // Without a length a cast makes thirty characters.
+    if (ClassOf(type) == TypeClass::Text && name.arguments.empty() && !name.max) type.length = 30;
+    if (operand->untypedNull) return std::make_unique<BoundConstant>(SqlValue(), type);
+    TypeRules::CheckConversion(operand->type, type, true);
+    auto node = std::make_unique<BoundConvert>(std::move(operand), type, cast.nullOnError);
+    if (cast.style) node->parts.push_back(Convert(Value(*cast.style), IntType()));
+    return node;
+}
+
+BoundPtr ExpressionBinder::BindCase(const tsql::Case& expression) {
+    auto node = std::make_unique<BoundCase>();
+    std::vector<BoundPtr> results;
+    for (const tsql::Case::Branch& branch : expression.branches) {
+        if (expression.operand) {
+            node->parts.push_back(Compare(tsql::ComparisonSign::Equal, Value(*expression.operand),
+                                          Value(*branch.when)));
+        } else {
+            node->parts.push_back(Condition(*branch.when));
+        }
+        results.push_back(Value(*branch.then));
+    }
+    if (expression.otherwise) results.push_back(Value(*expression.otherwise));
+    SqlType type;
+    bool typed = false;
+    node->nullable = !expression.otherwise;
+    for (const BoundPtr& result : results) {
+        node->nullable = node->nullable || result->nullable;
+        if (result->untypedNull) continue;
+        type = typed ? TypeRules::Common(type, result->type) : result->type;
+        typed = true;
+    }
+    if (!typed) throw SqlError(8133);
+    node->type = type;
+    for (size_t i = 0; i < results.size(); ++i) {
+        const auto place = static_cast<ptrdiff_t>(std::min(2 * i + 1, node->parts.size()));
+        node->parts.insert(node->parts.begin() + place, Convert(std::move(results[i]), type));
+    }
+    return node;
+}
+
+BoundPtr ExpressionBinder::BindFunction(const tsql::Function& function) {
+    if (IsAggregateName(function.name)) return BindAggregate(function);
+    if (function.star || function.distinct)
+        throw SqlError(102, {function.star ? QStringLiteral("*") : QStringLiteral("distinct")});
+    return BindScalarFunction(function, *this);
+}
+
+BoundPtr ExpressionBinder::BindAggregate(const tsql::Function& function) {
+    if (insideAggregate_) throw SqlError(130);
+    if (!aggregatesAllowed_) throw SqlError(147);
+    sawAggregate_ = true;
+    BoundPtr argument;
+    if (!function.star) {
+        if (function.arguments.size() != 1) {
+            throw SqlError(174, {function.name.toLower(), QStringLiteral("1")});
+        }
+        insideAggregate_ = true;
+        argument = Value(*function.arguments.front());
+        insideAggregate_ = false;
+    }
+    return MakeAggregate(function.name, std::move(argument), function.distinct);
+}
+
+BoundPtr ExpressionBinder::BindSubquery(const tsql::Subquery& subquery) {
+    QueryBinder binder(context_, &scope_);
+    return std::make_unique<BoundSubquery>(binder.BindScalar(*subquery.query));
+}
+
+BoundPtr ExpressionBinder::Compare(tsql::ComparisonSign sign, BoundPtr left, BoundPtr right) {
+    Unify(left, right);
+    auto node = std::make_unique<BoundComparison>(sign);
+    node->nullable = left->nullable || right->nullable;
+    node->parts.push_back(std::move(left));
+    node->parts.push_back(std::move(right));
+    return node;
+}
+
+BoundPtr ExpressionBinder::BindComparison(const tsql::Comparison& comparison) {
+    BoundPtr left = Value(*comparison.left);
+    return Compare(comparison.sign, std::move(left), Value(*comparison.right));
+}
+
+BoundPtr ExpressionBinder::BindJunction(const tsql::Junction& junction) {
+    auto node = std::make_unique<BoundJunction>(junction.isAnd);
+    for (const tsql::ExpressionPtr& term : junction.terms) {
+        node->parts.push_back(Condition(*term));
+    }
+    return node;
+}
+
+BoundPtr ExpressionBinder::BindIsNull(const tsql::IsNull& test) {
+    auto node = std::make_unique<BoundIsNull>(test.negated);
+    node->parts.push_back(Value(*test.operand));
+    return node;
+}
+
+BoundPtr ExpressionBinder::BindLike(const tsql::Like& like) {
+    auto node = std::make_unique<BoundLike>();
+    const SqlType text = MakeType(TypeKind::NVarChar, SqlType::Max);
+    for (const tsql::ExpressionPtr* part : {&like.operand, &like.pattern, &like.escape}) {
+        if (!*part) continue;
+        BoundPtr value = Value(**part);
+        if (ClassOf(value->type) != TypeClass::Text) value = Convert(std::move(value), text);
+        node->parts.push_back(std::move(value));
+    }
+    return Negated(std::move(node), like.negated);
+}
+
+BoundPtr ExpressionBinder::BindIn(const tsql::In& in) {
+    BoundPtr operand = Value(*in.operand);
+    if (in.query) {
+        QueryBinder binder(context_, &scope_);
+        return Negated(
+            std::make_unique<BoundInQuery>(std::move(operand), binder.BindScalar(*in.query)),
+            in.negated);
+    }
+    // All values are brought to one type with the operand.
+    std::vector<BoundPtr> values;
+    SqlType type = operand->type;
+    for (const tsql::ExpressionPtr& value : in.values) {
+        values.push_back(Value(*value));
+        BoundPtr& added = values.back();
+        if (IsExact(type) && IsExact(added->type)) {
+            if (BoundPtr constant = TryExactConstant(*added, type)) added = std::move(constant);
+        }
+        if (!added->untypedNull &&
+            !(ClassOf(type) == TypeClass::Text && ClassOf(added->type) == TypeClass::Text)) {
+            type = TypeRules::Common(type, added->type);
+        }
+    }
+    auto node = std::make_unique<BoundIn>();
+    const bool text = ClassOf(type) == TypeClass::Text;
+    const auto add = [&node, &type, text](BoundPtr value) {
+        const bool same = text && ClassOf(value->type) == TypeClass::Text && !value->untypedNull;
+        node->parts.push_back(same ? std::move(value) : Convert(std::move(value), type));
+    };
+    add(std::move(operand));
+    for (BoundPtr& value : values) add(std::move(value));
+    return Negated(std::move(node), in.negated);
+}
+
+BoundPtr ExpressionBinder::BindBetween(const tsql::Between& between) {
+    auto node = std::make_unique<BoundJunction>(true);
+    node->parts.push_back(Compare(tsql::ComparisonSign::GreaterOrEqual, Value(*between.operand),
+                                  Value(*between.low)));
+    node->parts.push_back(
+        Compare(tsql::ComparisonSign::LessOrEqual, Value(*between.operand), Value(*between.high)));
+    return Negated(std::move(node), between.negated);
+}
+
+BoundPtr ExpressionBinder::BindExists(const tsql::Exists& exists) {
+    QueryBinder binder(context_, &scope_);
+    return std::make_unique<BoundExists>(binder.BindSub(*exists.query));
+}
+
+}  // namespace quarv::localdb::engine

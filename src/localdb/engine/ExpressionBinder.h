@@ -1,0 +1,58 @@
+// ExpressionBinder: gives the names and types of an expression's tree a meaning, inserting the
+// conversions that the rules ask for. Raises SqlError with the line where something does not fit.
+#pragma once
+
+#include "localdb/engine/BindContext.h"
+#include "localdb/engine/Scope.h"
+
+namespace quarv::localdb::engine {
+
+class ExpressionBinder {
+  public:
+    ExpressionBinder(BindContext& context, const Scope& scope) : context_(context), scope_(scope) {}
+
+    BoundPtr Value(const tsql::Expression& expression);
+    BoundPtr Condition(const tsql::Expression& expression);
+
+    // Aggregates may stand here: select lists, HAVING, ORDER BY.
+    void AllowAggregates(bool allow) { aggregatesAllowed_ = allow; }
+    bool SawAggregate() const { return sawAggregate_; }
+
+    BindContext& Context() { return context_; }
+    const Scope& GetScope() const { return scope_; }
+
+    // The value as `type`, itself where it has it already. Raises SqlError 206 or 257.
+    static BoundPtr Convert(BoundPtr value, const SqlType& type, bool isExplicit = false);
+    // Both as their common type, ready to be compared.
+    static void Unify(BoundPtr& a, BoundPtr& b);
+
+  private:
+    BoundPtr BindVariable(const tsql::Variable& variable);
+    BoundPtr BindNegate(const tsql::Negate& negate);
+    BoundPtr BindArithmetic(const tsql::Arithmetic& arithmetic);
+    BoundPtr BindCast(const tsql::Cast& cast);
+    BoundPtr BindCase(const tsql::Case& expression);
+    BoundPtr BindFunction(const tsql::Function& function);
+    BoundPtr BindAggregate(const tsql::Function& function);
+    BoundPtr BindSubquery(const tsql::Subquery& subquery);
+    BoundPtr BindComparison(const tsql::Comparison& comparison);
+    BoundPtr BindJunction(const tsql::Junction& junction);
+    BoundPtr BindIsNull(const tsql::IsNull& test);
+    BoundPtr BindLike(const tsql::Like& like);
+    BoundPtr BindIn(const tsql::In& in);
+    BoundPtr BindBetween(const tsql::Between& between);
+    BoundPtr BindExists(const tsql::Exists& exists);
+    BoundPtr Compare(tsql::ComparisonSign sign, BoundPtr left, BoundPtr right);
+
+    BindContext& context_;
+    const Scope& scope_;
+    bool aggregatesAllowed_ = false;
+    bool insideAggregate_ = false;
+    bool sawAggregate_ = false;
+};
+
+// The type that is written, as a column or variable has it. `ordinal` names the place in messages.
+// Raises SqlError 131, 1001, 2715, 2716, 2750, 2751 or 40517.
+SqlType BindType(const tsql::TypeName& name, int ordinal);
+
+}  // namespace quarv::localdb::engine

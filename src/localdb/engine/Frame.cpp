@@ -1,0 +1,169 @@
+#include "localdb/engine/Frame.h"
+
+#include <QDateTime>
+
+#include "localdb/engine/Conversion.h"
+#include "localdb/engine/ExpressionBinder.h"
+#include "localdb/engine/Moment.h"
+#include "localdb/engine/Server.h"
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/SqlWriter.h"
+#include "localdb/engine/StoredForm.h"
+#include "localdb/engine/TypeTable.h"
+#include "localdb/engine/Utf8.h"
+#include "localdb/tsql/ObjectName.h"
+
+namespace quarv::localdb::engine {
+
+Frame::Frame(SessionState& session, QString procedure, int64_t procedureId)
+    : session_(session), procedure_(std::move(procedure)), procedureId_(procedureId) {
+    BeginStatement();
+}
+
+void Frame::BeginStatement() {
+    const Moment now = Moment::Now();
+    now_ = now.Store(TypeKind::DateTime).value_or(0);
+    const int offset = QDateTime::currentDateTime().offsetFromUtc();
+    utcNow_ = now_ - int64_t{offset} * 300;
+    texts_.Reset();
+}
+
+BindContext Frame::NewContext() {
+    return BindContext(session_.store, session_.databases, Database(), session_.objects, variables_,
+                       *this);
+}
+
+BoundPtr Frame::BindAlone(const tsql::Expression& expression) {
+    BindContext context = NewContext();
+    const Scope none;
+    ExpressionBinder binder(context, none);
+    return binder.Value(expression);
+}
+
+OwnedValue Frame::Compute(const BoundExpression& expression) {
+    if (IsFixed(expression)) {
+        TextArena arena;
+        const Evaluation evaluation{nullptr, &arena, this};
+        return OwnedValue(expression.Evaluate(evaluation));
+    }
+    // A query stands in it.
+    const Transactions::Reading reading(session_.transactions);
+    SqlWriter writer(*this);
+    writer.Text("SELECT ");
+    writer.Expression(expression);
+    SqliteStatement statement = writer.Prepare(session_.store);
+    const Store::Stoppable stoppable(session_.store);
+    if (!statement.Step()) return {};
+    return OwnedValue(ReadColumn(statement.Handle(), 0, expression.type));
+}
+
+OwnedValue Frame::Compute(const tsql::Expression& expression, const SqlType& type) {
+    return Compute(*ExpressionBinder::Convert(BindAlone(expression), type));
+}
+
+bool Frame::Decide(const tsql::Expression& condition) {
+    BindContext context = NewContext();
+    const Scope none;
+    ExpressionBinder binder(context, none);
+    const BoundPtr bound = binder.Condition(condition);
+    return Holds(Compute(*bound).View());
+}
+
+SqlValue Frame::VariableValue(size_t index) const {
+    return variables_.At(index).value.View();
+}
+
+SqlValue Frame::Keep(const QString& text) const {
+    return SqlValue::Text(texts_.Keep(ToUtf8(text)));
+}
+
+SqlValue Frame::Ask(SystemValue what) const {
+    switch (what) {
+        case SystemValue::Version:
+            return Keep(Server::VersionText());
+        case SystemValue::ServerName:
+            return Keep(Server::Name());
+        case SystemValue::ServiceName:
+            return Keep(QStringLiteral("MSSQLSERVER"));
+        case SystemValue::Language:
+            return Keep(QStringLiteral("us_english"));
+        case SystemValue::DatabaseName:
+            return Keep(session_.database.name);
+        case SystemValue::DatabaseId:
+            return SqlValue::Integer(session_.database.id);
+        case SystemValue::LoginName:
+            return Keep(session_.login);
+        case SystemValue::UserName:
+            return Keep(QStringLiteral("dbo"));
+        case SystemValue::HostName:
+        case SystemValue::AppName:
+            return Keep(QString());
+        case SystemValue::Spid:
+            return SqlValue::Integer(session_.id);
+        case SystemValue::RowCount:
+            return SqlValue::Integer(session_.rowCount);
+        case SystemValue::Error:
+            return SqlValue::Integer(session_.error);
+        case SystemValue::TranCount:
+            return SqlValue::Integer(session_.transactions.Count());
+        case SystemValue::Identity:
+            return session_.identity ? SqlValue::Wide(*session_.identity) : SqlValue();
+        case SystemValue::ScopeIdentity:
+            return scopeIdentity ? SqlValue::Wide(*scopeIdentity) : SqlValue();
+        case SystemValue::MaxPrecision:
+            return SqlValue::Integer(38);
+        case SystemValue::NestLevel:
+            return SqlValue::Integer(session_.nestLevel);
+        case SystemValue::TextSize:
+            return SqlValue::Integer(2147483647);
+        case SystemValue::LockTimeout:
+            return SqlValue::Integer(-1);
+        case SystemValue::DateFirst:
+            return SqlValue::Integer(7);
+        case SystemValue::ProcId:
+            return SqlValue::Integer(procedureId_);
+        case SystemValue::Now:
+            return SqlValue::Integer(now_);
+        case SystemValue::UtcNow:
+            return SqlValue::Integer(utcNow_);
+        case SystemValue::Options:
+            // ANSI_WARNINGS, ANSI_PADDING, ARITHABORT, QUOTED_IDENTIFIER, ANSI_NULL_DFLT_ON,
+            // ANSI_NULLS, CONCAT_NULL_YIELDS_NULL; and NOCOUNT where it is on.
+            return SqlValue::Integer(5496 | (session_.options.noCount ? 512 : 0));
+        case SystemValue::LanguageId:
+            return SqlValue::Integer(0);
+    }
+    return {};
+}
+
+SqlValue Frame::ObjectId(const QString& name, const QString& type) const {
+    const std::optional<tsql::ObjectName> parsed = tsql::ParseLooseName(name);
+    if (!parsed) return {};
+    const std::optional<DatabaseEntry> database = parsed->database.isEmpty()
+                                                      ? std::optional(Database())
+                                                      : session_.databases.Find(parsed->database);
+    if (!database) return {};
+    Metadata metadata(session_.store, *database);
+    const std::optional<ObjectInfo> object = metadata.Find(parsed->schema, parsed->name);
+    const bool asked = type.isEmpty() || (object && object->type == type.trimmed().toUpper());
+    return object && asked ? SqlValue::Integer(object->id) : SqlValue();
+}
+
+SqlValue Frame::ObjectName(int64_t id) const {
+    Metadata metadata(session_.store, Database());
+    const std::optional<ObjectInfo> object = metadata.Find(id);
+    return object ? Keep(object->name) : SqlValue();
+}
+
+SqlValue Frame::DatabaseIdOf(const QString& name) const {
+    const std::optional<DatabaseEntry> entry = session_.databases.Find(name);
+    return entry ? SqlValue::Integer(entry->id) : SqlValue();
+}
+
+SqlValue Frame::DatabaseNameOf(int64_t id) const {
+    if (id < 1 || id > 32767) return {};
+    const std::optional<DatabaseEntry> entry = session_.databases.Find(static_cast<int>(id));
+    return entry ? Keep(entry->name) : SqlValue();
+}
+
+}  // namespace quarv::localdb::engine

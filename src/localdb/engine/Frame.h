@@ -1,0 +1,58 @@
+// Frame: one running batch or procedure: its variables, its name, and what its expressions ask the
+// session. Lives as long as it runs.
+#pragma once
+
+#include "localdb/engine/BindContext.h"
+#include "localdb/engine/Environment.h"
+#include "localdb/engine/SessionState.h"
+#include "localdb/engine/VariableTable.h"
+
+namespace quarv::localdb::engine {
+
+class Frame : public Environment {
+  public:
+    // `procedure` is empty for a batch; `database` is where its names are looked up.
+    Frame(SessionState& session, QString procedure, int64_t procedureId);
+
+    SessionState& Session() { return session_; }
+    VariableTable& Variables() { return variables_; }
+    const QString& Procedure() const { return procedure_; }
+    bool InProcedure() const { return !procedure_.isEmpty(); }
+    // Where a procedure of another database runs, else the session's current database.
+    const DatabaseEntry& Database() const { return home_ ? *home_ : session_.database; }
+    void SetHome(const DatabaseEntry& database) { home_ = database; }
+
+    // A new statement begins: its time is now.
+    void BeginStatement();
+    BindContext NewContext();
+    // The value of an expression that stands alone, converted to `type`.
+    OwnedValue Compute(const tsql::Expression& expression, const SqlType& type);
+    // The value of an expression that is bound already.
+    OwnedValue Compute(const BoundExpression& expression);
+    bool Decide(const tsql::Expression& condition);
+
+    SqlValue VariableValue(size_t index) const override;
+    SqlValue Ask(SystemValue what) const override;
+    SqlValue ObjectId(const QString& name, const QString& type) const override;
+    SqlValue ObjectName(int64_t id) const override;
+    SqlValue DatabaseIdOf(const QString& name) const override;
+    SqlValue DatabaseNameOf(int64_t id) const override;
+
+    int returnStatus = 0;
+    std::optional<int64_t> scopeIdentity;
+
+  private:
+    SqlValue Keep(const QString& text) const;
+    BoundPtr BindAlone(const tsql::Expression& expression);
+
+    SessionState& session_;
+    const QString procedure_;
+    const int64_t procedureId_;
+    std::optional<DatabaseEntry> home_;
+    VariableTable variables_;
+    int64_t now_ = 0;
+    int64_t utcNow_ = 0;
+    mutable TextArena texts_;  // what Ask gave out in this statement
+};
+
+}  // namespace quarv::localdb::engine

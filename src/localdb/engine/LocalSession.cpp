@@ -1,0 +1,127 @@
+#include "localdb/engine/LocalSession.h"
+
+#include "localdb/engine/Conversion.h"
+#include "localdb/engine/ProcedureCaller.h"
+#include "localdb/engine/StoredForm.h"
+#include "localdb/engine/TypeTable.h"
+#include "localdb/engine/Utf8.h"
+#include "localdb/tsql/BatchParser.h"
+#include "localdb/tsql/SyntaxError.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+// A parameter's literal as a value of its own type.
+CallArgument FromWire(const Argument& argument) {
+    CallArgument result;
+    result.name = argument.name;
+    result.type = argument.type;
+    result.isDefault = argument.isDefault;
+    result.output = argument.output;
+    if (argument.null || argument.isDefault) return result;
+    const std::string text = ToUtf8(argument.text);
+    TextArena arena;
+    const SqlType from = MakeType(TypeKind::NVarChar, SqlType::Max);
+    // The whole text stays, however short the type says it is.
+    const bool isText = ClassOf(argument.type) == TypeClass::Text;
+    const SqlValue value = SqlValue::Text(text);
+    result.value =
+        isText ? value
+               : Conversion::Convert(value, from, argument.type, Conversion::NoStyle, arena);
+    return result;
+}
+
+void SendOutputs(const std::vector<CallArgument>& arguments, ResultSink& sink) {
+    for (const CallArgument& argument : arguments) {
+        if (!argument.changed) continue;
+        sink.ReturnValue(argument.name, argument.type, ToDatum(argument.value.View()));
+    }
+}
+
+}  // namespace
+
+LocalSession::LocalSession(DatabaseList& databases, const SystemObjects& objects,
+                           const QString& login, int id)
+    : state_(databases, objects, login, id) {
+    state_.ChangeDatabase(QStringLiteral("master"));
+}
+
+LocalSession::~LocalSession() {
+    state_.transactions.Abandon();
+    if (state_.database.id != 0) state_.databases.Release(state_.database.id);
+}
+
+QString LocalSession::Database() const {
+    return state_.database.name;
+}
+
+int LocalSession::Id() const {
+    return state_.id;
+}
+
+void LocalSession::UseDatabase(const QString& name) {
+    state_.ChangeDatabase(name);
+}
+
+template <class Body>
+void LocalSession::Guarded(ResultSink& sink, Body body) {
+    state_.store.SetCancel([&sink] { return sink.Cancelled(); });
+    state_.nestLevel = 0;
+    Frame frame(state_, QString(), 0);
+    StatementRunner runner(frame, sink);
+    try {
+        body(frame, runner);
+    } catch (const BatchAborted&) {
+    } catch (const Cancelled&) {
+        state_.transactions.CheckLost(sink);
+    } catch (const tsql::SyntaxError& error) {
+        runner.Report(FromSyntaxError(error), 1);
+        sink.StatementDone(StatementKind::Other, -1, true);
+    } catch (const SqlError& error) {
+        runner.Report(error, 1);
+        sink.StatementDone(StatementKind::Other, -1, true);
+    }
+    state_.store.SetCancel({});
+}
+
+void LocalSession::RunBatch(const QString& sql, ResultSink& sink) {
+    Guarded(sink, [&sql](Frame&, StatementRunner& runner) {
+        const tsql::StatementList statements = tsql::ParseBatch(sql);
+        runner.RunAll(statements);
+    });
+}
+
+void LocalSession::RunProcedure(const QString& name, const std::vector<Argument>& arguments,
+                                ResultSink& sink) {
+    Guarded(sink, [&](Frame& frame, StatementRunner&) {
+        std::vector<CallArgument> values;
+        for (const Argument& argument : arguments) values.push_back(FromWire(argument));
+        ProcedureCaller caller(frame, sink);
+        caller.Call(tsql::ParseProcedureName(name), values);
+        SendOutputs(values, sink);
+    });
+}
+
+void LocalSession::BeginTransaction(ResultSink& sink) {
+    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Begin(sink); });
+}
+
+void LocalSession::CommitTransaction(ResultSink& sink) {
+    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Commit(sink); });
+}
+
+void LocalSession::RollbackTransaction(ResultSink& sink) {
+    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Rollback({}, sink); });
+}
+
+void LocalSession::Reset(const QString& database) {
+    state_.transactions.Abandon();
+    state_.options = SessionOptions();
+    state_.rowCount = 0;
+    state_.error = 0;
+    state_.identity.reset();
+    state_.ChangeDatabase(database);
+}
+
+}  // namespace quarv::localdb::engine

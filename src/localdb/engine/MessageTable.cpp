@@ -1,0 +1,327 @@
+#include "localdb/engine/MessageTable.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+// In the order of their numbers.
+constexpr MessageText Table[] = {
+    {102, 15, 1, u"Incorrect syntax near '%'."},
+    {103, 15, 4, u"The identifier that starts with '%' is too long. Maximum length is 128."},
+    {105, 15, 1, u"Unclosed quotation mark after the character string '%'."},
+    {107, 15, 1,
+     u"The column prefix '%' does not match with a table name or alias name used in the query."},
+    {108, 16, 1,
+     u"The ORDER BY position number % is out of range of the number of items in the select list."},
+    {109, 15, 1,
+     u"There are more columns in the INSERT statement than values specified in the VALUES clause. "
+     u"The number of values in the VALUES clause must match the number of columns specified in the "
+     u"INSERT statement."},
+    {110, 15, 1,
+     u"There are fewer columns in the INSERT statement than values specified in the VALUES clause. "
+     u"The number of values in the VALUES clause must match the number of columns specified in the "
+     u"INSERT statement."},
+    {111, 15, 1, u"'%' must be the first statement in a query batch."},
+    {113, 15, 1, u"Missing end comment mark '*/'."},
+    {116, 16, 1,
+     u"Only one expression can be specified in the select list when the subquery is not introduced "
+     u"with EXISTS."},
+    {119, 15, 1,
+     u"Must pass parameter number % and subsequent parameters as '@name = value'. After the form "
+     u"'@name = value' has been used, all subsequent parameters must be passed in the form '@name "
+     u"= value'."},
+    {120, 15, 1,
+     u"The select list for the INSERT statement contains fewer items than the insert list. The "
+     u"number of SELECT values must match the number of INSERT columns."},
+    {121, 15, 1,
+     u"The select list for the INSERT statement contains more items than the insert list. The "
+     u"number of SELECT values must match the number of INSERT columns."},
+    {128, 15, 1,
+     u"The name \"%\" is not permitted in this context. Valid expressions are constants, constant "
+     u"expressions, and (in some contexts) variables. Column names are not permitted."},
+    {130, 16, 1,
+     u"Cannot perform an aggregate function on an expression containing an aggregate or a "
+     u"subquery."},
+    {131, 15, 2,
+     u"The size (%) given to the % '%' exceeds the maximum allowed for any data type (%)."},
+    {134, 15, 2,
+     u"The variable name '%' has already been declared. Variable names must be unique within a "
+     u"query batch or stored procedure."},
+    {137, 15, 2, u"Must declare the scalar variable \"%\"."},
+    {141, 15, 1,
+     u"A SELECT statement that assigns a value to a variable must not be combined with "
+     u"data-retrieval operations."},
+    {145, 15, 1, u"ORDER BY items must appear in the select list if SELECT DISTINCT is specified."},
+    {147, 15, 1,
+     u"An aggregate may not appear in the WHERE clause unless it is in a subquery contained in a "
+     u"HAVING clause or a select list, and the column being aggregated is an outer reference."},
+    {156, 15, 1, u"Incorrect syntax near the keyword '%'."},
+    {158, 15, 1, u"An aggregate may not appear in the OUTPUT clause."},
+    {164, 15, 1,
+     u"Each GROUP BY expression must contain at least one column that is not an outer reference."},
+    {166, 15, 1,
+     u"'%' does not allow specifying the database name as a prefix to the object name."},
+    {174, 15, 1, u"The % function requires % argument(s)."},
+    {178, 15, 1, u"A RETURN statement with a return value cannot be used in this context."},
+    {189, 15, 1, u"The % function requires % to % arguments."},
+    {191, 15, 1,
+     u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into "
+     u"smaller queries."},
+    {195, 15, 10, u"'%' is not a recognized %."},
+    {201, 16, 4, u"Procedure or function '%' expects parameter '%', which was not supplied."},
+    {206, 16, 2, u"Operand type clash: % is incompatible with %"},
+    {207, 16, 1, u"Invalid column name '%'."},
+    {208, 16, 1, u"Invalid object name '%'."},
+    {209, 16, 1, u"Ambiguous column name '%'."},
+    {213, 16, 1, u"Column name or number of supplied values does not match table definition."},
+    {217, 16, 1,
+     u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %)."},
+    {220, 16, 1, u"Arithmetic overflow error for data type %, value = %."},
+    {226, 16, 6, u"% statement not allowed within multi-statement transaction."},
+    {232, 16, 2, u"Arithmetic overflow error for type %, value = %."},
+    {235, 16, 0, u"Cannot convert a char value to money. The char value has incorrect syntax."},
+    {241, 16, 1, u"Conversion failed when converting date and/or time from character string."},
+    {242, 16, 3,
+     u"The conversion of a % data type to a % data type resulted in an out-of-range value."},
+    {245, 16, 1, u"Conversion failed when converting the % value '%' to data type %."},
+    {248, 16, 1, u"The conversion of the % value '%' overflowed an int column."},
+    {257, 16, 3,
+     u"Implicit conversion from data type % to % is not allowed. Use the CONVERT function to run "
+     u"this query."},
+    {259, 16, 1, u"Ad hoc updates to system catalogs are not allowed."},
+    {263, 16, 1, u"Must specify table to select from."},
+    {264, 16, 1,
+     u"The column name '%' is specified more than once in the SET clause or column list of an "
+     u"INSERT. A column cannot be assigned more than one value in the same clause. Modify the "
+     u"clause to make sure that a column is updated only once. If this statement updates or "
+     u"inserts columns into a view, column aliasing can conceal the duplication in your code."},
+    {266, 16, 2,
+     u"Transaction count after EXECUTE indicates a mismatching number of BEGIN and COMMIT "
+     u"statements. Previous count = %, current count = %."},
+    {271, 16, 1,
+     u"The column \"%\" cannot be modified because it is either a computed column or is the result "
+     u"of a UNION operator."},
+    {281, 16, 1, u"% is not a valid style number when converting from % to a character string."},
+    {310, 15, 1,
+     u"The value % specified for the MAXRECURSION option exceeds the allowed maximum of 32767."},
+    {402, 16, 1, u"The data types % and % are incompatible in the % operator."},
+    {408, 16, 1, u"A constant expression was encountered in the ORDER BY list, position %."},
+    {506, 16, 1, u"The invalid escape character \"%\" was specified in a LIKE predicate."},
+    {512, 16, 1,
+     u"Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, "
+     u"<, <= , >, >= or when the subquery is used as an expression."},
+    {515, 16, 2,
+     u"Cannot insert the value NULL into column '%', table '%'; column does not allow nulls. % "
+     u"fails."},
+    {529, 16, 2, u"Explicit conversion from data type % to % is not allowed."},
+    {537, 16, 2, u"Invalid length parameter passed to the % function."},
+    {544, 16, 1,
+     u"Cannot insert explicit value for identity column in table '%' when IDENTITY_INSERT is set "
+     u"to OFF."},
+    {545, 16, 1,
+     u"Explicit value must be specified for identity column in table '%' either when "
+     u"IDENTITY_INSERT is set to ON or when a replication user is inserting into a NOT FOR "
+     u"REPLICATION identity column."},
+    {547, 16, 0,
+     u"The % statement conflicted with the % constraint \"%\". The conflict occurred in database "
+     u"\"%\", table \"%\", column '%'."},
+    {628, 16, 1, u"Cannot issue SAVE TRANSACTION when there is no active transaction."},
+    {823, 24, 2,
+     u"The operating system returned error % to SQL Server during a % at offset % in file '%'."},
+    {911, 16, 1, u"Database '%' does not exist. Make sure that the name is entered correctly."},
+    {945, 14, 2,
+     u"Database '%' cannot be opened due to inaccessible files or insufficient memory or disk "
+     u"space.  See the SQL Server errorlog for details."},
+    {1001, 16, 1, u"Line %: Length or precision specification % is invalid."},
+    {1011, 16, 1, u"The correlation name '%' is specified multiple times in a FROM clause."},
+    {1013, 16, 1,
+     u"The objects \"%\" and \"%\" in the FROM clause have the same exposed names. Use correlation "
+     u"names to distinguish them."},
+    {1033, 15, 1,
+     u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and "
+     u"common table expressions, unless TOP, OFFSET or FOR XML is also specified."},
+    {1038, 15, 4,
+     u"An object or column name is missing or empty. For SELECT INTO statements, verify each "
+     u"column has a name. For other statements, look for empty alias names. Aliases defined as "
+     u"\"\" or [] are not allowed. Change the alias to a valid name."},
+    {1060, 15, 1,
+     u"The number of rows provided for a TOP or FETCH clauses row count parameter must be an "
+     u"integer."},
+    {1088, 16, 12,
+     u"Cannot find the object \"%\" because it does not exist or you do not have permissions."},
+    {1105, 17, 2,
+     u"Could not allocate space for object '%' in database '%' because the '%' filegroup is full. "
+     u"Create disk space by deleting unneeded files, dropping objects in the filegroup, adding "
+     u"additional files to the filegroup, or setting autogrowth on for existing files in the "
+     u"filegroup."},
+    {1205, 13, 51,
+     u"Transaction (Process ID %) was deadlocked on % resources with another process and has been "
+     u"chosen as the deadlock victim. Rerun the transaction."},
+    {1222, 16, 51, u"Lock request time out period exceeded."},
+    {1505, 16, 1,
+     u"The CREATE UNIQUE INDEX statement terminated because a duplicate key was found for the "
+     u"object name '%' and the index name '%'. The duplicate key value is (%)."},
+    {1702, 16, 1,
+     u"CREATE TABLE failed because column '%' in table '%' exceeds the maximum of 1024 columns."},
+    {1754, 16, 0,
+     u"Defaults cannot be created on columns with an IDENTITY attribute. Table '%', column '%'."},
+    {1801, 16, 3, u"Database '%' already exists. Choose a different database name."},
+    {1902, 16, 3,
+     u"Cannot create more than one clustered index on table '%'. Drop the existing clustered index "
+     u"'%' before creating another."},
+    {1909, 16, 1,
+     u"Cannot use duplicate column names in index. Column name '%' listed more than once."},
+    {1911, 16, 1, u"Column name '%' does not exist in the target table or view."},
+    {1913, 16, 1,
+     u"The operation failed because an index or statistics with name '%' already exists on table "
+     u"'%'."},
+    {1919, 16, 1,
+     u"Column '%' in table '%' is of a type that is invalid for use as a key column in an index."},
+    {2209, 16, 1, u"%: Syntax error near '%'"},
+    {2601, 14, 1,
+     u"Cannot insert duplicate key row in object '%' with unique index '%'. The duplicate key "
+     u"value is (%)."},
+    {2627, 14, 1,
+     u"Violation of % constraint '%'. Cannot insert duplicate key in object '%'. The duplicate key "
+     u"value is (%)."},
+    {2628, 16, 1,
+     u"String or binary data would be truncated in table '%', column '%'. Truncated value: '%'."},
+    {2702, 16, 2, u"Database '%' does not exist."},
+    {2705, 16, 3,
+     u"Column names in each table must be unique. Column name '%' in table '%' is specified more "
+     u"than once."},
+    {2714, 16, 6, u"There is already an object named '%' in the database."},
+    {2715, 16, 6, u"Column, parameter, or variable #%: Cannot find data type %."},
+    {2716, 16, 1,
+     u"Column, parameter, or variable #%: Cannot specify a column width on data type %."},
+    {2717, 15, 2, u"The size (%) given to the % '%' exceeds the maximum allowed (%)."},
+    {2744, 16, 2,
+     u"Multiple identity columns specified for table '%'. Only one identity column per table is "
+     u"allowed."},
+    {2749, 16, 2,
+     u"Identity column '%' must be of data type int, bigint, smallint, tinyint, or decimal or "
+     u"numeric with a scale of 0, unencrypted, and constrained to be nonnullable."},
+    {2750, 16, 1,
+     u"Column or parameter #%: Specified column precision % is greater than the maximum precision "
+     u"of %."},
+    {2751, 16, 1,
+     u"Column or parameter #%: Specified column scale % is greater than the specified precision of "
+     u"%."},
+    {2760, 16, 1,
+     u"The specified schema name \"%\" either does not exist or you do not have permission to use "
+     u"it."},
+    {2812, 16, 62, u"Could not find stored procedure '%'."},
+    {3621, 0, 0, u"The statement has been terminated."},
+    {3701, 11, 5, u"Cannot % the % '%', because it does not exist or you do not have permission."},
+    {3702, 16, 3, u"Cannot drop database \"%\" because it is currently in use."},
+    {3705, 16, 1, u"Cannot use DROP % with '%' because '%' is a %. Use DROP %."},
+    {3708, 16, 1, u"Cannot % the % '%' because it is a system %."},
+    {3723, 16, 4,
+     u"An explicit DROP INDEX is not allowed on index '%'. It is being used for % constraint "
+     u"enforcement."},
+    {3902, 16, 1, u"The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."},
+    {3903, 16, 1, u"The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."},
+    {3998, 16, 1,
+     u"Uncommittable transaction is detected at the end of the batch. The transaction is rolled "
+     u"back."},
+    {4060, 11, 1, u"Cannot open database \"%\" requested by the login. The login failed."},
+    {4104, 16, 1, u"The multi-part identifier \"%\" could not be bound."},
+    {4108, 15, 1, u"Windowed functions can only appear in the SELECT or ORDER BY clauses."},
+    {4127, 16, 1,
+     u"At least one of the arguments to COALESCE must be an expression that is not the NULL "
+     u"constant."},
+    {4145, 15, 1,
+     u"An expression of non-boolean type specified in a context where a condition is expected, "
+     u"near '%'."},
+    {4151, 16, 1,
+     u"The type of the first argument to NULLIF cannot be the NULL constant because the type of "
+     u"the "
+     u"first argument has to be known."},
+    {4502, 16, 1, u"View or function '%' has more column names specified than columns defined."},
+    {4506, 16, 1,
+     u"Column names in each view or function must be unique. Column name '%' in view or function "
+     u"'%' is specified more than once."},
+    {4511, 16, 1,
+     u"Create View or Function failed because no column name was specified for column %."},
+    {5701, 10, 2, u"Changed database context to '%'."},
+    {5703, 10, 1, u"Changed language setting to %."},
+    {6401, 16, 1, u"Cannot roll back %. No transaction or savepoint of that name was found."},
+    {8007, 16, 1, u"Procedure expects parameter '%' of type '%'."},
+    {8101, 16, 1,
+     u"An explicit value for the identity column in table '%' can only be specified when a column "
+     u"list is used and IDENTITY_INSERT is ON."},
+    {8107, 16, 1,
+     u"IDENTITY_INSERT is already ON for table '%'. Cannot perform SET operation for table '%'."},
+    {8106, 16, 1, u"Table '%' does not have the identity property. Cannot perform SET operation."},
+    {8110, 16, 0, u"Cannot add multiple PRIMARY KEY constraints to table '%'."},
+    {8111, 16, 1, u"Cannot define PRIMARY KEY constraint on nullable column in table '%'."},
+    {8112, 16, 0, u"Cannot add more than one clustered index for constraints on table '%'."},
+    {8114, 16, 5, u"Error converting data type % to %."},
+    {8115, 16, 2, u"Arithmetic overflow error converting % to data type %."},
+    {8116, 16, 1, u"Argument data type % is invalid for argument % of % function."},
+    {8117, 16, 1, u"Operand data type % is invalid for % operator."},
+    {8120, 16, 1,
+     u"Column '%' is invalid in the select list because it is not contained in either an aggregate "
+     u"function or the GROUP BY clause."},
+    {8121, 16, 1,
+     u"Column '%' is invalid in the HAVING clause because it is not contained in either an "
+     u"aggregate function or the GROUP BY clause."},
+    {8127, 16, 1,
+     u"Column \"%\" is invalid in the ORDER BY clause because it is not contained in either an "
+     u"aggregate function or the GROUP BY clause."},
+    {8133, 16, 1,
+     u"At least one of the result expressions in a CASE specification must be an expression other "
+     u"than the NULL constant."},
+    {8134, 16, 1, u"Divide by zero error encountered."},
+    {8143, 16, 1, u"Parameter '%' was supplied multiple times."},
+    {8144, 16, 2, u"Procedure or function % has too many arguments specified."},
+    {8145, 16, 1, u"% is not a parameter for procedure %."},
+    {8155, 16, 2, u"No column name was specified for column % of '%'."},
+    {8156, 16, 1, u"The column '%' was specified multiple times for '%'."},
+    {8158, 16, 1, u"'%' has more columns than were specified in the column list."},
+    {8159, 16, 1, u"'%' has fewer columns than were specified in the column list."},
+    {8162, 16, 2,
+     u"The formal parameter \"%\" was not declared as an OUTPUT parameter, but the actual "
+     u"parameter "
+     u"passed in requested output."},
+    {8623, 16, 1,
+     u"The query processor ran out of internal resources and could not produce a query plan. This "
+     u"is a rare event and only expected for extremely complex queries or queries that reference a "
+     u"very large number of tables or partitions. Please simplify the query."},
+    {10738, 15, 1,
+     u"The number of row value expressions in the INSERT statement exceeds the maximum allowed "
+     u"number of 1000 row values."},
+    {10741, 15, 2, u"A TOP can not be used in the same query or sub-query as a OFFSET."},
+    {10742, 15, 1, u"The offset specified in a OFFSET clause may not be negative."},
+    {10744, 15, 1, u"The number of rows provided for a FETCH clause must be greater then zero."},
+    {15009, 16, 1,
+     u"The object '%' does not exist in database '%' or is invalid for this operation."},
+    {15250, 16, 1,
+     u"The database name component of the object qualifier must be the name of the current "
+     u"database."},
+    {15469, 10, 1, u"No constraints are defined on object '%', or you do not have permissions."},
+    {15470, 10, 1,
+     u"No foreign keys reference table '%', or you do not have permissions on referencing tables."},
+    {15472, 10, 1, u"The object '%' does not have any indexes, or you do not have permissions."},
+    {18456, 14, 1, u"Login failed for user '%'."},
+    {40515, 16, 1,
+     u"Reference to database and/or server name in '%' is not supported in this version of SQL "
+     u"Server."},
+    {40517, 16, 1,
+     u"Keyword or statement option '%' is not supported in this version of SQL Server."},
+    {50000, 16, 1, u"%"},
+};
+
+}  // namespace
+
+const MessageText& FindMessage(int number) {
+    const auto* found =
+        std::find_if(std::begin(Table), std::end(Table),
+                     [number](const MessageText& entry) { return entry.number == number; });
+    return found != std::end(Table) ? *found : Table[std::size(Table) - 1];
+}
+
+}  // namespace quarv::localdb::engine

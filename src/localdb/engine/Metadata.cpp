@@ -1,0 +1,266 @@
+#include "localdb/engine/Metadata.h"
+
+#include <utility>
+
+#include "localdb/engine/Moment.h"
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/TypeTable.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+// "$" stands for the database's prefix.
+constexpr const char* ObjectColumns =
+    "SELECT o.object_id, o.schema_id, s.name, o.type, o.name, o.created, o.definition"
+    " FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id";
+
+const std::string FindByName =
+    std::string(ObjectColumns) + " WHERE o.schema_id = ?1 AND o.name = ?2";
+const std::string FindById = std::string(ObjectColumns) + " WHERE o.object_id = ?1";
+
+int64_t Now() {
+    return Moment::Now().Store(TypeKind::DateTime).value_or(0);
+}
+
+}  // namespace
+
+Metadata::Metadata(Store& store, const DatabaseEntry& database)
+    : store_(store), database_(database), prefix_(store.Attach(database) + ".") {}
+
+SqliteStatement& Metadata::Cached(const char* sql) {
+    std::string text;
+    for (const char* c = sql; *c; ++c) {
+        if (*c == '$') {
+            text += prefix_;
+        } else {
+            text += *c;
+        }
+    }
+    return store_.Cached(text);
+}
+
+ObjectInfo Metadata::ReadObject(const SqliteStatement& row) {
+    ObjectInfo object;
+    object.id = row.Integer(0);
+    object.schemaId = static_cast<int>(row.Integer(1));
+    object.schema = row.String(2);
+    object.type = row.String(3);
+    object.name = row.String(4);
+    object.created = row.Integer(5);
+    object.definition = row.String(6);
+    return object;
+}
+
+std::optional<int> Metadata::FindSchema(const QString& schema) {
+    if (schema.isEmpty()) return DboSchema;
+    SqliteStatement& row = Cached("SELECT schema_id FROM $q_schemas WHERE name = ?1");
+    row.Bind(1, schema);
+    const std::optional<int> id =
+        row.Step() ? std::optional(static_cast<int>(row.Integer(0))) : std::nullopt;
+    row.Reset();
+    return id;
+}
+
+std::optional<ObjectInfo> Metadata::Find(const QString& schema, const QString& name) {
+    const std::optional<int> schemaId = FindSchema(schema);
+    if (!schemaId) return std::nullopt;
+    SqliteStatement& row = Cached(FindByName.c_str());
+    row.Bind(1, int64_t{*schemaId}).Bind(2, name);
+    const std::optional<ObjectInfo> object =
+        row.Step() ? std::optional(ReadObject(row)) : std::nullopt;
+    row.Reset();
+    return object;
+}
+
+std::optional<ObjectInfo> Metadata::Find(int64_t objectId) {
+    SqliteStatement& row = Cached(FindById.c_str());
+    row.Bind(1, objectId);
+    const std::optional<ObjectInfo> object =
+        row.Step() ? std::optional(ReadObject(row)) : std::nullopt;
+    row.Reset();
+    return object;
+}
+
+TableInfo Metadata::LoadTable(const ObjectInfo& object) {
+    TableInfo table;
+    table.object = object;
+    table.columns = LoadColumns(object.id);
+    table.indexes = LoadIndexes(object.id);
+    table.identity = LoadIdentity(object.id);
+    for (ColumnInfo& column : table.columns) {
+        column.identity = table.identity && table.identity->columnId == column.id;
+    }
+    return table;
+}
+
+std::vector<ColumnInfo> Metadata::LoadColumns(int64_t objectId) {
+    std::vector<ColumnInfo> columns;
+    SqliteStatement& row = Cached(
+        "SELECT c.column_id, c.name, c.type, c.nullable, c.is_sysname, c.default_id, d.definition"
+        " FROM $q_columns c LEFT JOIN $q_objects d ON d.object_id = c.default_id"
+        " WHERE c.object_id = ?1 ORDER BY c.column_id");
+    row.Bind(1, objectId);
+    while (row.Step()) {
+        ColumnInfo column;
+        column.id = static_cast<int>(row.Integer(0));
+        column.name = row.String(1);
+        column.type = UnpackType(row.Integer(2));
+        column.nullable = row.Integer(3) != 0;
+        column.isSysname = row.Integer(4) != 0;
+        column.defaultId = row.Integer(5);
+        column.defaultText = row.String(6);
+        columns.push_back(std::move(column));
+    }
+    row.Reset();
+    return columns;
+}
+
+std::vector<IndexInfo> Metadata::LoadIndexes(int64_t objectId) {
+    std::vector<IndexInfo> indexes;
+    SqliteStatement& row = Cached(
+        "SELECT i.index_id, i.name, i.is_unique, i.is_clustered, i.constraint_id, o.type,"
+        " k.column_id, k.descending FROM $q_indexes i"
+        " JOIN $q_index_columns k ON k.object_id = i.object_id AND k.index_id = i.index_id"
+        " LEFT JOIN $q_objects o ON o.object_id = i.constraint_id"
+        " WHERE i.object_id = ?1 ORDER BY i.index_id, k.key_no");
+    row.Bind(1, objectId);
+    while (row.Step()) {
+        const int id = static_cast<int>(row.Integer(0));
+        if (indexes.empty() || indexes.back().id != id) {
+            IndexInfo index;
+            index.id = id;
+            index.name = row.String(1);
+            index.unique = row.Integer(2) != 0;
+            index.clustered = row.Integer(3) != 0;
+            index.constraintId = row.Integer(4);
+            index.primary = row.Text(5) == "PK";
+            indexes.push_back(std::move(index));
+        }
+        indexes.back().keys.push_back({static_cast<int>(row.Integer(6)), row.Integer(7) != 0});
+    }
+    row.Reset();
+    return indexes;
+}
+
+std::optional<IdentityInfo> Metadata::LoadIdentity(int64_t objectId) {
+    SqliteStatement& row =
+        Cached("SELECT column_id, seed, increment, last FROM $q_identity WHERE object_id = ?1");
+    row.Bind(1, objectId);
+    std::optional<IdentityInfo> identity;
+    if (row.Step()) {
+        identity.emplace();
+        identity->columnId = static_cast<int>(row.Integer(0));
+        identity->seed = row.Integer(1);
+        identity->increment = row.Integer(2);
+        if (!row.IsNull(3)) identity->last = row.Integer(3);
+    }
+    row.Reset();
+    return identity;
+}
+
+std::vector<ParameterInfo> Metadata::LoadParameters(int64_t objectId) {
+    std::vector<ParameterInfo> parameters;
+    SqliteStatement& row = Cached(
+        "SELECT name, type, is_output, default_text FROM $q_parameters"
+        " WHERE object_id = ?1 ORDER BY parameter_id");
+    row.Bind(1, objectId);
+    while (row.Step()) {
+        ParameterInfo parameter;
+        parameter.name = row.String(0);
+        parameter.type = UnpackType(row.Integer(1));
+        parameter.output = row.Integer(2) != 0;
+        if (!row.IsNull(3)) parameter.defaultText = row.String(3);
+        parameters.push_back(std::move(parameter));
+    }
+    row.Reset();
+    return parameters;
+}
+
+int64_t Metadata::NextObjectId() {
+    SqliteStatement& row = Cached(
+        "UPDATE $q_meta SET value = value + 1 WHERE key = 'next_object' RETURNING value - 1");
+    if (!row.Step()) throw SqlError(945, {database_.name});
+    const int64_t id = row.Integer(0);
+    row.Reset();
+    return id;
+}
+
+int64_t Metadata::AddObject(ObjectInfo object, int64_t parentId) {
+    if (Find(object.schema, object.name)) throw SqlError(2714, {object.name});
+    if (object.id == 0) object.id = NextObjectId();
+    SqliteStatement& row = Cached(
+        "INSERT INTO $q_objects(object_id, schema_id, parent_id, type, name, created, modified,"
+        " definition) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?6, ?7)");
+    row.Bind(1, object.id).Bind(2, int64_t{object.schemaId}).Bind(3, parentId);
+    row.Bind(4, object.type).Bind(5, object.name).Bind(6, Now());
+    if (!object.definition.isNull()) row.Bind(7, object.definition);
+    row.Run();
+    return object.id;
+}
+
+void Metadata::AddColumn(int64_t objectId, const ColumnInfo& column) {
+    SqliteStatement& row = Cached("INSERT INTO $q_columns VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)");
+    row.Bind(1, objectId).Bind(2, int64_t{column.id}).Bind(3, column.name);
+    row.Bind(4, PackType(column.type)).Bind(5, int64_t{column.nullable});
+    row.Bind(6, column.defaultId).Bind(7, int64_t{column.isSysname});
+    row.Run();
+}
+
+void Metadata::AddIndex(int64_t objectId, const IndexInfo& index) {
+    SqliteStatement& row = Cached("INSERT INTO $q_indexes VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
+    row.Bind(1, objectId).Bind(2, int64_t{index.id}).Bind(3, index.name);
+    row.Bind(4, int64_t{index.unique}).Bind(5, int64_t{index.clustered});
+    row.Bind(6, index.constraintId);
+    row.Run();
+    int64_t number = 0;
+    for (const IndexInfo::Key& key : index.keys) {
+        SqliteStatement& part = Cached("INSERT INTO $q_index_columns VALUES (?1, ?2, ?3, ?4, ?5)");
+        part.Bind(1, objectId).Bind(2, int64_t{index.id}).Bind(3, ++number);
+        part.Bind(4, int64_t{key.columnId}).Bind(5, int64_t{key.descending});
+        part.Run();
+    }
+}
+
+void Metadata::AddIdentity(int64_t objectId, const IdentityInfo& identity) {
+    SqliteStatement& row = Cached("INSERT INTO $q_identity VALUES (?1, ?2, ?3, ?4, NULL)");
+    row.Bind(1, objectId).Bind(2, int64_t{identity.columnId});
+    row.Bind(3, identity.seed).Bind(4, identity.increment);
+    row.Run();
+}
+
+void Metadata::AddParameter(int64_t objectId, int number, const ParameterInfo& parameter) {
+    SqliteStatement& row = Cached("INSERT INTO $q_parameters VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
+    row.Bind(1, objectId).Bind(2, int64_t{number}).Bind(3, parameter.name);
+    row.Bind(4, PackType(parameter.type)).Bind(5, int64_t{parameter.output});
+    if (parameter.defaultText) row.Bind(6, *parameter.defaultText);
+    row.Run();
+}
+
+void Metadata::SetLastIdentity(int64_t objectId, int64_t last) {
+    Cached("UPDATE $q_identity SET last = ?2 WHERE object_id = ?1")
+        .Bind(1, objectId)
+        .Bind(2, last)
+        .Run();
+}
+
+void Metadata::RemoveIndex(int64_t objectId, int indexId) {
+    for (const char* sql : {"DELETE FROM $q_index_columns WHERE object_id = ?1 AND index_id = ?2",
+                            "DELETE FROM $q_indexes WHERE object_id = ?1 AND index_id = ?2"}) {
+        Cached(sql).Bind(1, objectId).Bind(2, int64_t{indexId}).Run();
+    }
+}
+
+void Metadata::RemoveObject(int64_t objectId) {
+    for (const char* sql : {"DELETE FROM $q_index_columns WHERE object_id = ?1",
+                            "DELETE FROM $q_indexes WHERE object_id = ?1",
+                            "DELETE FROM $q_identity WHERE object_id = ?1",
+                            "DELETE FROM $q_columns WHERE object_id = ?1",
+                            "DELETE FROM $q_parameters WHERE object_id = ?1",
+                            "DELETE FROM $q_objects WHERE parent_id = ?1 AND parent_id <> 0",
+                            "DELETE FROM $q_objects WHERE object_id = ?1"}) {
+        Cached(sql).Bind(1, objectId).Run();
+    }
+}
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,57 @@
+// Metadata: one database's catalogue through one session's store: finding objects and reading and
+// changing what is known about them. Cheap to make; borrows the store.
+#pragma once
+
+#include <optional>
+
+#include "localdb/engine/ObjectInfo.h"
+#include "localdb/engine/Store.h"
+
+namespace quarv::localdb::engine {
+
+class Metadata {
+  public:
+    static constexpr int DboSchema = 1;
+
+    Metadata(Store& store, const DatabaseEntry& database);
+
+    const DatabaseEntry& Database() const { return database_; }
+    // "d5."; goes before every storage name of this database.
+    const std::string& Prefix() const { return prefix_; }
+
+    // Empty `schema` means dbo. Nothing where there is no such object.
+    std::optional<ObjectInfo> Find(const QString& schema, const QString& name);
+    std::optional<ObjectInfo> Find(int64_t objectId);
+    // Nothing where there is no such schema; empty means dbo.
+    std::optional<int> FindSchema(const QString& schema);
+    TableInfo LoadTable(const ObjectInfo& object);
+    std::vector<ParameterInfo> LoadParameters(int64_t objectId);
+
+    // Each runs inside the caller's transaction.
+    // Gives the object its id. Raises SqlError 2714 where the name is taken.
+    int64_t AddObject(ObjectInfo object, int64_t parentId = 0);
+    void AddColumn(int64_t objectId, const ColumnInfo& column);
+    void AddIndex(int64_t objectId, const IndexInfo& index);
+    void AddIdentity(int64_t objectId, const IdentityInfo& identity);
+    void AddParameter(int64_t objectId, int number, const ParameterInfo& parameter);
+    void SetLastIdentity(int64_t objectId, int64_t last);
+    void RemoveIndex(int64_t objectId, int indexId);
+    // The object, what belongs to it and its constraints; not its storage.
+    void RemoveObject(int64_t objectId);
+
+    // A new object's id.
+    int64_t NextObjectId();
+
+  private:
+    SqliteStatement& Cached(const char* sql);
+    std::vector<ColumnInfo> LoadColumns(int64_t objectId);
+    std::vector<IndexInfo> LoadIndexes(int64_t objectId);
+    std::optional<IdentityInfo> LoadIdentity(int64_t objectId);
+    static ObjectInfo ReadObject(const SqliteStatement& row);
+
+    Store& store_;
+    DatabaseEntry database_;
+    std::string prefix_;
+};
+
+}  // namespace quarv::localdb::engine

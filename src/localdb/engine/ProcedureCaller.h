@@ -1,0 +1,62 @@
+// ProcedureCaller: finds the procedure that a name means, gives its parameters their values and
+// runs it: one of the database's own, one of the system's, or a text by sp_executesql.
+#pragma once
+
+#include "localdb/engine/ExpressionBinder.h"
+#include "localdb/engine/StatementRunner.h"
+#include "localdb/tsql/CreateProcedure.h"
+
+namespace quarv::localdb::engine {
+
+struct CallArgument {
+    QString name;  // with its "@", or empty: by position
+    SqlType type;
+    OwnedValue value;
+    bool isDefault = false;  // the parameter's own default is asked for
+    bool output = false;
+    bool changed = false;  // `value` is what came back
+};
+
+class ProcedureCaller {
+  public:
+    static constexpr int MaxNesting = 32;
+
+    ProcedureCaller(Frame& caller, ResultSink& sink) : caller_(caller), sink_(sink) {}
+
+    // Gives the return status, which was sent. Output arguments hold what came back. Raises
+    // SqlError 2812, 201, 217, 8144 and their like.
+    int Call(const tsql::ObjectName& name, std::vector<CallArgument>& arguments);
+    // Runs a text as a batch inside the running one.
+    void RunText(const QString& text);
+
+  private:
+    struct Parameter {
+        QString name;
+        SqlType type;
+        bool output = false;
+        bool required = true;
+        OwnedValue defaultValue;
+    };
+    class Nested;
+
+    int CallStored(const ObjectInfo& object, const DatabaseEntry& database,
+                   std::vector<CallArgument>& arguments);
+    int CallSystem(const SystemProcedure& procedure, const DatabaseEntry& database,
+                   std::vector<CallArgument>& arguments);
+    int ExecuteSql(std::vector<CallArgument>& arguments);
+    std::vector<Parameter> LoadParameters(const ObjectInfo& object, const DatabaseEntry& database);
+    // By parameter: the index of its argument; nothing where it was left out.
+    std::vector<std::optional<size_t>> Match(const std::vector<Parameter>& parameters,
+                                             const std::vector<CallArgument>& arguments,
+                                             const QString& procedure);
+    OwnedValue ValueFor(const Parameter& parameter, const CallArgument* argument,
+                        const QString& procedure);
+    void RunBody(Frame& frame, const tsql::StatementList& body,
+                 const std::vector<Parameter>& parameters, std::vector<CallArgument>& arguments,
+                 const QString& procedure);
+
+    Frame& caller_;
+    ResultSink& sink_;
+};
+
+}  // namespace quarv::localdb::engine

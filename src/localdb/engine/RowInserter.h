@@ -1,0 +1,53 @@
+// RowInserter: puts rows into one table: gives left-out columns their defaults and identity values,
+// converts, checks nulls and lengths, and says which key was there already. Lives for one INSERT.
+#pragma once
+
+#include "localdb/engine/ExpressionBinder.h"
+#include "localdb/engine/Frame.h"
+#include "localdb/tsql/Query.h"
+
+namespace quarv::localdb::engine {
+
+class RowInserter {
+  public:
+    // `columns` are the names as written; none: all but the identity column. Raises SqlError 207,
+    // 264, 544 or 8101.
+    RowInserter(Frame& frame, BindContext& context, Metadata& metadata, const TableInfo& table,
+                const std::vector<QString>& columns);
+
+    // Values as written, DEFAULT included; no values: every column's default. Raises SqlError.
+    void InsertRow(const tsql::ExpressionList& values);
+    void InsertQuery(const tsql::Query& query, ResultSink& sink);
+    // Keeps the identity values that were used.
+    void Finish();
+    int64_t Count() const { return count_; }
+
+  private:
+    void FindColumns(const std::vector<QString>& names);
+    void CheckIdentity() const;
+    void CheckCount(size_t given, bool fromQuery) const;
+    BoundPtr BindDefault(const ColumnInfo& column);
+    BoundPtr ConvertTo(BoundPtr value, const ColumnInfo& column);
+    OwnedValue DefaultValue(size_t column);
+    void Insert(std::vector<OwnedValue>& row);
+    void Check(const ColumnInfo& column, OwnedValue& value) const;
+    void CheckLength(const ColumnInfo& column, OwnedValue& value) const;
+    [[noreturn]] void RaiseDuplicate(const std::string& text,
+                                     const std::vector<OwnedValue>& row) const;
+    void TakeIdentity(const OwnedValue& value);
+
+    Frame& frame_;
+    BindContext& context_;
+    Metadata& metadata_;
+    const TableInfo& table_;
+    const bool namesGiven_;
+    std::vector<size_t> targets_;     // the table's columns that values are given for
+    std::vector<BoundPtr> defaults_;  // by column; bound when first needed
+    std::vector<bool> given_;         // by column
+    SqliteStatement insert_;
+    std::optional<int64_t> lastIdentity_;
+    bool identityChanged_ = false;
+    int64_t count_ = 0;
+};
+
+}  // namespace quarv::localdb::engine

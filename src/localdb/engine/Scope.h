@@ -1,0 +1,50 @@
+// Scope: the row sources that a query's names can mean, and those of the queries around it.
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "localdb/engine/BoundNodes.h"
+#include "localdb/tsql/ObjectName.h"
+
+namespace quarv::localdb::engine {
+
+struct SourceColumn {
+    QString name;
+    SqlType type;
+    bool nullable = true;
+    bool identity = false;
+    std::string sql;  // "s1.c2"
+};
+
+struct Source {
+    QString name;    // the alias, else the table's name
+    QString schema;  // empty behind an alias
+    std::vector<SourceColumn> columns;
+};
+
+class Scope {
+  public:
+    explicit Scope(const Scope* outer = nullptr) : outer_(outer) {}
+
+    // Raises SqlError 1011 or 1013 where the name is taken.
+    void Add(Source source, bool isAlias);
+    const std::vector<Source>& Sources() const { return sources_; }
+
+    // A column by its name as written. Raises SqlError 207, 209 or 4104.
+    std::unique_ptr<BoundColumn> Resolve(const tsql::ObjectName& name) const;
+    // The source that "name.*" means. Raises SqlError 107.
+    const Source& Find(const tsql::ObjectName& qualifier) const;
+    bool IsEmpty() const { return sources_.empty(); }
+
+  private:
+    static bool Matches(const Source& source, const tsql::ObjectName& name);
+    std::unique_ptr<BoundColumn> TryResolve(const tsql::ObjectName& name) const;
+    bool KnowsSource(const tsql::ObjectName& name) const;
+
+    const Scope* outer_;
+    std::vector<Source> sources_;
+};
+
+}  // namespace quarv::localdb::engine

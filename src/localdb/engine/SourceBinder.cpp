@@ -1,0 +1,147 @@
+#include "localdb/engine/QueryBinder.h"
+#include "localdb/engine/SqlError.h"
+#include "localdb/tsql/BatchParser.h"
+#include "localdb/tsql/CreateView.h"
+#include "localdb/tsql/SyntaxError.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+Source SourceFor(const tsql::NamedTable& table, const QString& schema) {
+    Source source;
+    source.name = table.alias.isEmpty() ? table.name.name : table.alias;
+    if (table.alias.isEmpty()) source.schema = schema;
+    return source;
+}
+
+std::unique_ptr<BoundSource> Named(std::string sql, std::string alias) {
+    auto source = std::make_unique<BoundSource>();
+    source->sql = std::move(sql);
+    source->alias = std::move(alias);
+    return source;
+}
+
+}  // namespace
+
+void QueryBinder::BindFrom(const tsql::Query& query) {
+    for (const tsql::TableSourcePtr& source : query.from) {
+        std::unique_ptr<BoundSource> bound = BindSource(*source);
+        if (!result_->from) {
+            result_->from = std::move(bound);
+            continue;
+        }
+        auto join = std::make_unique<BoundSource>();
+        join->join = tsql::JoinKind::Cross;
+        join->left = std::move(result_->from);
+        join->right = std::move(bound);
+        result_->from = std::move(join);
+    }
+}
+
+std::unique_ptr<BoundSource> QueryBinder::BindSource(const tsql::TableSource& source) {
+    try {
+        switch (source.kind) {
+            case tsql::TableSourceKind::Table:
+                return BindTable(static_cast<const tsql::NamedTable&>(source));
+            case tsql::TableSourceKind::Derived:
+                return BindDerived(static_cast<const tsql::DerivedTable&>(source));
+            default:
+                return BindJoin(static_cast<const tsql::Join&>(source));
+        }
+    } catch (SqlError& error) {
+        if (error.What().line == 0) error.SetLine(source.line);
+        throw;
+    }
+}
+
+std::unique_ptr<BoundSource> QueryBinder::BindTable(const tsql::NamedTable& table) {
+    const tsql::ObjectName& name = table.name;
+    Metadata metadata = context_.MetadataFor(name);
+    if (const SystemView* view = context_.System().FindView(name.schema, name.name)) {
+        return BindSystemView(*view, metadata, table);
+    }
+    const std::optional<ObjectInfo> object = metadata.Find(name.schema, name.name);
+    if (object && object->type == u"V") return BindView(*object, metadata, table);
+    if (!object || object->type != u"U") throw SqlError(208, {name.ToText()}, name.line);
+    const TableInfo info = metadata.LoadTable(*object);
+    const std::string alias = context_.NextAlias();
+    Source source = SourceFor(table, object->schema);
+    for (const ColumnInfo& column : info.columns) {
+        source.columns.push_back({column.name, column.type, column.nullable, column.identity,
+                                  alias + '.' + column.StorageName()});
+    }
+    scope_.Add(std::move(source), !table.alias.isEmpty());
+    return Named(metadata.Prefix() + info.StorageName(), alias);
+}
+
+std::unique_ptr<BoundSource> QueryBinder::BindSystemView(const SystemView& view, Metadata& metadata,
+                                                         const tsql::NamedTable& table) {
+    const std::string alias = context_.NextAlias();
+    Source source = SourceFor(table, view.schema);
+    int number = 0;
+    for (const Column& column : view.columns) {
+        source.columns.push_back({column.name, column.type, column.nullable, false,
+                                  alias + ".v" + std::to_string(++number)});
+    }
+    scope_.Add(std::move(source), !table.alias.isEmpty());
+    return Named('(' + FillInDatabase(view.sql, metadata.Prefix(), metadata.Database().name) + ')',
+                 alias);
+}
+
+void QueryBinder::AddQuerySource(const BoundQuery& query, const std::vector<QString>& names,
+                                 const tsql::NamedTable* table, const QString& alias,
+                                 const std::string& storageAlias) {
+    Source source;
+    source.name = alias;
+    if (table) source = SourceFor(*table, QStringLiteral("dbo"));
+    if (names.size() > query.columns.size()) throw SqlError(8159, {source.name});
+    if (!names.empty() && names.size() < query.columns.size()) throw SqlError(8158, {source.name});
+    for (size_t i = 0; i < query.columns.size(); ++i) {
+        const Column& column = query.columns[i];
+        const QString& name = names.empty() ? column.name : names[i];
+        if (name.isEmpty()) throw SqlError(8155, {QString::number(i + 1), source.name});
+        for (const SourceColumn& other : source.columns) {
+            if (SameName(other.name, name)) throw SqlError(8156, {name, source.name});
+        }
+        source.columns.push_back({name, column.type, column.nullable, false,
+                                  storageAlias + ".c" + std::to_string(i + 1)});
+    }
+    scope_.Add(std::move(source), !table || !table->alias.isEmpty());
+}
+
+std::unique_ptr<BoundSource> QueryBinder::BindView(const ObjectInfo& view, Metadata& metadata,
+                                                   const tsql::NamedTable& table) {
+    const BindContext::InView inView(context_, metadata.Database());
+    const tsql::StatementList statements = tsql::ParseBatch(view.definition);
+    const auto& definition = static_cast<const tsql::CreateView&>(*statements.front());
+    auto bound = std::make_unique<BoundSource>();
+    QueryBinder binder(context_, nullptr);
+    bound->query = binder.BindSub(*definition.query);
+    bound->alias = context_.NextAlias();
+    AddQuerySource(*bound->query, definition.columns, &table, {}, bound->alias);
+    return bound;
+}
+
+std::unique_ptr<BoundSource> QueryBinder::BindDerived(const tsql::DerivedTable& table) {
+    auto bound = std::make_unique<BoundSource>();
+    QueryBinder binder(context_, nullptr);
+    bound->query = binder.BindSub(*table.query);
+    bound->alias = context_.NextAlias();
+    AddQuerySource(*bound->query, table.columns, nullptr, table.alias, bound->alias);
+    return bound;
+}
+
+std::unique_ptr<BoundSource> QueryBinder::BindJoin(const tsql::Join& join) {
+    auto bound = std::make_unique<BoundSource>();
+    bound->join = join.join;
+    bound->left = BindSource(*join.left);
+    bound->right = BindSource(*join.right);
+    if (join.on) {
+        ExpressionBinder binder(context_, scope_);
+        bound->on = binder.Condition(*join.on);
+    }
+    return bound;
+}
+
+}  // namespace quarv::localdb::engine

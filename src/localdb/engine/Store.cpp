@@ -1,0 +1,166 @@
+#include "localdb/engine/Store.h"
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <thread>
+
+#include "localdb/engine/Collation.h"
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/SqlFunctions.h"
+#include "localdb/engine/Utf8.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+constexpr int MaxAttached = 8;         // the library takes ten
+constexpr int ProgressSteps = 20'000;  // of its virtual machine, between two questions
+constexpr auto BusyPause = std::chrono::milliseconds(2);
+constexpr int BusyCalls = 15'000;  // times the pause: half a minute
+
+int CompareTexts(void*, int sizeA, const void* a, int sizeB, const void* b) {
+    return Collation::Compare({static_cast<const char*>(a), static_cast<size_t>(sizeA)},
+                              {static_cast<const char*>(b), static_cast<size_t>(sizeB)});
+}
+
+std::string SchemaName(int databaseId) {
+    return "d" + std::to_string(databaseId);
+}
+
+}  // namespace
+
+Store::Store() {
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY |
+                      SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
+    if (sqlite3_open_v2(":memory:", &handle_, flags, nullptr) != SQLITE_OK) {
+        sqlite3_close_v2(handle_);
+        throw SqlError(945, {QString()});
+    }
+    sqlite3_extended_result_codes(handle_, 1);
+    sqlite3_progress_handler(handle_, ProgressSteps, OnProgress, this);
+    sqlite3_busy_handler(handle_, OnBusy, this);
+    sqlite3_create_collation_v2(handle_, "tsql", SQLITE_UTF8, nullptr, CompareTexts, nullptr);
+    RegisterSqlFunctions(*this);
+    // A file from outside must not run code through its schema.
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, 1'000'000'000);
+}
+
+Store::~Store() {
+    cache_.clear();
+    sqlite3_close_v2(handle_);
+}
+
+std::string Store::Attach(const DatabaseEntry& database) {
+    const std::string name = SchemaName(database.id);
+    for (auto entry = attached_.begin(); entry != attached_.end(); ++entry) {
+        if (entry->id != database.id) continue;
+        attached_.splice(attached_.begin(), attached_, entry);
+        return name;
+    }
+    if (attached_.size() >= MaxAttached) DetachOldest();
+    try {
+        // "rw": a file that is missing is an error, not a new file.
+        const QByteArray path =
+            QByteArray("file:") + database.path.toUtf8().toPercentEncoding("/") + "?mode=rw";
+        Prepare("ATTACH ? AS " + name).Bind(1, std::string_view(path.data(), path.size())).Run();
+        attached_.push_front(database);
+        Run("PRAGMA " + name + ".journal_mode=WAL");
+        Run("PRAGMA " + name + ".synchronous=FULL");
+        Run("PRAGMA " + name + ".cache_size=-8000");
+        Run("SELECT 1 FROM " + name + ".q_meta WHERE key = 'format' AND value = 1");
+    } catch (const SqlError& error) {
+        if (!attached_.empty() && attached_.front().id == database.id) attached_.pop_front();
+        sqlite3_exec(handle_, ("DETACH " + name).c_str(), nullptr, nullptr, nullptr);
+        if (error.Number() == 1222 || error.Number() == 1105) throw;
+        throw SqlError(945, {database.name});
+    }
+    return name;
+}
+
+void Store::Detach(int databaseId) {
+    const auto entry = std::find_if(attached_.begin(), attached_.end(),
+                                    [databaseId](const auto& e) { return e.id == databaseId; });
+    if (entry == attached_.end()) return;
+    ForgetStatements(SchemaName(databaseId) + ".");
+    Run("DETACH " + SchemaName(databaseId));
+    attached_.erase(entry);
+}
+
+void Store::DetachOldest() {
+    if (!InTransaction()) Detach(attached_.back().id);
+}
+
+void Store::ForgetStatements(const std::string& prefix) {
+    std::erase_if(cache_, [&prefix](const auto& entry) {
+        return entry.first.find(prefix) != std::string::npos;
+    });
+}
+
+SqliteStatement& Store::Cached(const std::string& sql) {
+    auto found = cache_.find(sql);
+    if (found == cache_.end()) found = cache_.emplace(sql, Prepare(sql)).first;
+    found->second.Reset();
+    sqlite3_clear_bindings(found->second.Handle());
+    return found->second;
+}
+
+int Store::OnProgress(void* self) {
+    auto& store = *static_cast<Store*>(self);
+    return store.stoppable_ && store.cancelled_ && store.cancelled_() ? 1 : 0;
+}
+
+int Store::OnBusy(void* self, int calls) {
+    auto& store = *static_cast<Store*>(self);
+    if (calls >= BusyCalls || (store.cancelled_ && store.cancelled_())) return 0;
+    std::this_thread::sleep_for(BusyPause);
+    return 1;
+}
+
+void Store::Raise(int result) {
+    if (error_) std::rethrow_exception(std::exchange(error_, nullptr));
+    if (cancelled_ && cancelled_()) throw Cancelled();
+    switch (result & 0xFF) {
+        case SQLITE_INTERRUPT:
+            throw Cancelled();
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            throw SqlError(1222);
+        case SQLITE_FULL:
+            throw SqlError(1105, {QString(), QString(), QStringLiteral("PRIMARY")});
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+        case SQLITE_CANTOPEN:
+        case SQLITE_IOERR:
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+            throw SqlError(945, {QString()});
+        case SQLITE_NOMEM:
+            throw std::bad_alloc();
+        case SQLITE_TOOBIG:
+            throw SqlError(8623);
+        case SQLITE_CONSTRAINT:
+            throw DuplicateKey{sqlite3_errmsg(handle_)};
+        default: {
+            // The library bounds the height and the nesting of what it reads.
+            const std::string_view text = sqlite3_errmsg(handle_);
+            for (const char* limit : {"too large", "too many", "stack overflow"}) {
+                if (text.find(limit) != std::string_view::npos) throw SqlError(8623);
+            }
+            Message message;
+            message.number = 50000;
+            message.severity = 16;
+            message.text = QString::fromUtf8(sqlite3_errmsg(handle_));
+            throw SqlError(message);
+        }
+    }
+}
+
+bool Store::InTransaction() const {
+    return sqlite3_get_autocommit(handle_) == 0;
+}
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,80 @@
+#include "localdb/engine/SystemVariables.h"
+
+#include <array>
+
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/TypeTable.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+struct Entry {
+    QStringView name;
+    SystemValue what;
+};
+
+constexpr std::array<Entry, 17> Table = {{{u"@@version", SystemValue::Version},
+                                          {u"@@spid", SystemValue::Spid},
+                                          {u"@@rowcount", SystemValue::RowCount},
+                                          {u"@@error", SystemValue::Error},
+                                          {u"@@trancount", SystemValue::TranCount},
+                                          {u"@@identity", SystemValue::Identity},
+                                          {u"@@servername", SystemValue::ServerName},
+                                          {u"@@servicename", SystemValue::ServiceName},
+                                          {u"@@language", SystemValue::Language},
+                                          {u"@@max_precision", SystemValue::MaxPrecision},
+                                          {u"@@nestlevel", SystemValue::NestLevel},
+                                          {u"@@textsize", SystemValue::TextSize},
+                                          {u"@@lock_timeout", SystemValue::LockTimeout},
+                                          {u"@@datefirst", SystemValue::DateFirst},
+                                          {u"@@options", SystemValue::Options},
+                                          {u"@@procid", SystemValue::ProcId},
+                                          {u"@@langid", SystemValue::LanguageId}}};
+
+SqlType TypeOf(SystemValue what) {
+    switch (what) {
+        case SystemValue::Version:
+            return MakeType(TypeKind::NVarChar, 300);
+        case SystemValue::ServerName:
+        case SystemValue::ServiceName:
+        case SystemValue::Language:
+        case SystemValue::DatabaseName:
+        case SystemValue::LoginName:
+        case SystemValue::UserName:
+        case SystemValue::HostName:
+        case SystemValue::AppName:
+            return SysnameType();
+        case SystemValue::Spid:
+        case SystemValue::LanguageId:
+            return MakeType(TypeKind::SmallInt);
+        case SystemValue::Identity:
+        case SystemValue::ScopeIdentity:
+            return MakeType(TypeKind::Numeric, 0, 38, 0);
+        case SystemValue::MaxPrecision:
+        case SystemValue::DateFirst:
+            return MakeType(TypeKind::TinyInt);
+        case SystemValue::Now:
+        case SystemValue::UtcNow:
+            return MakeType(TypeKind::DateTime);
+        default:
+            return IntType();
+    }
+}
+
+}  // namespace
+
+BoundPtr MakeSystemValue(SystemValue what) {
+    auto node = std::make_unique<BoundSystemValue>(what, TypeOf(what));
+    node->nullable = what == SystemValue::Identity || what == SystemValue::ScopeIdentity;
+    return node;
+}
+
+BoundPtr BindSystemVariable(const QString& name) {
+    for (const Entry& entry : Table) {
+        if (entry.name.compare(name, Qt::CaseInsensitive) == 0) return MakeSystemValue(entry.what);
+    }
+    throw SqlError(137, {name});
+}
+
+}  // namespace quarv::localdb::engine

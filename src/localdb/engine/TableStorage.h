@@ -1,0 +1,36 @@
+// TableStorage: the storage tables and indexes behind the tables of the catalogue. A table with a
+// unique clustered key without nulls is stored in that key's order.
+#pragma once
+
+#include "localdb/engine/Metadata.h"
+
+namespace quarv::localdb::engine {
+
+class TableStorage {
+  public:
+    TableStorage(Store& store, const Metadata& metadata)
+        : store_(store), prefix_(metadata.Prefix()) {}
+
+    // With all indexes that the table has. Inside the caller's transaction.
+    void Create(const TableInfo& table);
+    // Raises SqlError 1505 where a unique index meets equal rows.
+    void CreateIndex(const TableInfo& table, const IndexInfo& index);
+    void DropIndex(const TableInfo& table, const IndexInfo& index);
+    void Drop(const TableInfo& table);
+
+    // The index that the last failed insertion violated; nothing where none was.
+    static const IndexInfo* FindViolated(const TableInfo& table, const std::string& libraryError);
+    // "INSERT INTO d5.t1(c1, c2) VALUES (?1, ?2)", all columns in their order.
+    std::string InsertSql(const TableInfo& table) const;
+
+  private:
+    static bool IsStorageKey(const TableInfo& table, const IndexInfo& index);
+    static std::string KeyList(const IndexInfo& index);
+    void CreateNullGuard(const TableInfo& table, const IndexInfo& index);
+    [[noreturn]] void RaiseDuplicate(const TableInfo& table, const IndexInfo& index);
+
+    Store& store_;
+    std::string prefix_;
+};
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,35 @@
+#include "localdb/engine/TextArena.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace quarv::localdb::engine {
+
+char* TextArena::Allocate(size_t size) {
+    while (current_ < blocks_.size() && used_ + size > blocks_[current_].size) {
+        ++current_;
+        used_ = 0;
+    }
+    if (current_ == blocks_.size()) {
+        const size_t bytes = std::max(size, BlockSize);
+        blocks_.push_back({std::make_unique<char[]>(bytes), bytes});
+    }
+    char* place = blocks_[current_].bytes.get() + used_;
+    used_ += size;
+    return place;
+}
+
+std::string_view TextArena::Keep(std::string_view text) {
+    char* place = Allocate(text.size());
+    if (!text.empty()) std::memcpy(place, text.data(), text.size());
+    return {place, text.size()};
+}
+
+void TextArena::Reset() {
+    // A block for one giant text is not kept for the rows that follow.
+    std::erase_if(blocks_, [](const Block& block) { return block.size > 16 * BlockSize; });
+    current_ = 0;
+    used_ = 0;
+}
+
+}  // namespace quarv::localdb::engine

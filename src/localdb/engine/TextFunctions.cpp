@@ -1,0 +1,322 @@
+#include <algorithm>
+#include <array>
+
+#include "localdb/engine/Collation.h"
+#include "localdb/engine/Conversion.h"
+#include "localdb/engine/Functions.h"
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/TypeRules.h"
+#include "localdb/engine/Utf8.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+using Arguments = std::vector<BoundPtr>;
+using Compute = BoundCall::Compute;
+
+BoundPtr AsText(BoundPtr value) {
+    if (ClassOf(value->type) == TypeClass::Text && !value->untypedNull) return value;
+    return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::VarChar, 8000));
+}
+
+BoundPtr AsInteger(BoundPtr value) {
+    return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::BigInt));
+}
+
+BoundPtr Call(Compute compute, const SqlType& type, Arguments arguments, bool takesNull = false) {
+    auto call = std::make_unique<BoundCall>(compute, takesNull);
+    call->type = type;
+    call->nullable = std::any_of(arguments.begin(), arguments.end(),
+                                 [](const BoundPtr& argument) { return argument->nullable; });
+    call->parts = std::move(arguments);
+    return call;
+}
+
+SqlType Varying(SqlType type) {
+    if (type.kind == TypeKind::NChar) type.kind = TypeKind::NVarChar;
+    if (type.kind == TypeKind::Char) type.kind = TypeKind::VarChar;
+    return type;
+}
+
+// A function of one text that gives a text of the same type.
+template <Compute Function>
+BoundPtr BindSameText(Arguments arguments) {
+    arguments[0] = AsText(std::move(arguments[0]));
+    const SqlType type = Varying(arguments[0]->type);
+    return Call(Function, type, std::move(arguments));
+}
+
+// The text first, numbers behind it.
+template <Compute Function>
+BoundPtr BindTextAndNumbers(Arguments arguments) {
+    arguments[0] = AsText(std::move(arguments[0]));
+    for (size_t i = 1; i < arguments.size(); ++i) arguments[i] = AsInteger(std::move(arguments[i]));
+    const SqlType type = Varying(arguments[0]->type);
+    return Call(Function, type, std::move(arguments));
+}
+
+SqlValue Len(const BoundCall&, const SqlValue* a, const Evaluation&) {
+    const std::string_view text = WithoutTrailingBlanks(a[0].text);
+    return SqlValue::Integer(static_cast<int64_t>(CharacterCount(text)));
+}
+
+BoundPtr BindLen(Arguments arguments) {
+    arguments[0] = AsText(std::move(arguments[0]));
+    const bool max = arguments[0]->type.length == SqlType::Max;
+    return Call(Len, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
+}
+
+SqlValue DataLength(const BoundCall& call, const SqlValue* a, const Evaluation&) {
+    const SqlType& type = call.parts[0]->type;
+    if (ClassOf(type) != TypeClass::Text) return SqlValue::Integer(ByteLength(type));
+    const size_t units = IsUnicode(type.kind) ? Utf16Length(a[0].text) * 2 : a[0].text.size();
+    return SqlValue::Integer(static_cast<int64_t>(units));
+}
+
+BoundPtr BindDataLength(Arguments arguments) {
+    const bool max = arguments[0]->type.length == SqlType::Max;
+    return Call(DataLength, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
+}
+
+template <char32_t (*Map)(char32_t)>
+SqlValue MapCase(const BoundCall&, const SqlValue* a, const Evaluation& evaluation) {
+    const std::string_view text = a[0].text;
+    char* out = evaluation.arena->Allocate(text.size() * 4);
+    size_t size = 0;
+    for (size_t at = 0; at < text.size();)
+        size += PutCodePoint(Map(NextCodePoint(text, at)), out + size);
+    return SqlValue::Text({out, size});
+}
+
+char32_t ToUpper(char32_t code) {
+    return QChar::toUpper(code);
+}
+char32_t ToLower(char32_t code) {
+    return QChar::toLower(code);
+}
+
+std::string_view TrimLeft(std::string_view text) {
+    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+    return text;
+}
+
+SqlValue LTrim(const BoundCall&, const SqlValue* a, const Evaluation&) {
+    return SqlValue::Text(TrimLeft(a[0].text));
+}
+
+SqlValue RTrim(const BoundCall&, const SqlValue* a, const Evaluation&) {
+    return SqlValue::Text(WithoutTrailingBlanks(a[0].text));
+}
+
+SqlValue Trim(const BoundCall&, const SqlValue* a, const Evaluation&) {
+    return SqlValue::Text(TrimLeft(WithoutTrailingBlanks(a[0].text)));
+}
+
+[[noreturn]] void InvalidLength(const char16_t* function) {
+    throw SqlError(537, {QString::fromUtf16(function)});
+}
+
+SqlValue Left(const BoundCall&, const SqlValue* a, const Evaluation&) {
+    if (a[1].integer < 0) InvalidLength(u"LEFT");
+    const size_t end = BytesOfCharacters(a[0].text, static_cast<size_t>(a[1].integer));
+    return SqlValue::Text(a[0].text.substr(0, end));
+}
+
+SqlValue Right(const BoundCall&, const SqlValue* a, const Evaluation&) {
+    if (a[1].integer < 0) InvalidLength(u"RIGHT");
+    const size_t all = CharacterCount(a[0].text);
+    const auto wanted = static_cast<size_t>(a[1].integer);
+    const size_t begin = wanted >= all ? 0 : BytesOfCharacters(a[0].text, all - wanted);
+    return SqlValue::Text(a[0].text.substr(begin));
+}
+
+SqlValue Substring(const BoundCall&, const SqlValue* a, const Evaluation&) {
+    if (a[2].integer < 0) InvalidLength(u"SUBSTRING");
+    // A start before the text takes from the length.
+    const auto characters = static_cast<Int128>(CharacterCount(a[0].text));
+    const Int128 begin = std::max<Int128>(a[1].integer, 1) - 1;
+    const Int128 end = std::min(Int128{a[1].integer} - 1 + a[2].integer, characters);
+    if (end <= begin) return SqlValue::Text({});
+    const size_t first = BytesOfCharacters(a[0].text, static_cast<size_t>(begin));
+    const size_t last = BytesOfCharacters(a[0].text, static_cast<size_t>(end));
+    return SqlValue::Text(a[0].text.substr(first, last - first));
+}
+
+// The bytes at `at` that are equal to `wanted` by the collation; 0 where they are not.
+size_t MatchAt(std::string_view text, size_t at, std::string_view wanted) {
+    size_t place = at;
+    for (size_t i = 0; i < wanted.size();) {
+        if (place >= text.size()) return 0;
+        if (!Collation::SameCharacter(NextCodePoint(text, place), NextCodePoint(wanted, i)))
+            return 0;
+    }
+    return place - at;
+}
+
+SqlValue CharIndex(const BoundCall& call, const SqlValue* a, const Evaluation&) {
+    const std::string_view wanted = a[0].text, text = a[1].text;
+    const int64_t start = call.parts.size() > 2 ? std::max<int64_t>(a[2].integer, 1) : 1;
+    if (wanted.empty()) return SqlValue::Integer(0);
+    int64_t position = 1;
+    for (size_t at = 0; at < text.size(); ++position) {
+        if (position >= start && MatchAt(text, at, wanted) > 0) return SqlValue::Integer(position);
+        NextCodePoint(text, at);
+    }
+    return SqlValue::Integer(0);
+}
+
+BoundPtr BindCharIndex(Arguments arguments) {
+    arguments[0] = AsText(std::move(arguments[0]));
+    arguments[1] = AsText(std::move(arguments[1]));
+    if (arguments.size() > 2) arguments[2] = AsInteger(std::move(arguments[2]));
+    return Call(CharIndex, IntType(), std::move(arguments));
+}
+
+SqlValue Replace(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
+    const std::string_view text = a[0].text, wanted = a[1].text;
+    if (wanted.empty()) return a[0];
+    std::string result;
+    for (size_t at = 0; at < text.size();) {
+        if (const size_t found = MatchAt(text, at, wanted)) {
+            result += a[2].text;
+            at += found;
+        } else {
+            const size_t from = at;
+            NextCodePoint(text, at);
+            result += text.substr(from, at - from);
+        }
+    }
+    const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
+    return Conversion::Convert(SqlValue::Text(evaluation.arena->Keep(result)), all, call.type,
+                               Conversion::NoStyle, *evaluation.arena);
+}
+
+BoundPtr BindReplace(Arguments arguments) {
+    SqlType type;
+    for (BoundPtr& argument : arguments) argument = AsText(std::move(argument));
+    type = TypeRules::Common(TypeRules::Common(arguments[0]->type, arguments[1]->type),
+                             arguments[2]->type);
+    type = Varying(type);
+    if (type.length != SqlType::Max) type.length = IsUnicode(type.kind) ? 4000 : 8000;
+    return Call(Replace, type, std::move(arguments));
+}
+
+SqlValue Replicate(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
+    if (a[1].integer < 0) return {};
+    const bool max = call.type.length == SqlType::Max;
+    const int64_t limit = max ? 100'000'000 : 8000;
+    const auto size = static_cast<int64_t>(a[0].text.size());
+    const int64_t times = size == 0 ? 0 : std::min(a[1].integer, limit / size + 1);
+    if (max && size > 0 && a[1].integer > limit / size) throw SqlError(8623);
+    char* out = evaluation.arena->Allocate(static_cast<size_t>(times * size));
+    for (int64_t i = 0; i < times; ++i) std::copy_n(a[0].text.data(), size, out + i * size);
+    const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
+    return Conversion::Convert(SqlValue::Text({out, static_cast<size_t>(times * size)}), all,
+                               call.type, Conversion::NoStyle, *evaluation.arena);
+}
+
+BoundPtr BindReplicate(Arguments arguments) {
+    arguments[0] = AsText(std::move(arguments[0]));
+    arguments[1] = AsInteger(std::move(arguments[1]));
+    SqlType type = Varying(arguments[0]->type);
+    if (type.length != SqlType::Max) type.length = IsUnicode(type.kind) ? 4000 : 8000;
+    return Call(Replicate, type, std::move(arguments));
+}
+
+SqlValue Concat(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
+    size_t size = 0;
+    for (size_t i = 0; i < call.parts.size(); ++i) size += a[i].text.size();
+    char* out = evaluation.arena->Allocate(size);
+    char* end = out;
+    for (size_t i = 0; i < call.parts.size(); ++i)
+        end = std::copy_n(a[i].text.data(), a[i].text.size(), end);
+    const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
+    return Conversion::Convert(SqlValue::Text({out, size}), all, call.type, Conversion::NoStyle,
+                               *evaluation.arena);
+}
+
+BoundPtr BindConcat(Arguments arguments) {
+    bool unicode = false, max = false;
+    for (BoundPtr& argument : arguments) {
+        argument = AsText(std::move(argument));
+        unicode = unicode || IsUnicode(argument->type.kind);
+        max = max || argument->type.length == SqlType::Max;
+    }
+    const SqlType type =
+        MakeType(unicode ? TypeKind::NVarChar : TypeKind::VarChar, max       ? SqlType::Max
+                                                                   : unicode ? 4000
+                                                                             : 8000);
+    BoundPtr call = Call(Concat, type, std::move(arguments), true);
+    call->nullable = false;
+    return call;
+}
+
+SqlValue Character(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
+    const bool unicode = IsUnicode(call.type.kind);
+    if (a[0].integer < 0 || a[0].integer > (unicode ? 0x10FFFF : 127)) return {};
+    char* out = evaluation.arena->Allocate(4);
+    return SqlValue::Text({out, PutCodePoint(static_cast<char32_t>(a[0].integer), out)});
+}
+
+template <TypeKind Kind>
+BoundPtr BindCharacter(Arguments arguments) {
+    arguments[0] = AsInteger(std::move(arguments[0]));
+    BoundPtr call =
+        Call(Character, MakeType(Kind, Kind == TypeKind::NChar ? 2 : 1), std::move(arguments));
+    call->nullable = true;
+    return call;
+}
+
+SqlValue Unicode(const BoundCall&, const SqlValue* a, const Evaluation&) {
+    size_t at = 0;
+    if (a[0].text.empty()) return {};
+    return SqlValue::Integer(NextCodePoint(a[0].text, at));
+}
+
+BoundPtr BindUnicode(Arguments arguments) {
+    arguments[0] = AsText(std::move(arguments[0]));
+    return Call(Unicode, IntType(), std::move(arguments));
+}
+
+SqlValue Space(const BoundCall&, const SqlValue* a, const Evaluation& evaluation) {
+    if (a[0].integer < 0) return {};
+    const auto size = static_cast<size_t>(std::min<int64_t>(a[0].integer, 8000));
+    char* out = evaluation.arena->Allocate(size);
+    std::fill_n(out, size, ' ');
+    return SqlValue::Text({out, size});
+}
+
+BoundPtr BindSpace(Arguments arguments) {
+    arguments[0] = AsInteger(std::move(arguments[0]));
+    return Call(Space, MakeType(TypeKind::VarChar, 8000), std::move(arguments));
+}
+
+}  // namespace
+
+std::span<const FunctionEntry> TextFunctions() {
+    static constexpr std::array<FunctionEntry, 19> Table = {{
+        {u"len", 1, 1, BindLen},
+        {u"datalength", 1, 1, BindDataLength},
+        {u"upper", 1, 1, BindSameText<MapCase<ToUpper>>},
+        {u"lower", 1, 1, BindSameText<MapCase<ToLower>>},
+        {u"ltrim", 1, 1, BindSameText<LTrim>},
+        {u"rtrim", 1, 1, BindSameText<RTrim>},
+        {u"trim", 1, 1, BindSameText<Trim>},
+        {u"left", 2, 2, BindTextAndNumbers<Left>},
+        {u"right", 2, 2, BindTextAndNumbers<Right>},
+        {u"substring", 3, 3, BindTextAndNumbers<Substring>},
+        {u"charindex", 2, 3, BindCharIndex},
+        {u"replace", 3, 3, BindReplace},
+        {u"replicate", 2, 2, BindReplicate},
+        {u"concat", 2, BoundCall::MaxArguments, BindConcat},
+        {u"char", 1, 1, BindCharacter<TypeKind::Char>},
+        {u"nchar", 1, 1, BindCharacter<TypeKind::NChar>},
+        {u"unicode", 1, 1, BindUnicode},
+        {u"ascii", 1, 1, BindUnicode},
+        {u"space", 1, 1, BindSpace},
+    }};
+    return Table;
+}
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,78 @@
+// Transactions: the transaction of one session over its store. A transaction that the client began
+// takes no lock before its first change, so what it reads until then is what others have committed;
+// from its first change on it holds the database's write lock.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "localdb/engine/ResultSink.h"
+#include "localdb/engine/Store.h"
+
+namespace quarv::localdb::engine {
+
+class Transactions {
+  public:
+    explicit Transactions(Store& store) : store_(store) {}
+
+    int Count() const { return count_; }
+
+    void Begin(ResultSink& sink);
+    // Raises SqlError 3902 where none is open. Only the outermost commit commits.
+    void Commit(ResultSink& sink);
+    // Rolls everything back; with a name back to that savepoint. Raises SqlError 3903 or 6401.
+    void Rollback(const QString& name, ResultSink& sink);
+    void Save(const QString& name);
+    // Rolls back without a word where a session ends or is reset.
+    void Abandon();
+
+    // One statement that reads: it sees one state of the database from its begin to its end.
+    class Reading;
+    // One statement that changes `prefix`'s database ("d5."): undone as a whole unless Commit was
+    // called. Raises SqlError 1222 where another session holds the lock for too long.
+    class Writing;
+
+    // What is open was lost because a change failed hard (a full disk): the client hears of it.
+    void CheckLost(ResultSink& sink);
+
+  private:
+    void End(bool committed, ResultSink& sink);
+
+    Store& store_;
+    int count_ = 0;
+    uint64_t id_ = 0;
+    bool changed_ = false;  // the storage's transaction was begun
+    std::vector<QString> savepoints_;
+};
+
+class Transactions::Reading {
+  public:
+    explicit Reading(Transactions& transactions);
+    ~Reading();
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+  private:
+    Store& store_;
+    bool own_;
+};
+
+class Transactions::Writing {
+  public:
+    Writing(Transactions& transactions, const std::string& prefix);
+    ~Writing();
+    Writing(const Writing&) = delete;
+    Writing& operator=(const Writing&) = delete;
+    void Commit();
+
+  private:
+    void Undo();
+
+    Transactions& transactions_;
+    Store& store_;
+    bool own_;
+    bool done_ = false;
+};
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,139 @@
+#include "localdb/engine/TypeTable.h"
+
+#include <array>
+
+#include "localdb/engine/SqlError.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+using K = TypeKind;
+using C = TypeClass;
+
+constexpr std::array<TypeFacts, 29> Table = {{
+    {K::Bit, u"bit", 104, 21, C::Integer, 1, 1, 0},
+    {K::TinyInt, u"tinyint", 48, 20, C::Integer, 1, 3, 0},
+    {K::SmallInt, u"smallint", 52, 19, C::Integer, 2, 5, 0},
+    {K::Int, u"int", 56, 18, C::Integer, 4, 10, 0},
+    {K::BigInt, u"bigint", 127, 17, C::Integer, 8, 19, 0},
+    {K::Real, u"real", 59, 13, C::Real, 4, 24, 0},
+    {K::Float, u"float", 62, 12, C::Real, 8, 53, 0},
+    {K::SmallMoney, u"smallmoney", 122, 16, C::Money, 4, 10, 4},
+    {K::Money, u"money", 60, 15, C::Money, 8, 19, 4},
+    {K::Decimal, u"decimal", 106, 14, C::Decimal, 0, 0, 0},
+    {K::Numeric, u"numeric", 108, 14, C::Decimal, 0, 0, 0},
+    {K::Char, u"char", 175, 30, C::Text, 0, 0, 0},
+    {K::VarChar, u"varchar", 167, 29, C::Text, 0, 0, 0},
+    {K::NChar, u"nchar", 239, 28, C::Text, 0, 0, 0},
+    {K::NVarChar, u"nvarchar", 231, 27, C::Text, 0, 0, 0},
+    {K::Text, u"text", 35, 23, C::Other, 16, 0, 0},
+    {K::NText, u"ntext", 99, 22, C::Other, 16, 0, 0},
+    {K::Binary, u"binary", 173, 32, C::Other, 0, 0, 0},
+    {K::VarBinary, u"varbinary", 165, 31, C::Other, 0, 0, 0},
+    {K::Image, u"image", 34, 24, C::Other, 16, 0, 0},
+    {K::Date, u"date", 40, 10, C::Moment, 3, 10, 0},
+    {K::Time, u"time", 41, 11, C::Other, 5, 0, 0},
+    {K::SmallDateTime, u"smalldatetime", 58, 9, C::Moment, 4, 16, 0},
+    {K::DateTime, u"datetime", 61, 8, C::Moment, 8, 23, 3},
+    {K::DateTime2, u"datetime2", 42, 7, C::Other, 8, 0, 0},
+    {K::DateTimeOffset, u"datetimeoffset", 43, 6, C::Other, 10, 0, 0},
+    {K::UniqueIdentifier, u"uniqueidentifier", 36, 26, C::Other, 16, 0, 0},
+    {K::RowVersion, u"timestamp", 189, 25, C::Other, 8, 0, 0},
+    {K::Xml, u"xml", 241, 5, C::Other, 0, 0, 0},
+}};
+
+constexpr bool InOrder() {
+    for (size_t i = 0; i < Table.size(); ++i) {
+        if (static_cast<size_t>(Table[i].kind) != i) return false;
+    }
+    return true;
+}
+static_assert(InOrder());
+
+struct Synonym {
+    QStringView name;
+    TypeKind kind;
+};
+
+// "Data type synonyms (Transact-SQL)".
+constexpr std::array<Synonym, 4> Synonyms = {{{u"integer", K::Int},
+                                              {u"dec", K::Decimal},
+                                              {u"rowversion", K::RowVersion},
+                                              {u"sysname", K::NVarChar}}};
+
+}  // namespace
+
+const TypeFacts& FactsOf(TypeKind kind) {
+    return Table[static_cast<size_t>(kind)];
+}
+
+std::optional<TypeKind> FindTypeKind(const QString& name) {
+    for (const TypeFacts& facts : Table) {
+        if (name.compare(QStringView(facts.name), Qt::CaseInsensitive) == 0) return facts.kind;
+    }
+    for (const Synonym& synonym : Synonyms) {
+        if (synonym.name.compare(name, Qt::CaseInsensitive) == 0) return synonym.kind;
+    }
+    return std::nullopt;
+}
+
+int64_t PackType(const SqlType& type) {
+    return int64_t{FactsOf(type.kind).number} | int64_t{type.precision} << 8 |
+           int64_t{type.scale} << 16 | (int64_t{type.length} + 1) << 24;
+}
+
+SqlType UnpackType(int64_t packed) {
+    for (const TypeFacts& facts : Table) {
+        if (facts.number == (packed & 0xFF)) {
+            return {facts.kind, static_cast<int32_t>((packed >> 24) - 1),
+                    static_cast<uint8_t>(packed >> 8), static_cast<uint8_t>(packed >> 16)};
+        }
+    }
+    throw SqlError(945, {QString()});
+}
+
+bool IsUnicode(TypeKind kind) {
+    return kind == K::NChar || kind == K::NVarChar;
+}
+
+bool IsFixedLength(TypeKind kind) {
+    return kind == K::NChar || kind == K::Char;
+}
+
+bool IsNumber(const SqlType& type) {
+    return ClassOf(type) <= C::Real;
+}
+
+int ByteLength(const SqlType& type) {
+    if (ClassOf(type) == C::Decimal) {
+        return type.precision <= 9 ? 5 : type.precision <= 19 ? 9 : type.precision <= 28 ? 13 : 17;
+    }
+    if (ClassOf(type) != C::Text) return FactsOf(type.kind).bytes;
+    if (type.length == SqlType::Max) return -1;
+    return IsUnicode(type.kind) ? type.length * 2 : type.length;
+}
+
+int PrecisionOf(const SqlType& type) {
+    return ClassOf(type) == C::Decimal ? type.precision : FactsOf(type.kind).precision;
+}
+
+int ScaleOf(const SqlType& type) {
+    return ClassOf(type) == C::Decimal ? type.scale : FactsOf(type.kind).scale;
+}
+
+SqlType MakeType(TypeKind kind, int length, int precision, int scale) {
+    return {kind, length, static_cast<uint8_t>(precision), static_cast<uint8_t>(scale)};
+}
+
+SqlType IntType() {
+    return MakeType(K::Int);
+}
+SqlType BitType() {
+    return MakeType(K::Bit);
+}
+SqlType SysnameType() {
+    return MakeType(K::NVarChar, 128);
+}
+
+}  // namespace quarv::localdb::engine
