@@ -50,6 +50,7 @@ class ResultSink {
     // Ends a statement. `rowCount` is -1 where the statement counts nothing (DDL, SET NOCOUNT ON).
     virtual void StatementDone(StatementKind kind, int64_t rowCount, bool failed) = 0;
     virtual void Say(const Message& message) = 0;
+    // The sink tells the client, with message 5701 where its protocol wants it.
     virtual void DatabaseChanged(const QString& now, const QString& before) = 0;
 
     // What follows up to the matching ReturnStatus comes from inside a procedure; calls nest.

@@ -241,10 +241,8 @@ void StatementRunner::RunUse(const tsql::Statement& statement) {
     SessionState& session = frame_.Session();
     const QString before = session.database.name;
     session.ChangeDatabase(node.database);
+    // The sink says so to the client (message 5701).
     sink_.DatabaseChanged(session.database.name, before);
-    Message message = SqlError(5701, {session.database.name}, statement.line).What();
-    message.procedure = frame_.Procedure();
-    sink_.Say(message);
     Done();
 }
 
