@@ -6,6 +6,8 @@ from .processes import Process
 from .waiting import wait_until
 from .widgets import Widget, application, seen
 
+TITLE_BAR = 20  # pixels
+
 
 class Program:
     """A program with windows, started in a home on a desktop. The log is what it wrote."""
@@ -88,13 +90,13 @@ class Program:
             text = wait_until("the text of the message box", lambda: _message_text(box))
             raise AssertionError(f'instead of {wanted} the box "{box.name()}" says: {text}')
 
-    def photograph(self, widget, path):
-        """Writes a PNG of the widget, with what the window manager draws around a window."""
-        x, y, width, height = widget.extents()
-        frame = 24 if widget.role() in ("frame", "dialog", "filler", "alert") else 0
-        left, top = max(0, x - 2), max(0, y - frame)
+    def photograph(self, window, path):
+        """Writes a PNG of a window, with the title bar that the window manager draws above it."""
+        wait_until(f'the window "{window.name()}" to be in front', lambda: seen(window.active))
+        x, y, width, height = window.extents()
+        top = max(0, y - TITLE_BAR)
         os.makedirs(os.path.dirname(path), exist_ok=True)
-        self.desktop.screenshot(path, (left, top, width + x - left + 2, height + y - top + 2))
+        self.desktop.screenshot(path, (x, top, width, height + y - top))
 
     def end(self):
         self.process.end()
