@@ -1,32 +1,43 @@
 // OpenDatabaseBench: from DoView to the painted window on 10,000 tables and 5,000 procedures,
 // against a bare ODBC connection, the two catalogue calls with every row fetched, and an empty
-// window. The server is ours, started by hand on a folder of its own; its time is in both elapsed
-// times and in neither CPU time.
+// window. As in the program, each opening is the only one of its process and comes after its
+// dialog was shown. The server is ours, started by hand on a folder of its own; its time is in both
+// elapsed times and in neither CPU time.
 #include <sql.h>
 #include <sqlext.h>
 
 #include <QApplication>
 #include <QPaintEvent>
+#include <QProcess>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QWidget>
+#include <array>
 #include <cstdlib>
 #include <functional>
+#include <memory>
+#include <vector>
 
 #include "BenchServer.h"
 #include "Ratio.h"
 #include "app/DatabaseView.h"
-#include "base/Error.h"
+#include "db/Registry.h"
+#include "db/SQLServerConnectionDetails.h"
 #include "platform/ado/odbc/OdbcConnectionFactory.h"
 #include "platform/forms/Application.h"
 
 namespace {
 
 using quarv::bench::BenchServer;
+using quarv::bench::Cost;
+using quarv::bench::Measure;
+using quarv::bench::Median;
+
+const QString BareWord = QStringLiteral("--open-bare");
+const QString OurWord = QStringLiteral("--open-ours");
 
 constexpr int Tables = 10000;
 constexpr int Procedures = 5000;
-constexpr int Rounds = 7;
+constexpr int Rounds = 15;
 constexpr double Limit = 1.3;
 
 // Runs the event loop until the window has been painted.
@@ -47,11 +58,19 @@ class PaintWatch : public QObject {
     bool painted_ = false;
 };
 
-void Check(SQLRETURN code, const char* what) {
-    if (SQL_SUCCEEDED(code)) return;
-    std::fprintf(stderr, "OpenDatabaseBench: %s failed\n", what);
+[[noreturn]] void Fail(const char* what) {
+    std::fprintf(stderr, "OpenDatabaseBench: %s\n", what);
     std::exit(2);
 }
+
+void Check(SQLRETURN code, const char* what) {
+    if (!SQL_SUCCEEDED(code)) Fail(what);
+}
+
+struct Cell {
+    std::array<SQLWCHAR, 256> text;
+    SQLLEN length;
+};
 
 // One bare ODBC connection.
 class BareConnection {
@@ -83,14 +102,20 @@ class BareConnection {
         });
     }
 
-    // Fetches every row of a catalogue call, its name column bound; the number of rows.
+    // Fetches every row of a catalogue call, all its columns bound; the number of rows.
     int Count(const std::function<SQLRETURN(SQLHSTMT)>& catalogueCall) {
         int rows = 0;
         WithStatement([&](SQLHSTMT statement) {
             Check(catalogueCall(statement), "the catalogue call");
-            SQLWCHAR name[129];
-            SQLLEN length = 0;
-            Check(SQLBindCol(statement, 3, SQL_C_WCHAR, name, sizeof name, &length), "SQLBindCol");
+            SQLSMALLINT columns = 0;
+            Check(SQLNumResultCols(statement, &columns), "SQLNumResultCols");
+            std::vector<Cell> cells(static_cast<std::size_t>(columns));
+            for (SQLSMALLINT i = 0; i < columns; ++i) {
+                Cell& cell = cells[static_cast<std::size_t>(i)];
+                Check(SQLBindCol(statement, static_cast<SQLUSMALLINT>(i + 1), SQL_C_WCHAR,
+                                 cell.text.data(), sizeof cell.text, &cell.length),
+                      "SQLBindCol");
+            }
             while (SQL_SUCCEEDED(SQLFetch(statement))) ++rows;
         });
         return rows;
@@ -108,20 +133,20 @@ class BareConnection {
     SQLHDBC connection_ = nullptr;
 };
 
-QByteArray BareString(const BenchServer& server) {
-    return "Driver={FreeTDS};Server=127.0.0.1;Port=" + QByteArray::number(server.Port()) +
+QByteArray BareString(int port) {
+    return "Driver={FreeTDS};Server=127.0.0.1;Port=" + QByteArray::number(port) +
            ";UID=bench;PWD=bench;Database=mirel;TDS_Version=7.4;ClientCharset=UTF-8;";
 }
 
-QString OurString(const BenchServer& server) {
+QString OurString(int port) {
     return QStringLiteral(
                "Provider=sqloledb;Data Source=127.0.0.1,%1;Initial Catalog=mirel;"
                "User Id=bench;Password=bench;")
-        .arg(server.Port());
+        .arg(port);
 }
 
-void Fill(const BenchServer& server) {
-    BareConnection connection(BareString(server));
+void Fill(int port) {
+    BareConnection connection(BareString(port));
     for (int i = 0; i < Tables;) {
         QByteArray batch;
         for (int end = i + 200; i < end; ++i)
@@ -133,43 +158,89 @@ void Fill(const BenchServer& server) {
                            " as select 1");
 }
 
-void OpenBare(const BenchServer& server) {
-    {
-        BareConnection connection(BareString(server));
-        const int tables = connection.Count([](SQLHSTMT s) {
+// Leaves the process as it is when the program opens a database: after its dialog was on screen.
+void ShowDialog() {
+    class NoWindow : public quarv::MainWindow {
+        void DoView(const QString&) override {}
+    };
+    const QTemporaryDir home;
+    const QByteArray root = home.path().toUtf8();
+    quarv::registry::Hives hives(
+        {.user = root + "/user", .machine = root + "/machine", .overlay = root + "/overlay"});
+    quarv::Registry registry(hives);
+    NoWindow none;
+    quarv::SQLServerConnectionDetails dialog(none, quarv::ado::odbc::OdbcConnectionFactory(),
+                                             registry);
+    dialog.Show();
+    PaintWatch::Wait(dialog);
+}
+
+Cost OpenBare(int port) {
+    std::unique_ptr<BareConnection> connection;
+    std::unique_ptr<QWidget> window;
+    return Measure([&] {
+        connection = std::make_unique<BareConnection>(BareString(port));
+        const int tables = connection->Count([](SQLHSTMT s) {
             return SQLTables(s, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0);
         });
-        const int procedures = connection.Count(
+        const int procedures = connection->Count(
             [](SQLHSTMT s) { return SQLProcedures(s, nullptr, 0, nullptr, 0, nullptr, 0); });
-        if (tables < Tables || procedures < Procedures) {
-            std::fprintf(stderr, "OpenDatabaseBench: the server lists too little\n");
-            std::exit(2);
-        }
-    }
-    QWidget window;
-    window.resize(1280, 800);
-    window.show();
-    PaintWatch::Wait(window);
+        if (tables < Tables || procedures < Procedures) Fail("the server lists too little");
+        window = std::make_unique<QWidget>();
+        window->resize(1280, 800);
+        window->show();
+        PaintWatch::Wait(*window);
+    });
 }
 
-void OpenOurs(const BenchServer& server) {
-    quarv::DatabaseView window(quarv::ado::odbc::OdbcConnectionFactory());
-    window.DoView(OurString(server));
-    PaintWatch::Wait(window);
+Cost OpenOurs(int port) {
+    std::unique_ptr<quarv::DatabaseView> window;
+    return Measure([&] {
+        window = std::make_unique<quarv::DatabaseView>(quarv::ado::odbc::OdbcConnectionFactory());
+        window->DoView(OurString(port));
+        PaintWatch::Wait(*window);
+    });
 }
 
-int Run() {
+// In the process that opens: prints what it cost.
+int Open(Cost (*open)(int), int port) {
+    ShowDialog();
+    const Cost cost = open(port);
+    std::printf("%.6f %.6f\n", cost.cpu, cost.elapsed);
+    return 0;
+}
+
+// A process that opens once, by the word for it.
+Cost OpenInProcess(const QString& word, int port) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(QCoreApplication::applicationFilePath(), {word, QString::number(port)});
+    if (!process.waitForFinished(120000) || process.exitCode() != 0) Fail("an opening failed");
+    const QList<QByteArray> words = process.readAllStandardOutput().trimmed().split(' ');
+    if (words.size() != 2) Fail("an opening said nothing");
+    return {words[0].toDouble(), words[1].toDouble()};
+}
+
+int Compare() {
     const BenchServer server;
-    Fill(server);
-    OpenBare(server);
-    OpenOurs(server);
-    std::vector<quarv::bench::Cost> ours;
-    std::vector<quarv::bench::Cost> bare;
+    Fill(server.Port());
+    OpenInProcess(BareWord, server.Port());
+    OpenInProcess(OurWord, server.Port());
+    std::vector<Cost> ours;
+    std::vector<Cost> bare;
     for (int i = 0; i < Rounds; ++i) {
-        bare.push_back(quarv::bench::Measure([&server] { OpenBare(server); }));
-        ours.push_back(quarv::bench::Measure([&server] { OpenOurs(server); }));
+        bare.push_back(OpenInProcess(BareWord, server.Port()));
+        ours.push_back(OpenInProcess(OurWord, server.Port()));
     }
     return Report("open_database", Median(ours), Median(bare), Limit) ? 0 : 1;
+}
+
+int Run(const QStringList& arguments) {
+    if (arguments.size() == 3 && arguments[1] == BareWord)
+        return Open(OpenBare, arguments[2].toInt());
+    if (arguments.size() == 3 && arguments[1] == OurWord)
+        return Open(OpenOurs, arguments[2].toInt());
+    return Compare();
 }
 
 }  // namespace
@@ -178,9 +249,8 @@ int main(int argc, char** argv) {
     quarv::forms::Application application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     try {
-        return Run();
+        return Run(QCoreApplication::arguments());
     } catch (const std::exception& e) {
-        std::fprintf(stderr, "OpenDatabaseBench: %s\n", e.what());
-        return 2;
+        Fail(e.what());
     }
 }

@@ -1,5 +1,7 @@
 #include "app/Catalogue.h"
 
+#include <QStringBuilder>
+
 #include "base/RUtils.h"
 #include "db/SQLServerConnection.h"
 
@@ -12,15 +14,19 @@ const QString RoutinesKey = QStringLiteral("Routines");
 const QString TablePrefix = QStringLiteral("_tbl_");
 const QString ProcedurePrefix = QStringLiteral("_sp_");
 
+// The text of a field; most are texts already, which spares the conversion's locale.
+QString TextOf(const Value& value) {
+    return value.kind() == Value::Kind::Text ? value.Text() : value.ToText();
+}
+
 bool IsSystemTable(const Value& type) {
-    return !type.IsNull() && SameText(type.ToText(), QStringLiteral("SYSTEM TABLE"));
+    return !type.IsNull() && SameText(TextOf(type), QStringLiteral("SYSTEM TABLE"));
 }
 
 // The provider puts a version behind a procedure's name, as in "MyProc;1".
-QString WithoutVersion(QString name) {
+QString WithoutVersion(const QString& name) {
     const auto at = name.indexOf(u';');
-    if (at >= 0) name.truncate(at);
-    return name;
+    return at < 0 ? name : name.left(at);
 }
 
 }  // namespace
@@ -39,8 +45,8 @@ void ReadTables(SQLServerConnection& connection, const AddCatalogueNode& add) {
     const ado::Field& name = tables->Fields()[QStringLiteral("table_name")];
     for (; !tables->EOF(); tables->MoveNext()) {
         if (IsSystemTable(type.Value())) continue;
-        const QString text = name.Value().ToText();
-        add(TablesKey, TablePrefix + text, text, TableIcon);
+        const QString text = TextOf(name.Value());
+        add(TablesKey, TablePrefix % text, text, TableIcon);
     }
 }
 
@@ -48,8 +54,8 @@ void ReadProcedures(SQLServerConnection& connection, const AddCatalogueNode& add
     const ado::RecordsetPtr procedures = connection.GetSprocList();
     const ado::Field& name = procedures->Fields()[QStringLiteral("PROCEDURE_NAME")];
     for (; !procedures->EOF(); procedures->MoveNext()) {
-        const QString text = WithoutVersion(name.Value().ToText());
-        add(RoutinesKey, ProcedurePrefix + text, text, ProcedureIcon);
+        const QString text = WithoutVersion(TextOf(name.Value()));
+        add(RoutinesKey, ProcedurePrefix % text, text, ProcedureIcon);
     }
 }
 

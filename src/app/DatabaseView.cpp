@@ -31,10 +31,10 @@ void DatabaseView::MakeControls() {
     DBObjectList->SetSpokenName(QStringLiteral("Database objects"));
     SetWidth(forms::ToTwips(1280));
     SetHeight(forms::ToTwips(800));
-    PlaceInPixels(*DBObjectList, 12, 12, 360, 776);
-    PlaceInPixels(*TableFrame, 384, 12, 884, 776);
+    PlaceInPixels(*DBObjectList, 12, 12, 440, 776);
+    PlaceInPixels(*TableFrame, 464, 12, 804, 776);
     TableFrame->SetBorderStyle(0);
-    PlaceInPixels(*TableFieldViewer, 0, 0, 884, 776);
+    PlaceInPixels(*TableFieldViewer, 0, 0, 804, 776);
 }
 
 void DatabaseView::DoView(const QString& ConnStr) {

@@ -9,7 +9,8 @@ bool TextStartsWith(QStringView s, QStringView prefix) {
 }
 
 bool SameText(QStringView a, QStringView b) {
-    return a.compare(b, Qt::CaseInsensitive) == 0;
+    // Folding keeps the number of units.
+    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 void AddToCommaList(QString& list, const QString& item) {

@@ -21,7 +21,8 @@ ClientSession::ClientSession(Socket socket, std::span<const std::byte> early, td
       login_(std::move(login)),
       settings_(settings),
       engine_(engine),
-      log_(log) {}
+      log_(log),
+      prepared_(settings.serverName) {}
 
 ClientSession::~ClientSession() = default;
 
@@ -148,17 +149,22 @@ void ClientSession::RunCalls(const tds::Message& message) {
             if (arguments[i][p].output) outputs.push_back(static_cast<uint16_t>(p));
         }
         ReplySink sink = NewSink(ReplySink::Form::Call, std::move(outputs));
-        const QString name =
-            call.procedureId != 0 ? tds::ProcedureNameOf(call.procedureId) : call.name;
-        try {
-            session_->RunProcedure(name, arguments[i], sink);
-        } catch (const std::bad_alloc&) {
-            sink.Tell(MakeMessage(message::OutOfMemory, {}, settings_.serverName));
-            sink.StatementDone(engine::StatementKind::Other, -1, true);
-        }
+        RunCall(call, arguments[i], sink);
         const bool last = i + 1 == request.calls.size() || stream_.StopWanted();
         sink.Finish(!last);
         if (last) break;
+    }
+}
+
+void ClientSession::RunCall(const tds::RpcCall& call,
+                            const std::vector<engine::Argument>& arguments, ReplySink& sink) {
+    const QString name = call.procedureId != 0 ? tds::ProcedureNameOf(call.procedureId) : call.name;
+    try {
+        if (prepared_.Run(name, arguments, *session_, sink)) return;
+        session_->RunProcedure(name, arguments, sink);
+    } catch (const std::bad_alloc&) {
+        sink.Tell(MakeMessage(message::OutOfMemory, {}, settings_.serverName));
+        sink.StatementDone(engine::StatementKind::Other, -1, true);
     }
 }
 
@@ -182,6 +188,7 @@ void ClientSession::RunTransactionRequest(const tds::Message& message, ReplySink
 void ClientSession::ResetWhereAsked(const tds::Message& message) {
     if ((message.status & tds::packet_status::ResetConnection) == 0) return;
     session_->Reset(login_.database);
+    prepared_.Clear();
     inTransaction_ = false;
     tds::EnvChange::OfBytes(tds::EnvChange::Kind::ResetAcknowledged, {}, {})
         .Encode(stream_.Writer());

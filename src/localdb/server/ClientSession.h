@@ -7,9 +7,11 @@
 #include "localdb/engine/Server.h"
 #include "localdb/server/ClientStream.h"
 #include "localdb/server/Log.h"
+#include "localdb/server/PreparedCalls.h"
 #include "localdb/server/ReplySink.h"
 #include "localdb/server/Settings.h"
 #include "localdb/tds/Login7.h"
+#include "localdb/tds/RpcRequest.h"
 
 namespace quarv::localdb::server {
 
@@ -33,6 +35,8 @@ class ClientSession {
     void Dispatch(const tds::Message& message, ReplySink& sink);
     void RunBatch(const tds::Message& message, ReplySink& sink);
     void RunCalls(const tds::Message& message);
+    void RunCall(const tds::RpcCall& call, const std::vector<engine::Argument>& arguments,
+                 ReplySink& sink);
     void RunTransactionRequest(const tds::Message& message, ReplySink& sink);
     void ResetWhereAsked(const tds::Message& message);
     void RefuseRequest(int number, const QString& what);
@@ -45,6 +49,7 @@ class ClientSession {
     engine::Server& engine_;
     Log& log_;
     std::unique_ptr<engine::Session> session_;
+    PreparedCalls prepared_;
     bool inTransaction_ = false;
 };
 

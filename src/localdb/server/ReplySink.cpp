@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "localdb/server/ServerMessages.h"
 #include "localdb/server/TypeMapping.h"
 #include "localdb/tds/EnvChange.h"
 #include "localdb/tds/ReturnStatus.h"
@@ -112,7 +111,6 @@ void ReplySink::Tell(const tds::ServerMessage& message) {
 
 void ReplySink::DatabaseChanged(const QString& now, const QString& before) {
     EnvChange::OfText(EnvChange::Kind::Database, now, before).Encode(Next());
-    Tell(MakeMessage(message::DatabaseChanged, {now}, serverName_));
 }
 
 void ReplySink::ProcedureBegins() {
@@ -122,7 +120,15 @@ void ReplySink::ProcedureBegins() {
 void ReplySink::ReturnStatus(int status) {
     depth_ = std::max(0, depth_ - 1);
     // A procedure called by another one returns to that one; the client sees the outermost only.
-    if (depth_ == 0) tds::ReturnStatus{status}.Encode(Next());
+    if (depth_ > 0) return;
+    tds::ReturnStatus{status}.Encode(Next());
+    if (!handle_) return;
+    engine::SqlType type;
+    type.kind = engine::TypeKind::Int;
+    engine::Datum value;
+    value.null = false;
+    value.integer = *std::exchange(handle_, std::nullopt);
+    ReturnValue({}, type, value);
 }
 
 void ReplySink::ReturnValue(const QString& name, const engine::SqlType& type,

@@ -113,6 +113,19 @@ constexpr std::array<FixedKind, 11> FixedKinds{{
     {TypeCode::DateTime, TypeKind::DateTime},
 }};
 
+// Clients send long parameters as the long types of old; as parameters these say nothing that
+// their (max) successors do not.
+struct Successor {
+    TypeKind old;
+    TypeKind now;
+};
+
+constexpr std::array<Successor, 3> Successors{{
+    {TypeKind::Text, TypeKind::VarChar},
+    {TypeKind::NText, TypeKind::NVarChar},
+    {TypeKind::Image, TypeKind::VarBinary},
+}};
+
 TypeKind KindOf(const tds::TypeInfo& type) {
     if (type.code == TypeCode::IntN || type.code == TypeCode::FloatN ||
         type.code == TypeCode::MoneyN || type.code == TypeCode::DateTimeN) {
@@ -156,6 +169,12 @@ tds::ColumnInfo WireColumnOf(const engine::Column& column) {
 SqlType EngineTypeOf(const tds::TypeInfo& type) {
     SqlType result;
     result.kind = KindOf(type);
+    for (const Successor& successor : Successors) {
+        if (successor.old != result.kind) continue;
+        result.kind = successor.now;
+        result.length = SqlType::Max;
+        return result;
+    }
     result.precision = type.precision;
     result.scale = type.scale;
     const SizeFrom from = MappingOf(result.kind).from;

@@ -11,8 +11,8 @@ tds::TypeInfo WireTypeOf(const engine::SqlType& type);
 
 tds::ColumnInfo WireColumnOf(const engine::Column& column);
 
-// The type of a parameter that came over the wire. Raises ProtocolError ParameterType for a type
-// that the engine has none for.
+// The type of a parameter that came over the wire; (n)text and image become (max) types. Raises
+// ProtocolError ParameterType for a type that the engine has none for.
 engine::SqlType EngineTypeOf(const tds::TypeInfo& type);
 
 }  // namespace quarv::localdb::server

@@ -1,6 +1,7 @@
 #include "platform/drawing/Fonts.h"
 
 #include <QFontDatabase>
+#include <QHash>
 
 namespace quarv::drawing {
 
@@ -18,7 +19,7 @@ constexpr Substitute Substitutes[] = {
     {u"Courier New", u"Liberation Mono", QFontDatabase::FixedFont},
 };
 
-QString FamilyFor(const QString& name) {
+QString FindFamily(const QString& name) {
     if (QFontDatabase::hasFamily(name)) return name;
     for (const Substitute& substitute : Substitutes) {
         if (name.compare(QString::fromUtf16(substitute.name), Qt::CaseInsensitive) != 0) continue;
@@ -27,6 +28,14 @@ QString FamilyFor(const QString& name) {
         return QFontDatabase::systemFont(substitute.generic).family();
     }
     return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+}
+
+// Looking a family up asks the desktop's font configuration, which takes long; the answers stay.
+QString FamilyFor(const QString& name) {
+    static QHash<QString, QString> known;
+    QString& family = known[name];
+    if (family.isEmpty()) family = FindFamily(name);
+    return family;
 }
 
 }  // namespace

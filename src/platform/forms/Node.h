@@ -14,7 +14,7 @@ class Node {
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
 
-    const QString& Key() const { return key_; }
+    QString Key() const { return prefix_ + rest_; }
     const QString& Text() const { return text_; }
     void SetText(const QString& text);
     // The 1-based number in the tree's image list; 0 for no picture.
@@ -35,7 +35,10 @@ class Node {
 
     NodeModel* model_ = nullptr;
     Node* parent_ = nullptr;
-    QString key_;
+    // The key in two parts: where it ends in the text, as most keys do, `rest_` is the text and
+    // `prefix_` is shared with the node before, so that thousands of keys need no memory.
+    QString prefix_;
+    QString rest_;
     QString text_;
     std::vector<Node*> children_;
     int image_ = 0;

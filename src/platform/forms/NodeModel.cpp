@@ -5,6 +5,13 @@
 
 namespace quarv::forms {
 
+namespace {
+
+// Nodes are made in blocks: fewer trips to the heap, and neighbours in the tree lie side by side.
+constexpr int BlockSize = 128;
+
+}  // namespace
+
 void Node::SetText(const QString& text) {
     text_ = text;
     model_->TextChanged(*this);
@@ -29,27 +36,46 @@ Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QStri
     Node* parent = ParentFor(relativeKey);
     if (parent == nullptr) throw RuntimeError(RuntimeError::ElementNotFound, relativeKey);
     if (image < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
-    Node** slot = key.isEmpty() ? nullptr : &keys_[FoldKey(key)];
-    if (slot != nullptr && *slot != nullptr) throw RuntimeError(RuntimeError::KeyNotUnique, key);
-    nodes_.push_back(std::unique_ptr<Node>(new Node));
-    Node& node = *nodes_.back();
+    Node& node = NextNode();
     node.model_ = this;
     node.parent_ = parent;
-    node.key_ = key;
     node.text_ = text;
+    SetKey(node, key, text);
     node.image_ = image;
-    node.index_ = static_cast<int>(nodes_.size());
+    node.index_ = count_ + 1;
     node.row_ = static_cast<int>(parent->children_.size());
-    if (slot != nullptr) *slot = &node;
+    if (!key.isEmpty() && !keys_.Add(node, key))
+        throw RuntimeError(RuntimeError::KeyNotUnique, key);
+    ++count_;
     parent->children_.push_back(&node);
     ScheduleFlush(*parent);
     return node;
 }
 
+Node& NodeModel::NextNode() {
+    if (count_ == static_cast<int>(blocks_.size()) * BlockSize)
+        blocks_.emplace_back(new Node[BlockSize]);
+    return At(count_);
+}
+
+Node& NodeModel::At(int index) const {
+    return blocks_[static_cast<size_t>(index / BlockSize)][static_cast<size_t>(index % BlockSize)];
+}
+
+void NodeModel::SetKey(Node& node, const QString& key, const QString& text) {
+    const qsizetype before = key.endsWith(text) ? key.size() - text.size() : 0;
+    if (QStringView(key).first(before) != lastPrefix_) lastPrefix_ = key.first(before);
+    node.prefix_ = lastPrefix_;
+    node.rest_ = before > 0 ? text : key;
+}
+
 Node* NodeModel::ParentFor(const QString& relativeKey) {
     if (relativeKey.isEmpty()) return root_.get();
     // Children mostly come one after another under the same parent.
-    if (lastParent_ == nullptr || lastParent_->key_ != relativeKey) lastParent_ = Find(relativeKey);
+    if (lastParent_ == nullptr || lastParentKey_ != relativeKey) {
+        lastParent_ = Find(relativeKey);
+        lastParentKey_ = relativeKey;
+    }
     return lastParent_;
 }
 
@@ -83,15 +109,16 @@ void NodeModel::Show(Node& parent) {
 }
 
 Node* NodeModel::Find(const QString& key) const {
-    return key.isEmpty() ? nullptr : keys_.value(FoldKey(key));
+    return key.isEmpty() ? nullptr : keys_.Find(key);
 }
 
 void NodeModel::Clear() {
     beginResetModel();
     root_->children_.clear();
     root_->known_ = 0;
-    nodes_.clear();
-    keys_.clear();
+    blocks_.clear();
+    count_ = 0;
+    keys_.Clear();
     waiting_.clear();
     lastParent_ = nullptr;
     endResetModel();

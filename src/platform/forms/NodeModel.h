@@ -4,12 +4,12 @@
 #pragma once
 
 #include <QAbstractItemModel>
-#include <QHash>
 #include <QIcon>
 #include <memory>
 #include <vector>
 
 #include "platform/forms/Node.h"
+#include "platform/forms/NodeKeys.h"
 
 namespace quarv::forms {
 
@@ -24,7 +24,9 @@ class NodeModel : public QAbstractItemModel {
 
     // See Nodes::Add.
     Node& Add(const QString& relativeKey, const QString& key, const QString& text, int image);
-    const std::vector<std::unique_ptr<Node>>& All() const { return nodes_; }
+    int Count() const { return count_; }
+    // 0-based, in the order of creation.
+    Node& At(int index) const;
     // Null where no node has this key.
     Node* Find(const QString& key) const;
     void Clear();
@@ -52,15 +54,21 @@ class NodeModel : public QAbstractItemModel {
     void ExpansionChanged(const QModelIndex& index, bool expanded);
 
   private:
+    // The node behind the last; the same one again until it is counted.
+    Node& NextNode();
+    void SetKey(Node& node, const QString& key, const QString& text);
     Node* ParentFor(const QString& relativeKey);
     void ScheduleFlush(Node& parent);
     void Show(Node& parent);
 
     std::unique_ptr<Node> root_;
-    std::vector<std::unique_ptr<Node>> nodes_;
-    QHash<QString, Node*> keys_;  // by folded key
+    std::vector<std::unique_ptr<Node[]>> blocks_;  // the nodes, so many to a block
+    int count_ = 0;
+    QString lastPrefix_;
+    NodeKeys keys_;
     std::vector<Node*> waiting_;  // parents with children that the view does not know
     Node* lastParent_ = nullptr;  // of the last Add; null for none
+    QString lastParentKey_;
     std::vector<QIcon> images_;
     bool flushPending_ = false;
 };

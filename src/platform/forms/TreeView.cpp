@@ -24,12 +24,12 @@ Node& Nodes::Add(const QString& relativeKey, const QString& key, const QString& 
 }
 
 int Nodes::Count() const {
-    return static_cast<int>(model_.All().size());
+    return model_.Count();
 }
 
 Node& Nodes::Item(int index) const {
     if (index < 1 || index > Count()) throw RuntimeError(RuntimeError::SubscriptOutOfRange);
-    return *model_.All()[static_cast<size_t>(index - 1)];
+    return model_.At(index - 1);
 }
 
 Node& Nodes::Item(const QString& key) const {

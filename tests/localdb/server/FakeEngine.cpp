@@ -137,6 +137,7 @@ void FakeSession::RunBatch(const QString& sql, ResultSink& sink) {
         sink.StatementDone(StatementKind::Select, 1, false);
     } else if (verb == u"use") {
         sink.DatabaseChanged(sql.section(u' ', 1, 1), database_);
+        sink.Say(NewMessage(5701, 10, "Changed database context."));
         database_ = sql.section(u' ', 1, 1);
         sink.StatementDone(StatementKind::Other, -1, false);
     } else if (verb == u"exec") {
@@ -163,8 +164,8 @@ void FakeSession::RunProcedure(const QString& name, const std::vector<engine::Ar
         return;
     }
     sink.ProcedureBegins();
-    if (name == u"sp_prepexec") {
-        RunBatch(arguments[2].text, sink);
+    if (name == u"sp_executesql") {
+        RunBatch(arguments.empty() ? QString() : arguments[0].text, sink);
     } else {
         sink.StatementDone(StatementKind::Select, SendRows(sink, 1, "row", owner_.rows_), false);
     }

@@ -1,0 +1,133 @@
+// quarv-localdb itself, with its engine and its sample, as clients meet it.
+#include <gmock/gmock.h>
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "ClientRuns.h"
+#include "Files.h"
+#include "RunningServer.h"
+
+namespace quarv::localdb::server {
+
+namespace {
+
+using testing::HasSubstr;
+
+constexpr int PatienceMs = 60'000;
+
+// One server with the sample for all tests of the suite.
+class ProgramTest : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        home_ = new QTemporaryDir;
+        WriteFile(home_->filePath(QStringLiteral("password")), "right\n");
+        process_ = new QProcess;
+        process_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process_->start(QStringLiteral(LOCALDB_PROGRAM),
+                        {QStringLiteral("serve"), QStringLiteral("--data"),
+                         home_->filePath(QStringLiteral("data")), QStringLiteral("--listen"),
+                         QStringLiteral("127.0.0.1:0"), QStringLiteral("--login"),
+                         QStringLiteral("tester"), QStringLiteral("--password-file"),
+                         home_->filePath(QStringLiteral("password")), QStringLiteral("--sample")});
+        while (!process_->canReadLine() && process_->waitForReadyRead(PatienceMs)) {
+        }
+        const QByteArray line = process_->readLine().trimmed();
+        target_.port = line.mid(line.lastIndexOf(':') + 1).toUShort();
+    }
+    static void TearDownTestSuite() {
+        process_->terminate();
+        EXPECT_TRUE(process_->waitForFinished(PatienceMs));
+        EXPECT_EQ(process_->exitCode(), 0);
+        delete process_;
+        delete home_;
+    }
+    void SetUp() override { ASSERT_GT(target_.port, 0) << "the server does not serve"; }
+
+    static QTemporaryDir* home_;
+    static QProcess* process_;
+    static Target target_;
+};
+
+QTemporaryDir* ProgramTest::home_ = nullptr;
+QProcess* ProgramTest::process_ = nullptr;
+Target ProgramTest::target_;
+
+}  // namespace
+
+TEST_F(ProgramTest, TsqlRunsTheCatalogueQueries) {
+    if (!HasProgram("tsql")) GTEST_SKIP() << "tsql is not installed";
+    const Output output = RunTsql(target_,
+                                  "exec sp_server_info 2\ngo\n"
+                                  "exec sp_tables\ngo\n"
+                                  "exec sp_stored_procedures\ngo\n"
+                                  "select COLUMN_NAME from INFORMATION_SCHEMA.COLUMNS "
+                                  "where TABLE_NAME = 'Products'\ngo\nexit\n");
+    EXPECT_EQ(output.status, 0);
+    EXPECT_THAT(output.text, HasSubstr("DBMS_VER"));
+    EXPECT_THAT(output.text, HasSubstr("mirel\tdbo\tProducts\tTABLE"));
+    EXPECT_THAT(output.text, HasSubstr("PROCEDURE_NAME"));
+    EXPECT_THAT(output.text, HasSubstr("ProductID"));
+    EXPECT_EQ(output.text.find("Msg "), std::string::npos) << output.text;
+}
+
+TEST_F(ProgramTest, IsqlRunsTheCatalogueQueries) {
+    if (!HasProgram("isql")) GTEST_SKIP() << "isql is not installed";
+    const Output output = RunIsql(target_,
+                                  "help\n"
+                                  "sp_server_info 2\n"
+                                  "select top 1 ProductID from Products order by ProductID\n"
+                                  "select * from nowhere\n");
+    EXPECT_THAT(output.text, HasSubstr("mirel,dbo,Products,TABLE"));
+    EXPECT_THAT(output.text, HasSubstr("2,DBMS_VER"));
+    EXPECT_THAT(output.text, HasSubstr("\n1\n"));
+    EXPECT_THAT(output.text, HasSubstr("Invalid object name 'nowhere'."));
+}
+
+TEST_F(ProgramTest, BsqldbReadsATable) {
+    if (!HasProgram("bsqldb")) GTEST_SKIP() << "bsqldb is not installed";
+    const Output output = RunBsqldb(target_, "select CategoryID from Categories\n");
+    EXPECT_EQ(output.status, 0) << output.text;
+    EXPECT_THAT(output.text, HasSubstr("rows affected"));
+}
+
+TEST_F(ProgramTest, UnknownDatabaseAndWrongPasswordAreRefused) {
+    tds::Login7 login = TestClient::GoodLogin();
+    login.database = QStringLiteral("nowhere");
+    TestClient lost(target_.port);
+    const auto refused = lost.LogIn(login);
+    ASSERT_TRUE(refused);
+    EXPECT_TRUE(refused->Has(4060));
+    EXPECT_TRUE(refused->Has(18456));
+    login.password = QStringLiteral("wrong");
+    TestClient stranger(target_.port);
+    EXPECT_TRUE(stranger.LogIn(login)->Has(18456));
+}
+
+TEST_F(ProgramTest, ChangeOfDatabaseIsToldOnce) {
+    TestClient client(target_.port);
+    ASSERT_TRUE(client.LogIn()->ack);
+    const auto reply = client.Run(QStringLiteral("use mirel"));
+    ASSERT_TRUE(reply);
+    EXPECT_THAT(reply->tokens, testing::ElementsAre(0xE3, 0xAB, 0xFD));
+    EXPECT_EQ(reply->messages[0].text, QStringLiteral("Changed database context to 'mirel'."));
+}
+
+TEST_F(ProgramTest, RunningStatementsAreStoppedAndTheSessionGoesOn) {
+    TestClient client(target_.port);
+    tds::Login7 login = TestClient::GoodLogin();
+    login.database = QStringLiteral("mirel");
+    ASSERT_TRUE(client.LogIn(login)->ack);
+    for (const char* sql : {"while 1 = 1 print 'x'", "declare @i int while 1 = 1 set @i = 1"}) {
+        SCOPED_TRACE(sql);
+        client.SendBatch(QString::fromLatin1(sql));
+        client.SendAttention();
+        ASSERT_TRUE(client.Receive());
+        const auto ack = client.Receive();
+        ASSERT_TRUE(ack);
+        EXPECT_EQ(ack->dones[0].status, tds::Done::Attention);
+    }
+    EXPECT_EQ(client.Run(QStringLiteral("select top 1 * from Products"))->rows.size(), 1u);
+}
+
+}  // namespace quarv::localdb::server
