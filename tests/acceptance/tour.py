@@ -38,9 +38,9 @@ class Tour:
             raise AssertionError(f"{what}: expected {wanted!r}, saw {got!r}")
         self.saw(f"{what}: {got}")
 
-    def photograph(self, widget, name):
+    def photograph(self, window, name):
         path = os.path.join(self.pictures, name + ".png")
-        self.quarv.photograph(widget, path)
+        self.quarv.photograph(window, path)
         print(f"    picture {os.path.relpath(path)}", flush=True)
 
     def take(self):
@@ -97,7 +97,7 @@ class Tour:
         if not tables:
             raise AssertionError("the sample database has no table")
         self.photograph(main.window, "3-main-window")
-        return tables[0]
+        return max(tables, key=lambda name: len(other.columns(name)))
 
     def look_at_table(self, main, other, table):
         self.say(f"Click the table {table}")

@@ -49,6 +49,28 @@ Column DateTime(const char* name, bool nullable) {
     return Make(name, MakeType(TypeKind::DateTime), nullable);
 }
 
+Column Bit(const char* name, bool nullable) {
+    return Make(name, engine::BitType(), nullable);
+}
+
+Column Numeric38(const char* name, bool nullable) {
+    return Make(name, MakeType(TypeKind::Numeric, 0, 38, 0), nullable);
+}
+
+engine::SystemParameter Optional(const Column& column) {
+    return {column.name, column.type, false};
+}
+
+engine::SystemParameter Required(const Column& column) {
+    return {column.name, column.type, true};
+}
+
+const std::string& CollationOfType() {
+    static const std::string sql =
+        "CASE WHEN q_char_length(c.type) IS NOT NULL THEN '" + std::string(CollationName) + "' END";
+    return sql;
+}
+
 OwnedValue Value(const QString& text) {
     if (text.isNull()) return {};
     const std::string bytes = engine::ToUtf8(text);
@@ -57,6 +79,10 @@ OwnedValue Value(const QString& text) {
 
 OwnedValue Value(int64_t number) {
     return OwnedValue(SqlValue::Integer(number));
+}
+
+OwnedValue WideValue(int64_t number) {
+    return OwnedValue(SqlValue::Wide(number));
 }
 
 OwnedValue Null() {

@@ -18,11 +18,24 @@ Column Char(const char* name, int length, bool nullable = true);
 Column Int(const char* name, bool nullable = true);
 Column SmallInt(const char* name, bool nullable = true);
 Column TinyInt(const char* name, bool nullable = true);
+Column Bit(const char* name, bool nullable = true);
 Column DateTime(const char* name, bool nullable = true);
+Column Numeric38(const char* name, bool nullable = true);  // numeric(38,0)
+
+// A procedure's parameter of the column's name and type.
+engine::SystemParameter Optional(const Column& column);
+engine::SystemParameter Required(const Column& column);
+
+// What the catalogue says about (var)char and n(var)char: the collation that their values have on
+// the wire.
+inline constexpr const char* CollationName = "SQL_Latin1_General_CP1_CI_AS";
+// Storage SQL for the collation of the packed type "c.type": null for what is no text.
+const std::string& CollationOfType();
 
 // A null QString is null.
 OwnedValue Value(const QString& text);
 OwnedValue Value(int64_t number);
+OwnedValue WideValue(int64_t number);  // of a numeric
 OwnedValue Null();
 
 }  // namespace quarv::localdb::catalog

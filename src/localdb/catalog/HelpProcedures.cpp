@@ -1,9 +1,82 @@
+#include "localdb/catalog/CatalogColumns.h"
+#include "localdb/catalog/HelpIndex.h"
+#include "localdb/catalog/HelpObject.h"
+#include "localdb/catalog/HelpText.h"
+#include "localdb/catalog/ObjectLookup.h"
 #include "localdb/catalog/SystemCatalog.h"
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/SystemCall.h"
 
 namespace quarv::localdb::catalog {
 
+namespace {
+
+using engine::SystemCall;
+
+constexpr int MaxObjectName = 776;
+
+void HelpTableOrView(SystemCall& call, const engine::ObjectInfo& object, const QString& name) {
+    const engine::TableInfo table = call.GetMetadata().LoadTable(object);
+    const bool stored = object.type == u"U";
+    HelpColumns(call, table);
+    HelpIdentity(call, table);
+    HelpRowGuid(call);
+    if (stored) HelpFilegroup(call);
+    HelpIndex(call, table, name);
+    if (!stored) return;
+    HelpConstraints(call, table, name);
+    call.Say(15470, {name});
+}
+
+int RunHelp(SystemCall& call) {
+    const QString name = call.Text(0);
+    if (name.isEmpty()) {
+        HelpAllObjects(call);
+        return 0;
+    }
+    const engine::ObjectInfo object = FindObject(call, name);
+    HelpHead(call, object);
+    if (object.type == u"U" || object.type == u"V") HelpTableOrView(call, object, name);
+    if (object.type == u"P") HelpParameters(call, object);
+    return 0;
+}
+
+int RunHelpIndex(SystemCall& call) {
+    const QString name = call.Text(0);
+    const engine::ObjectInfo object = FindObject(call, name);
+    HelpIndex(call, call.GetMetadata().LoadTable(object), name);
+    return 0;
+}
+
+bool HasText(const engine::ObjectInfo& object) {
+    return !object.definition.isEmpty();
+}
+
+engine::SqlError NoText(const QString& name) {
+    engine::Message message;
+    message.number = 15197;
+    message.severity = 16;
+    message.text = QStringLiteral("There is no text for object '%1'.").arg(name);
+    return engine::SqlError(message);
+}
+
+int RunHelpText(SystemCall& call) {
+    const QString name = call.Text(0);
+    const engine::ObjectInfo object = FindObject(call, name);
+    if (!HasText(object)) throw NoText(name);
+    call.Begin({NVarChar("Text", 255)});
+    for (const QString& line : HelpTextLines(object.definition)) call.Row({Value(line)});
+    call.End();
+    return 0;
+}
+
+}  // namespace
+
 std::vector<engine::SystemProcedure> HelpProcedures() {
-    return {};
+    const Column name = NVarChar("@objname", MaxObjectName);
+    return {{QStringLiteral("sp_help"), {Optional(name)}, RunHelp},
+            {QStringLiteral("sp_helpindex"), {Required(name)}, RunHelpIndex},
+            {QStringLiteral("sp_helptext"), {Required(name)}, RunHelpText}};
 }
 
 }  // namespace quarv::localdb::catalog

@@ -1,6 +1,9 @@
 #include "localdb/catalog/SystemCatalog.h"
 
+#include <algorithm>
+
 #include "localdb/catalog/OpenServer.h"
+#include "localdb/engine/ObjectInfo.h"
 
 namespace quarv::localdb::catalog {
 
@@ -13,8 +16,12 @@ QString ViewKey(const QString& schema, const QString& name) {
 }  // namespace
 
 SystemCatalog::SystemCatalog() : views_(InformationSchemaViews()) {
-    for (auto* list :
-         {ServerProcedures, TablesProcedures, ColumnsProcedures, KeyProcedures, HelpProcedures}) {
+    for (engine::SystemView& view : SysViews()) views_.push_back(std::move(view));
+    std::sort(views_.begin(), views_.end(), [](const auto& a, const auto& b) {
+        return ViewKey(a.schema, a.name) < ViewKey(b.schema, b.name);
+    });
+    for (auto* list : {ServerProcedures, TablesProcedures, RoutinesProcedures, ColumnsProcedures,
+                       KeyProcedures, HelpProcedures, TypesProcedures}) {
         for (engine::SystemProcedure& procedure : list()) {
             procedures_.push_back(std::move(procedure));
         }
@@ -29,8 +36,11 @@ SystemCatalog::SystemCatalog() : views_(InformationSchemaViews()) {
 
 const engine::SystemView* SystemCatalog::FindView(const QString& schema,
                                                   const QString& name) const {
-    if (schema.isEmpty()) return nullptr;
-    const auto found = viewsByName_.constFind(ViewKey(schema, name));
+    // What older programs ask for as dbo's; the other views need their schema.
+    const bool old = name.startsWith(u"sys", Qt::CaseInsensitive) &&
+                     (schema.isEmpty() || engine::SameName(schema, QStringLiteral("dbo")));
+    if (schema.isEmpty() && !old) return nullptr;
+    const auto found = viewsByName_.constFind(ViewKey(old ? QStringLiteral("sys") : schema, name));
     return found != viewsByName_.constEnd() ? &views_[*found] : nullptr;
 }
 

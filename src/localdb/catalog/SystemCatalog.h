@@ -11,8 +11,10 @@ class SystemCatalog : public engine::SystemObjects {
   public:
     SystemCatalog();
 
+    // sysobjects and its like are found without a schema and as dbo's too.
     const engine::SystemView* FindView(const QString& schema, const QString& name) const override;
     const engine::SystemProcedure* FindProcedure(const QString& name) const override;
+    // By schema and name.
     const std::vector<engine::SystemView>& Views() const override { return views_; }
 
   private:
@@ -24,10 +26,13 @@ class SystemCatalog : public engine::SystemObjects {
 
 // What the files of this folder bring.
 std::vector<engine::SystemView> InformationSchemaViews();
+std::vector<engine::SystemView> SysViews();
 std::vector<engine::SystemProcedure> ServerProcedures();
 std::vector<engine::SystemProcedure> TablesProcedures();
+std::vector<engine::SystemProcedure> RoutinesProcedures();
 std::vector<engine::SystemProcedure> ColumnsProcedures();
 std::vector<engine::SystemProcedure> KeyProcedures();
 std::vector<engine::SystemProcedure> HelpProcedures();
+std::vector<engine::SystemProcedure> TypesProcedures();
 
 }  // namespace quarv::localdb::catalog

@@ -40,7 +40,7 @@ class Desktop:
 
     def click(self, x, y, double=False):
         repeat = ["--repeat", "2", "--delay", "60"] if double else []
-        self._tool(["xdotool", "mousemove", "--sync", str(x), str(y), "click", *repeat, "1"])
+        self._tool(["xdotool", "mousemove", str(x), str(y), "click", *repeat, "1"])
 
     def press(self, *keys):
         """Presses keys by their X names, combinations joined by a plus sign."""

@@ -8,7 +8,7 @@ from .processes import Process
 from .waiting import wait_until
 
 LOGIN = "visitor"
-PASSWORD = "Open;Sesame 1"
+PASSWORD = "Open Sesame 1"
 
 
 class Server:
@@ -100,7 +100,7 @@ class Isql:
         home.write("odbc/odbc.ini", f"[sample]\nDriver=FreeTDS\nServer={host}\nPort={port}\n"
                                     f"TDS_Version=7.4\nDatabase={database}\n")
         self.environment = dict(home.environment, ODBCINI=home.path("odbc/odbc.ini"))
-        self.arguments = ["isql", "sample", login, password, "-b", "-d|"]
+        self.arguments = ["isql", "sample", login, password, "-b", "-v", "-d|"]
 
     def run(self, sql):
         done = subprocess.run(self.arguments, input=sql + "\n", env=self.environment, text=True,

@@ -42,6 +42,10 @@ class Widget:
     def expanded(self):
         return self.has(pyatspi.STATE_EXPANDED)
 
+    def active(self):
+        """Whether the window has the keyboard."""
+        return self.has(pyatspi.STATE_ACTIVE)
+
     def selected(self):
         return self.has(pyatspi.STATE_SELECTED)
 

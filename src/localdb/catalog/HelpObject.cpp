@@ -1,0 +1,198 @@
+#include "localdb/catalog/HelpObject.h"
+
+#include <algorithm>
+#include <array>
+
+#include "localdb/catalog/CatalogColumns.h"
+#include "localdb/catalog/ObjectLookup.h"
+#include "localdb/engine/Collation.h"
+#include "localdb/engine/Utf8.h"
+
+namespace quarv::localdb::catalog {
+
+namespace {
+
+using engine::ClassOf;
+using engine::ColumnInfo;
+using engine::SqlType;
+using engine::SystemCall;
+using engine::TypeClass;
+using engine::TypeKind;
+
+constexpr const char* ObjectTypeSql =
+    "CASE o.type WHEN 'U' THEN 'user table' WHEN 'V' THEN 'view' WHEN 'P' THEN 'stored procedure'"
+    " WHEN 'PK' THEN 'primary key cns' WHEN 'UQ' THEN 'unique key cns'"
+    " WHEN 'D' THEN 'default (maybe cns)' END";
+
+// Whether the columns list shows the type's digits: numbers but bit, and dates without a clock.
+bool ShowsDigits(const SqlType& type) {
+    if (type.kind == TypeKind::Date) return true;
+    return engine::IsNumber(type) && type.kind != TypeKind::Bit;
+}
+
+bool HasScale(const SqlType& type) {
+    return ShowsDigits(type) && ClassOf(type) != TypeClass::Real;
+}
+
+OwnedValue Padded(int number) {
+    return Value(QString::number(number).leftJustified(5, u' '));
+}
+
+OwnedValue Blank() {
+    return Value(QString(5, u' '));
+}
+
+OwnedValue CollationOf(const SqlType& type) {
+    return ClassOf(type) == TypeClass::Text ? Value(QString::fromLatin1(CollationName)) : Null();
+}
+
+std::vector<OwnedValue> ColumnRow(const ColumnInfo& column) {
+    const SqlType& type = column.type;
+    const bool digits = ShowsDigits(type);
+    const bool bytes = type.kind == TypeKind::Char || type.kind == TypeKind::VarChar;
+    const QString none = QStringLiteral("(n/a)");
+    const QString yes = QStringLiteral("yes"), no = QStringLiteral("no");
+    OwnedValue scale = Blank();
+    if (digits) scale = HasScale(type) ? Padded(engine::ScaleOf(type)) : Null();
+    return {Value(column.name),
+            Value(column.isSysname ? QStringLiteral("sysname") : type.Name()),
+            Value(no),
+            Value(int64_t{engine::ByteLength(type)}),
+            digits ? Padded(engine::PrecisionOf(type)) : Blank(),
+            scale,
+            Value(column.nullable ? yes : no),
+            Value(bytes ? no : none),
+            Value(bytes ? (column.nullable ? yes : no) : none),
+            CollationOf(type)};
+}
+
+// Characters of text, digits of everything else.
+OwnedValue ParameterPrecision(const SqlType& type) {
+    if (ClassOf(type) == TypeClass::Text) return Value(int64_t{type.length});
+    return Value(int64_t{engine::PrecisionOf(type)});
+}
+
+OwnedValue ParameterScale(const SqlType& type) {
+    const bool counted = HasScale(type) || ClassOf(type) == TypeClass::Moment;
+    return counted ? Value(int64_t{engine::ScaleOf(type)}) : Null();
+}
+
+struct Constraint {
+    QString type;
+    QString name;
+    QString keys;
+};
+
+std::vector<Constraint> ConstraintsOf(const engine::TableInfo& table, engine::Metadata metadata) {
+    std::vector<Constraint> constraints;
+    for (const engine::IndexInfo& index : table.indexes) {
+        if (index.constraintId == 0) continue;
+        const QString kind =
+            index.primary ? QStringLiteral("PRIMARY KEY (%1)") : QStringLiteral("UNIQUE (%1)");
+        const QString how =
+            index.clustered ? QStringLiteral("clustered") : QStringLiteral("non-clustered");
+        constraints.push_back({kind.arg(how), index.name, KeyText(table, index)});
+    }
+    for (const ColumnInfo& column : table.columns) {
+        if (column.defaultId == 0) continue;
+        const std::optional<engine::ObjectInfo> object = metadata.Find(column.defaultId);
+        if (!object) continue;
+        constraints.push_back(
+            {QStringLiteral("DEFAULT on column ") + column.name, object->name, column.defaultText});
+    }
+    std::sort(constraints.begin(), constraints.end(), [](const auto& a, const auto& b) {
+        return engine::Collation::Compare(engine::ToUtf8(a.name), engine::ToUtf8(b.name)) < 0;
+    });
+    return constraints;
+}
+
+}  // namespace
+
+void HelpAllObjects(SystemCall& call) {
+    call.Query({Sysname("Name", false), NVarChar("Owner", 128), NVarChar("Object_type", 31)},
+               "SELECT o.name, s.name, " + std::string(ObjectTypeSql) +
+                   " AS kind FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id"
+                   " ORDER BY s.name, kind DESC, o.name",
+               {});
+}
+
+void HelpHead(SystemCall& call, const engine::ObjectInfo& object) {
+    call.Query({Sysname("Name", false), NVarChar("Owner", 128), NVarChar("Type", 31),
+                DateTime("Created_datetime", false)},
+               "SELECT o.name, s.name, " + std::string(ObjectTypeSql) +
+                   ", o.created FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id"
+                   " WHERE o.object_id = " +
+                   std::to_string(object.id),
+               {});
+}
+
+void HelpColumns(SystemCall& call, const engine::TableInfo& table) {
+    call.Begin({Sysname("Column_name", false), NVarChar("Type", 128), VarChar("Computed", 35),
+                Int("Length"), Char("Prec", 5), Char("Scale", 5), VarChar("Nullable", 35),
+                VarChar("TrimTrailingBlanks", 35), VarChar("FixedLenNullInSource", 35),
+                Sysname("Collation")});
+    for (const ColumnInfo& column : table.columns) call.Row(ColumnRow(column));
+    call.End();
+}
+
+void HelpIdentity(SystemCall& call, const engine::TableInfo& table) {
+    call.Begin({NVarChar("Identity", 128), Numeric38("Seed"), Numeric38("Increment"),
+                Int("Not For Replication")});
+    const ColumnInfo* column =
+        table.identity ? table.FindColumn(table.identity->columnId) : nullptr;
+    if (column) {
+        call.Row({Value(column->name), WideValue(table.identity->seed),
+                  WideValue(table.identity->increment), Value(int64_t{0})});
+    } else {
+        call.Row({Value(QStringLiteral("No identity column defined.")), Null(), Null(), Null()});
+    }
+    call.End();
+}
+
+void HelpRowGuid(SystemCall& call) {
+    call.Begin({NVarChar("RowGuidCol", 128)});
+    call.Row({Value(QStringLiteral("No rowguidcol column defined."))});
+    call.End();
+}
+
+void HelpFilegroup(SystemCall& call) {
+    call.Begin({NVarChar("Data_located_on_filegroup", 128)});
+    call.Row({Value(QStringLiteral("PRIMARY"))});
+    call.End();
+}
+
+void HelpConstraints(SystemCall& call, const engine::TableInfo& table, const QString& name) {
+    const std::vector<Constraint> constraints = ConstraintsOf(table, call.GetMetadata());
+    if (constraints.empty()) {
+        call.Say(15469, {name});
+        return;
+    }
+    call.Begin({NVarChar("constraint_type", 146), NVarChar("constraint_name", 128),
+                NVarChar("delete_action", 9), NVarChar("update_action", 13),
+                VarChar("status_enabled", 8), VarChar("status_for_replication", 19),
+                NVarChar("constraint_keys", engine::SqlType::Max)});
+    const OwnedValue none = Value(QStringLiteral("(n/a)"));
+    for (const Constraint& constraint : constraints) {
+        call.Row({Value(constraint.type), Value(constraint.name), none, none, none, none,
+                  Value(constraint.keys)});
+    }
+    call.End();
+}
+
+void HelpParameters(SystemCall& call, const engine::ObjectInfo& object) {
+    const std::vector<engine::ParameterInfo> parameters =
+        call.GetMetadata().LoadParameters(object.id);
+    if (parameters.empty()) return;
+    call.Begin({Sysname("Parameter_name", false), NVarChar("Type", 128), SmallInt("Length"),
+                Int("Prec"), Int("Scale"), Int("Param_order"), Sysname("Collation")});
+    int64_t order = 0;
+    for (const engine::ParameterInfo& parameter : parameters) {
+        const SqlType& type = parameter.type;
+        call.Row({Value(parameter.name), Value(type.Name()),
+                  Value(int64_t{engine::ByteLength(type)}), ParameterPrecision(type),
+                  ParameterScale(type), Value(++order), CollationOf(type)});
+    }
+    call.End();
+}
+
+}  // namespace quarv::localdb::catalog
