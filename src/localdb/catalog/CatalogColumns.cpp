@@ -65,6 +65,12 @@ engine::SystemParameter Required(const Column& column) {
     return {column.name, column.type, true};
 }
 
+const std::string& CollationOfType() {
+    static const std::string sql =
+        "CASE WHEN q_char_length(c.type) IS NOT NULL THEN '" + std::string(CollationName) + "' END";
+    return sql;
+}
+
 OwnedValue Value(const QString& text) {
     if (text.isNull()) return {};
     const std::string bytes = engine::ToUtf8(text);

@@ -29,6 +29,8 @@ engine::SystemParameter Required(const Column& column);
 // What the catalogue says about (var)char and n(var)char: the collation that their values have on
 // the wire.
 inline constexpr const char* CollationName = "SQL_Latin1_General_CP1_CI_AS";
+// Storage SQL for the collation of the packed type "c.type": null for what is no text.
+const std::string& CollationOfType();
 
 // A null QString is null.
 OwnedValue Value(const QString& text);

@@ -37,7 +37,7 @@ int Run(SystemCall& call) {
                    OdbcTypes::Expressions({TypeName, DefaultText, "c.column_id"}) +
                    " FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id"
                    " JOIN $q_columns c ON c.object_id = o.object_id"
-                   " JOIN m ON m.number = q_type_number(c.type) WHERE +o.type IN ('U', 'V')" +
+                   " CROSS JOIN m ON m.number = q_type_number(c.type) WHERE +o.type IN ('U', 'V')" +
                    filter.Conditions() + " ORDER BY s.name, o.name, c.column_id",
                filter.Parameters());
     return 0;
@@ -66,7 +66,7 @@ std::string RowsOf(const engine::TableInfo& table, const engine::IndexInfo& inde
            TypeName + ", " + OdbcTypes::Precision + ", " + OdbcTypes::Length + ", " +
            OdbcTypes::Scale +
            ", 1 FROM $q_index_columns k JOIN $q_columns c ON c.object_id = k.object_id"
-           " AND c.column_id = k.column_id JOIN m ON m.number = q_type_number(c.type)"
+           " AND c.column_id = k.column_id CROSS JOIN m ON m.number = q_type_number(c.type)"
            " WHERE k.object_id = " +
            std::to_string(table.object.id) + " AND k.index_id = " + std::to_string(index.id) +
            " ORDER BY k.key_no";

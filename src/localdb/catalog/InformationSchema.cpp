@@ -10,12 +10,6 @@ namespace {
 
 constexpr const char* Schema = "INFORMATION_SCHEMA";
 
-const std::string& CollationOfType() {
-    static const std::string sql =
-        "CASE WHEN q_char_length(c.type) IS NOT NULL THEN '" + std::string(CollationName) + "' END";
-    return sql;
-}
-
 constexpr const char* CharacterSet =
     "CASE WHEN q_type_number(c.type) IN (231, 239) THEN 'UNICODE'"
     " WHEN q_char_length(c.type) IS NOT NULL THEN 'iso_1' END";

@@ -32,7 +32,7 @@ int RunPrimaryKeys(SystemCall& call) {
                 Sysname("COLUMN_NAME", false), SmallInt("KEY_SEQ", false), Sysname("PK_NAME")},
                "SELECT :db, s.name, o.name, c.name, k.key_no, i.name" + std::string(Keys) +
                    " JOIN $q_objects p ON p.object_id = i.constraint_id AND p.type = 'PK'"
-                   " WHERE o.type = 'U'" +
+                   " WHERE +o.type = 'U'" +
                    filter.Conditions() + " ORDER BY s.name, o.name, k.key_no",
                filter.Parameters());
     return 0;

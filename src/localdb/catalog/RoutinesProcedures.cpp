@@ -64,16 +64,16 @@ int Run(SystemCall& call) {
                                    NVarChar("PROCEDURE_NAME", 134, false),
                                    Sysname("COLUMN_NAME", false), SmallInt("COLUMN_TYPE", false)};
     OdbcTypes::AddColumns(columns);
-    call.Query(columns,
-               OdbcTypes::Relation(call.IsNull(OdbcVersion) ? 2 : call.Integer(OdbcVersion)) +
-                   "SELECT :db, s.name, o.name || ';1', c.name, c.mode, " +
-                   OdbcTypes::Expressions({"q_type_name(c.type)", "NULL", "c.parameter_id"}) +
-                   " FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id JOIN " +
-                   Source() +
-                   " c ON c.object_id = o.object_id JOIN m ON m.number = q_type_number(c.type)"
-                   " WHERE o.type = 'P'" +
-                   filter.Conditions() + " ORDER BY s.name, o.name, c.parameter_id",
-               filter.Parameters());
+    call.Query(
+        columns,
+        OdbcTypes::Relation(call.IsNull(OdbcVersion) ? 2 : call.Integer(OdbcVersion)) +
+            "SELECT :db, s.name, o.name || ';1', c.name, c.mode, " +
+            OdbcTypes::Expressions({"q_type_name(c.type)", "NULL", "c.parameter_id"}) +
+            " FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id JOIN " + Source() +
+            " c ON c.object_id = o.object_id CROSS JOIN m ON m.number = q_type_number(c.type)"
+            " WHERE o.type = 'P'" +
+            filter.Conditions() + " ORDER BY s.name, o.name, c.parameter_id",
+        filter.Parameters());
     return 0;
 }
 

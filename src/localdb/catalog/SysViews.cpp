@@ -18,12 +18,6 @@ constexpr const char* TypeDescription =
 // char(2)
 constexpr const char* ObjectType = "substr(o.type || ' ', 1, 2)";
 
-const std::string& CollationOfType() {
-    static const std::string sql =
-        "CASE WHEN q_char_length(c.type) IS NOT NULL THEN '" + std::string(CollationName) + "' END";
-    return sql;
-}
-
 // The digits that the types have which are no numbers by these views' count.
 constexpr const char* PrecisionOfType =
     "CASE q_type_number(c.type) WHEN 104 THEN 1 WHEN 40 THEN 10 WHEN 58 THEN 16 WHEN 61 THEN 23"
