@@ -13,6 +13,7 @@ import sys
 
 SERVER = r"(localdb)\quarv"
 DATABASE = "mirel"
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 TITLE = f"SQL Server {SERVER} {DATABASE}"
 
 
@@ -36,12 +37,12 @@ class Tour:
     def expect(self, what, wanted, got):
         if wanted != got:
             raise AssertionError(f"{what}: expected {wanted!r}, saw {got!r}")
-        self.saw(f"{what}: {got}")
+        self.saw(f"{what}: {in_words(got)}")
 
     def photograph(self, window, name):
         path = os.path.join(self.pictures, name + ".png")
         self.quarv.photograph(window, path)
-        print(f"    picture {os.path.relpath(path)}", flush=True)
+        print(f"    picture {os.path.relpath(path, ROOT)}", flush=True)
 
     def take(self):
         dialog = self.open_dialog()
@@ -113,6 +114,14 @@ class Tour:
         self.say("Close the window")
         main.close()
         self.expect("exit status", 0, self.quarv.exit_status())
+
+
+def in_words(value):
+    if isinstance(value, list):
+        return ", ".join(in_words(each) for each in value)
+    if isinstance(value, tuple):
+        return " ".join(part for part in value if part)
+    return str(value)
 
 
 def main():
