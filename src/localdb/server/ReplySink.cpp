@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "localdb/server/ServerMessages.h"
 #include "localdb/server/TypeMapping.h"
 #include "localdb/tds/EnvChange.h"
 #include "localdb/tds/ReturnStatus.h"
@@ -111,6 +112,7 @@ void ReplySink::Tell(const tds::ServerMessage& message) {
 
 void ReplySink::DatabaseChanged(const QString& now, const QString& before) {
     EnvChange::OfText(EnvChange::Kind::Database, now, before).Encode(Next());
+    Tell(MakeMessage(message::DatabaseChanged, {now}, serverName_));
 }
 
 void ReplySink::ProcedureBegins() {

@@ -137,7 +137,6 @@ void FakeSession::RunBatch(const QString& sql, ResultSink& sink) {
         sink.StatementDone(StatementKind::Select, 1, false);
     } else if (verb == u"use") {
         sink.DatabaseChanged(sql.section(u' ', 1, 1), database_);
-        sink.Say(NewMessage(5701, 10, "Changed database context."));
         database_ = sql.section(u' ', 1, 1);
         sink.StatementDone(StatementKind::Other, -1, false);
     } else if (verb == u"exec") {

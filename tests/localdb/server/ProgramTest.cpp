@@ -109,7 +109,7 @@ TEST_F(ProgramTest, ChangeOfDatabaseIsToldOnce) {
     ASSERT_TRUE(client.LogIn()->ack);
     const auto reply = client.Run(QStringLiteral("use mirel"));
     ASSERT_TRUE(reply);
-    EXPECT_THAT(reply->tokens, testing::ElementsAre(0xE3, 0xAB, 0xFD));
+    ASSERT_THAT(reply->tokens, testing::ElementsAre(0xE3, 0xAB, 0xFD));
     EXPECT_EQ(reply->messages[0].text, QStringLiteral("Changed database context to 'mirel'."));
 }
 
