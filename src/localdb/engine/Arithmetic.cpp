@@ -12,7 +12,22 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-SqlValue Integers(char16_t sign, Int128 a, Int128 b, const SqlType& result, TextArena& arena) {
+bool FitsInteger(Int128 value, TypeKind kind) {
+    switch (kind) {
+        case TypeKind::Bit:
+            return value == 0 || value == 1;
+        case TypeKind::TinyInt:
+            return value == static_cast<uint8_t>(value);
+        case TypeKind::SmallInt:
+            return value == static_cast<int16_t>(value);
+        case TypeKind::Int:
+            return value == static_cast<int32_t>(value);
+        default:
+            return value == static_cast<int64_t>(value);
+    }
+}
+
+SqlValue Integers(char16_t sign, Int128 a, Int128 b, const SqlType& result) {
     if ((sign == u'/' || sign == u'%') && b == 0) throw SqlError(8134);
     Int128 value = 0;
     switch (sign) {
@@ -40,14 +55,10 @@ SqlValue Integers(char16_t sign, Int128 a, Int128 b, const SqlType& result, Text
         default:
             value = a ^ b;
     }
-    if (value != static_cast<Int128>(static_cast<int64_t>(value))) {
+    if (!FitsInteger(value, result.kind)) {
         throw SqlError(8115, {QStringLiteral("expression"), result.Name()});
     }
-    const auto narrow = static_cast<int64_t>(value);
-    if (result.kind == TypeKind::BigInt) return SqlValue::Integer(narrow);
-    if (result.kind == TypeKind::Bit) return SqlValue::Integer(narrow & 1);
-    return Conversion::Convert(SqlValue::Integer(narrow), MakeType(TypeKind::BigInt), result,
-                               Conversion::NoStyle, arena);
+    return SqlValue::Integer(static_cast<int64_t>(value));
 }
 
 SqlValue Decimals(char16_t sign, const SqlValue& a, int scaleA, const SqlValue& b, int scaleB,
@@ -148,7 +159,7 @@ SqlValue Arithmetic::Apply(char16_t sign, const SqlValue& a, const SqlType& type
     if (a.IsNull() || b.IsNull()) return {};
     switch (ClassOf(result)) {
         case TypeClass::Integer:
-            return Integers(sign, a.integer, b.integer, result, arena);
+            return Integers(sign, a.integer, b.integer, result);
         case TypeClass::Decimal:
             return Decimals(sign, a, typeA.scale, b, typeB.scale, result);
         case TypeClass::Money:
@@ -167,7 +178,6 @@ SqlValue Arithmetic::Negate(char16_t sign, const SqlValue& a, const SqlType& typ
     if (sign == u'~') {
         return SqlValue::Integer(type.kind == TypeKind::Bit ? !a.integer : ~a.integer);
     }
-    TextArena none;
     switch (a.kind) {
         case SqlValue::Kind::Wide:
             return SqlValue::Wide(-a.wide);
@@ -175,7 +185,7 @@ SqlValue Arithmetic::Negate(char16_t sign, const SqlValue& a, const SqlType& typ
             return SqlValue::Real(-a.real);
         default:
             return ClassOf(type) == TypeClass::Money ? Moneys(u'-', 0, a.integer, type)
-                                                     : Integers(u'-', 0, a.integer, type, none);
+                                                     : Integers(u'-', 0, a.integer, type);
     }
 }
 

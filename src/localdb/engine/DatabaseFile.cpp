@@ -1,8 +1,11 @@
 #include "localdb/engine/DatabaseFile.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <functional>
 
 #include "localdb/engine/Collation.h"
@@ -89,9 +92,32 @@ class Handle {
 
 }  // namespace
 
+namespace {
+
+// The file's and its directory's content reach the disk.
+void Flush(const QString& path) {
+    for (const QString& name : {path, QFileInfo(path).path()}) {
+        const int file = ::open(name.toUtf8().constData(), O_RDONLY | O_CLOEXEC);
+        const bool flushed = file >= 0 && ::fsync(file) == 0;
+        if (file >= 0) ::close(file);
+        if (!flushed) Fail(SQLITE_IOERR, path);
+    }
+}
+
+}  // namespace
+
+// Nobody knows the file yet, so it is flushed once, when it is whole.
 void DatabaseFile::Make(const QString& path, const QString& name) {
-    Handle handle(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    {
+        const Handle handle(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+        Fill(handle, path, name);
+    }
+    Flush(path);
+}
+
+void DatabaseFile::Fill(sqlite3* handle, const QString& path, const QString& name) {
+    Execute(handle, "PRAGMA synchronous=OFF", path);
     Execute(handle, "PRAGMA journal_mode=WAL", path);
     Execute(handle, "BEGIN", path);
     Execute(handle, MetaSchema, path);

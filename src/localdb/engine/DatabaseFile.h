@@ -19,6 +19,9 @@ class DatabaseFile {
     static int64_t Created(const QString& path);
     // The file and what the library keeps beside it. A missing file is no error.
     static void Remove(const QString& path);
+
+  private:
+    static void Fill(sqlite3* handle, const QString& path, const QString& name);
 };
 
 class MasterFile {

@@ -34,7 +34,7 @@ const KindWords& WordsOf(tsql::DropKind kind) {
     for (const KindWords& other : Kinds) {
         if (object.type != QStringView(other.type)) continue;
         throw SqlError(3705,
-                       {QString::fromUtf16(words.statement), object.name,
+                       {QString::fromUtf16(words.statement), object.name, object.name,
                         QString::fromUtf16(other.noun), QString::fromUtf16(other.statement)},
                        line);
     }

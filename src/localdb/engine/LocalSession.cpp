@@ -12,11 +12,18 @@ namespace quarv::localdb::engine {
 
 namespace {
 
+// The old long types are those of (max) as far as a value goes.
+SqlType TypeFromWire(const SqlType& type) {
+    if (type.kind == TypeKind::NText) return MakeType(TypeKind::NVarChar, SqlType::Max);
+    if (type.kind == TypeKind::Text) return MakeType(TypeKind::VarChar, SqlType::Max);
+    return type;
+}
+
 // A parameter's literal as a value of its own type.
 CallArgument FromWire(const Argument& argument) {
     CallArgument result;
     result.name = argument.name;
-    result.type = argument.type;
+    result.type = TypeFromWire(argument.type);
     result.isDefault = argument.isDefault;
     result.output = argument.output;
     if (argument.null || argument.isDefault) return result;
@@ -24,11 +31,10 @@ CallArgument FromWire(const Argument& argument) {
     TextArena arena;
     const SqlType from = MakeType(TypeKind::NVarChar, SqlType::Max);
     // The whole text stays, however short the type says it is.
-    const bool isText = ClassOf(argument.type) == TypeClass::Text;
+    const bool isText = ClassOf(result.type) == TypeClass::Text;
     const SqlValue value = SqlValue::Text(text);
     result.value =
-        isText ? value
-               : Conversion::Convert(value, from, argument.type, Conversion::NoStyle, arena);
+        isText ? value : Conversion::Convert(value, from, result.type, Conversion::NoStyle, arena);
     return result;
 }
 
@@ -104,7 +110,7 @@ void LocalSession::RunProcedure(const QString& name, const std::vector<Argument>
 }
 
 void LocalSession::BeginTransaction(ResultSink& sink) {
-    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Begin(sink); });
+    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Begin({}, sink); });
 }
 
 void LocalSession::CommitTransaction(ResultSink& sink) {
@@ -121,6 +127,7 @@ void LocalSession::Reset(const QString& database) {
     state_.rowCount = 0;
     state_.error = 0;
     state_.identity.reset();
+    state_.prepared.clear();
     state_.ChangeDatabase(database);
 }
 

@@ -287,6 +287,7 @@ constexpr MessageText Table[] = {
      u"The formal parameter \"%\" was not declared as an OUTPUT parameter, but the actual "
      u"parameter "
      u"passed in requested output."},
+    {8179, 16, 2, u"Could not find prepared statement with handle %."},
     {8623, 16, 1,
      u"The query processor ran out of internal resources and could not produce a query plan. This "
      u"is a rare event and only expected for extremely complex queries or queries that reference a "
@@ -299,6 +300,7 @@ constexpr MessageText Table[] = {
     {10744, 15, 1, u"The number of rows provided for a FETCH clause must be greater then zero."},
     {15009, 16, 1,
      u"The object '%' does not exist in database '%' or is invalid for this operation."},
+    {15197, 16, 1, u"There is no text for object '%'."},
     {15250, 16, 1,
      u"The database name component of the object qualifier must be the name of the current "
      u"database."},
@@ -306,6 +308,7 @@ constexpr MessageText Table[] = {
     {15470, 10, 1,
      u"No foreign keys reference table '%', or you do not have permissions on referencing tables."},
     {15472, 10, 1, u"The object '%' does not have any indexes, or you do not have permissions."},
+    {15647, 10, 1, u"No views with schema binding reference table '%'."},
     {18456, 14, 1, u"Login failed for user '%'."},
     {40515, 16, 1,
      u"Reference to database and/or server name in '%' is not supported in this version of SQL "

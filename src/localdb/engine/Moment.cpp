@@ -81,7 +81,7 @@ std::optional<int64_t> Moment::Store(TypeKind kind) const {
     if (kind == TypeKind::SmallDateTime) {
         // Rounded to the minute: 29.998 seconds go down, 29.999 up.
         const int64_t minutes =
-            (days - DaysTo1900) * 1440 + (Ticks() + TicksPerMinute / 2 + 9'999) / TicksPerMinute;
+            (days - DaysTo1900) * 1440 + (Ticks() + TicksPerMinute / 2 + 10'000) / TicksPerMinute;
         const int64_t last = (DaysFromCivil(2079, 6, 6) - DaysTo1900) * 1440 + 1439;
         return minutes >= 0 && minutes <= last ? std::optional(minutes) : std::nullopt;
     }

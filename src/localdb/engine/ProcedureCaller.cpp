@@ -9,39 +9,12 @@
 
 namespace quarv::localdb::engine {
 
-// One level of calls. What a procedure sets of the options ends with it.
-class ProcedureCaller::Nested {
-  public:
-    explicit Nested(SessionState& session) : session_(session), options_(session.options) {
-        if (session.nestLevel >= MaxNesting) throw SqlError(217, {QString::number(MaxNesting)});
-        ++session.nestLevel;
-    }
-    ~Nested() {
-        --session_.nestLevel;
-        session_.options = options_;
-    }
-    Nested(const Nested&) = delete;
-    Nested& operator=(const Nested&) = delete;
-
-  private:
-    SessionState& session_;
-    SessionOptions options_;
-};
-
 namespace {
 
 OwnedValue Converted(const SqlValue& value, const SqlType& from, const SqlType& to) {
     TypeRules::CheckConversion(from, to, false);
     TextArena arena;
     return OwnedValue(Conversion::Convert(value, from, to, Conversion::NoStyle, arena));
-}
-
-tsql::StatementList ParseText(const QString& text) {
-    try {
-        return tsql::ParseBatch(text);
-    } catch (const tsql::SyntaxError& error) {
-        throw FromSyntaxError(error);
-    }
 }
 
 }  // namespace
@@ -58,8 +31,8 @@ int ProcedureCaller::Call(const tsql::ObjectName& name, std::vector<CallArgument
     const bool systemSchema = name.schema.isEmpty() ||
                               SameName(name.schema, QStringLiteral("sys")) ||
                               SameName(name.schema, QStringLiteral("dbo"));
-    if (systemSchema && SameName(name.name, QStringLiteral("sp_executesql"))) {
-        return ExecuteSql(arguments);
+    if (const TextProcedure procedure = systemSchema ? FindTextProcedure(name.name) : nullptr) {
+        return (this->*procedure)(arguments);
     }
     if (systemSchema) {
         if (const SystemProcedure* procedure = session.objects.FindProcedure(name.name)) {
@@ -118,7 +91,12 @@ OwnedValue ProcedureCaller::ValueFor(const Parameter& parameter, const CallArgum
         return parameter.defaultValue;
     }
     if (argument->output && !parameter.output) throw SqlError(8162, {parameter.name});
-    return Converted(argument->value.View(), argument->type, parameter.type);
+    try {
+        return Converted(argument->value.View(), argument->type, parameter.type);
+    } catch (const SqlError&) {
+        // Whatever is wrong with it, an argument is told so.
+        throw SqlError(8114, {argument->type.Name(), parameter.type.Name()});
+    }
 }
 
 void ProcedureCaller::RunBody(Frame& frame, const tsql::StatementList& body,
@@ -146,7 +124,7 @@ int ProcedureCaller::CallStored(const ObjectInfo& object, const DatabaseEntry& d
                                 std::vector<CallArgument>& arguments) {
     SessionState& session = caller_.Session();
     const Nested nested(session);
-    const tsql::StatementList statements = ParseText(object.definition);
+    const tsql::StatementList statements = ParseBatchText(object.definition);
     const auto& definition = static_cast<const tsql::CreateProcedure&>(*statements.front());
     const std::vector<Parameter> parameters = LoadParameters(object, database);
     Frame frame(session, object.name, object.id);
@@ -187,50 +165,10 @@ int ProcedureCaller::CallSystem(const SystemProcedure& procedure, const Database
     return status;
 }
 
-// sp_executesql @statement, @declarations, values: the text runs with variables of its own.
-int ProcedureCaller::ExecuteSql(std::vector<CallArgument>& arguments) {
-    SessionState& session = caller_.Session();
-    const QString name = QStringLiteral("sp_executesql");
-    if (arguments.empty()) {
-        throw SqlError(201, {name, QStringLiteral("@statement")});
-    }
-    const Nested nested(session);
-    const SqlType text = MakeType(TypeKind::NVarChar, SqlType::Max);
-    const auto textOf = [&](size_t i) {
-        return FromUtf8(Converted(arguments[i].value.View(), arguments[i].type, text).View().text);
-    };
-    const tsql::StatementList body = ParseText(textOf(0));
-    std::vector<Parameter> parameters;
-    std::vector<CallArgument> values;
-    if (arguments.size() > 1) {
-        try {
-            int ordinal = 0;
-            for (const auto& declared : tsql::ParseParameterList(textOf(1))) {
-                Parameter parameter{declared.name,
-                                    BindType(declared.type, ++ordinal),
-                                    declared.output,
-                                    !declared.defaultValue,
-                                    {}};
-                parameters.push_back(std::move(parameter));
-            }
-        } catch (const tsql::SyntaxError& error) {
-            throw FromSyntaxError(error);
-        }
-        values.assign(arguments.begin() + 2, arguments.end());
-    }
-    Frame frame(session, QString(), 0);
-    frame.SetHome(caller_.Database());
-    sink_.ProcedureBegins();
-    RunBody(frame, body, parameters, values, name);
-    for (size_t i = 0; i < values.size(); ++i) arguments[i + 2] = values[i];
-    sink_.ReturnStatus(0);
-    return 0;
-}
-
 void ProcedureCaller::RunText(const QString& text) {
     SessionState& session = caller_.Session();
     const Nested nested(session);
-    const tsql::StatementList body = ParseText(text);
+    const tsql::StatementList body = ParseBatchText(text);
     Frame frame(session, QString(), 0);
     StatementRunner(frame, sink_).RunAll(body);
 }

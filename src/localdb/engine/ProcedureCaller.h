@@ -43,7 +43,21 @@ class ProcedureCaller {
                    std::vector<CallArgument>& arguments);
     int CallSystem(const SystemProcedure& procedure, const DatabaseEntry& database,
                    std::vector<CallArgument>& arguments);
+    // The procedures that run a text of the client's: sp_executesql, sp_prepare and their like.
+    using TextProcedure = int (ProcedureCaller::*)(std::vector<CallArgument>&);
+    static TextProcedure FindTextProcedure(const QString& name);
     int ExecuteSql(std::vector<CallArgument>& arguments);
+    int Prepare(std::vector<CallArgument>& arguments);
+    int PrepareAndExecute(std::vector<CallArgument>& arguments);
+    int ExecutePrepared(std::vector<CallArgument>& arguments);
+    int Unprepare(std::vector<CallArgument>& arguments);
+    int64_t KeepPrepared(std::vector<CallArgument>& arguments);
+    const PreparedText& FindPrepared(const std::vector<CallArgument>& arguments);
+    void Describe(const PreparedText& prepared);
+    std::vector<Parameter> ReadDeclarations(const QString& text);
+    // Runs the text with the arguments from `first` on.
+    int RunPrepared(const PreparedText& prepared, std::vector<CallArgument>& arguments,
+                    size_t first, const QString& procedure);
     std::vector<Parameter> LoadParameters(const ObjectInfo& object, const DatabaseEntry& database);
     // By parameter: the index of its argument; nothing where it was left out.
     std::vector<std::optional<size_t>> Match(const std::vector<Parameter>& parameters,
@@ -57,6 +71,25 @@ class ProcedureCaller {
 
     Frame& caller_;
     ResultSink& sink_;
+};
+
+// One level of calls. What a procedure sets of the options ends with it.
+class ProcedureCaller::Nested {
+  public:
+    explicit Nested(SessionState& session) : session_(session), options_(session.options) {
+        if (session.nestLevel >= MaxNesting) throw SqlError(217, {QString::number(MaxNesting)});
+        ++session.nestLevel;
+    }
+    ~Nested() {
+        --session_.nestLevel;
+        session_.options = options_;
+    }
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+
+  private:
+    SessionState& session_;
+    SessionOptions options_;
 };
 
 }  // namespace quarv::localdb::engine

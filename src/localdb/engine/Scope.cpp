@@ -18,6 +18,12 @@ void Scope::Add(Source source, bool isAlias) {
     sources_.push_back(std::move(source));
 }
 
+void Scope::MakeNullable(size_t begin, size_t end) {
+    for (size_t i = begin; i < end; ++i) {
+        for (SourceColumn& column : sources_[i].columns) column.nullable = true;
+    }
+}
+
 bool Scope::Matches(const Source& source, const tsql::ObjectName& name) {
     if (name.schema.isEmpty()) return true;
     if (!SameName(source.name, name.schema)) return false;

@@ -31,6 +31,9 @@ class Scope {
     // Raises SqlError 1011 or 1013 where the name is taken.
     void Add(Source source, bool isAlias);
     const std::vector<Source>& Sources() const { return sources_; }
+    // The sources from `begin` up to `end` may be missing from a row: the far side of an outer
+    // join.
+    void MakeNullable(size_t begin, size_t end);
 
     // A column by its name as written. Raises SqlError 207, 209 or 4104.
     std::unique_ptr<BoundColumn> Resolve(const tsql::ObjectName& name) const;

@@ -21,6 +21,12 @@ struct SessionOptions {
     int identityInsertDatabase = 0;
 };
 
+// A statement that the client prepared: its text and its parameters' declarations.
+struct PreparedText {
+    QString declarations;
+    QString text;
+};
+
 struct SessionState {
     SessionState(DatabaseList& list, const SystemObjects& system, QString loginName, int spid)
         : databases(list),
@@ -44,6 +50,8 @@ struct SessionState {
     int error = 0;                    // @@ERROR
     std::optional<int64_t> identity;  // @@IDENTITY
     int nestLevel = 0;
+    std::map<int64_t, PreparedText> prepared;  // by handle
+    int64_t lastHandle = 0;
 };
 
 }  // namespace quarv::localdb::engine

@@ -135,8 +135,14 @@ std::unique_ptr<BoundSource> QueryBinder::BindDerived(const tsql::DerivedTable& 
 std::unique_ptr<BoundSource> QueryBinder::BindJoin(const tsql::Join& join) {
     auto bound = std::make_unique<BoundSource>();
     bound->join = join.join;
+    const size_t begin = scope_.Sources().size();
     bound->left = BindSource(*join.left);
+    const size_t middle = scope_.Sources().size();
     bound->right = BindSource(*join.right);
+    const size_t end = scope_.Sources().size();
+    const bool full = join.join == tsql::JoinKind::Full;
+    if (full || join.join == tsql::JoinKind::Right) scope_.MakeNullable(begin, middle);
+    if (full || join.join == tsql::JoinKind::Left) scope_.MakeNullable(middle, end);
     if (join.on) {
         ExpressionBinder binder(context_, scope_);
         bound->on = binder.Condition(*join.on);

@@ -7,6 +7,7 @@
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/TypeTable.h"
 #include "localdb/engine/Utf8.h"
+#include "localdb/tsql/BatchParser.h"
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/Declare.h"
 #include "localdb/tsql/Print.h"
@@ -70,6 +71,14 @@ StatementKind KindOf(const tsql::Statement& statement) {
 
 SqlError FromSyntaxError(const tsql::SyntaxError& error) {
     return SqlError(error.Number(), error.Inserts(), error.Line());
+}
+
+tsql::StatementList ParseBatchText(const QString& text) {
+    try {
+        return tsql::ParseBatch(text);
+    } catch (const tsql::SyntaxError& error) {
+        throw FromSyntaxError(error);
+    }
 }
 
 void StatementRunner::Done(int64_t rows) {
@@ -221,7 +230,7 @@ void StatementRunner::RunTransaction(const tsql::Statement& statement) {
     Transactions& transactions = frame_.Session().transactions;
     switch (node.verb) {
         case tsql::TransactionVerb::Begin:
-            transactions.Begin(sink_);
+            transactions.Begin(node.name, sink_);
             break;
         case tsql::TransactionVerb::Commit:
             transactions.Commit(sink_);

@@ -52,6 +52,8 @@ void RunCreateProcedure(const tsql::Statement& statement, Frame& frame, ResultSi
 void RunCreateIndex(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunDrop(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 
+// As tsql::ParseBatch; raises SqlError.
+tsql::StatementList ParseBatchText(const QString& text);
 // The error that a syntax error means.
 SqlError FromSyntaxError(const tsql::SyntaxError& error);
 

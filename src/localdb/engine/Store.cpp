@@ -68,8 +68,11 @@ std::string Store::Attach(const DatabaseEntry& database) {
             QByteArray("file:") + database.path.toUtf8().toPercentEncoding("/") + "?mode=rw";
         Prepare("ATTACH ? AS " + name).Bind(1, std::string_view(path.data(), path.size())).Run();
         attached_.push_front(database);
-        Run("PRAGMA " + name + ".journal_mode=WAL");
-        Run("PRAGMA " + name + ".synchronous=FULL");
+        if (!InTransaction()) {
+            // Inside a transaction the file's own mode and the library's default, FULL, hold.
+            Run("PRAGMA " + name + ".journal_mode=WAL");
+            Run("PRAGMA " + name + ".synchronous=FULL");
+        }
         Run("PRAGMA " + name + ".cache_size=-8000");
         Run("SELECT 1 FROM " + name + ".q_meta WHERE key = 'format' AND value = 1");
     } catch (const SqlError& error) {
@@ -90,8 +93,16 @@ void Store::Detach(int databaseId) {
     attached_.erase(entry);
 }
 
+// Inside a transaction only those can go that it has not touched.
 void Store::DetachOldest() {
-    if (!InTransaction()) Detach(attached_.back().id);
+    const std::list<DatabaseEntry> candidates(attached_.rbegin(), attached_.rend());
+    for (const DatabaseEntry& entry : candidates) {
+        try {
+            Detach(entry.id);
+            return;
+        } catch (const SqlError&) {
+        }
+    }
 }
 
 void Store::ForgetStatements(const std::string& prefix) {

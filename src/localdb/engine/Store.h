@@ -38,7 +38,7 @@ class Store {
     // The name under which the database's tables are reached ("d5"), attached at first use. Raises
     // SqlError 945 where the file is missing, damaged or locked.
     std::string Attach(const DatabaseEntry& database);
-    // Lets go of the database's file; allowed only outside a transaction.
+    // Lets go of the database's file. Raises SqlError where a transaction has touched it.
     void Detach(int databaseId);
 
     SqliteStatement Prepare(const std::string& sql) { return SqliteStatement(*this, sql); }

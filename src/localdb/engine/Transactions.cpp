@@ -27,8 +27,9 @@ void RunQuietly(Store& store, const char* sql) {
 
 }  // namespace
 
-void Transactions::Begin(ResultSink& sink) {
+void Transactions::Begin(const QString& name, ResultSink& sink) {
     if (count_++ > 0) return;
+    name_ = name;
     id_ = NextId();
     sink.TransactionBegan(id_);
 }
@@ -58,6 +59,7 @@ void Transactions::Rollback(const QString& name, ResultSink& sink) {
         savepoints_.resize(i + 1);
         return;
     }
+    if (!name.isEmpty() && !SameName(name, name_)) throw SqlError(6401, {name});
     if (changed_) RunQuietly(store_, "ROLLBACK");
     End(false, sink);
 }

@@ -18,10 +18,11 @@ class Transactions {
 
     int Count() const { return count_; }
 
-    void Begin(ResultSink& sink);
+    // The name of the outermost one counts, for Rollback.
+    void Begin(const QString& name, ResultSink& sink);
     // Raises SqlError 3902 where none is open. Only the outermost commit commits.
     void Commit(ResultSink& sink);
-    // Rolls everything back; with a name back to that savepoint. Raises SqlError 3903 or 6401.
+    // Rolls everything back; with a savepoint's name back to it. Raises SqlError 3903 or 6401.
     void Rollback(const QString& name, ResultSink& sink);
     void Save(const QString& name);
     // Rolls back without a word where a session ends or is reset.
@@ -42,6 +43,7 @@ class Transactions {
     Store& store_;
     int count_ = 0;
     uint64_t id_ = 0;
+    QString name_;
     bool changed_ = false;  // the storage's transaction was begun
     std::vector<QString> savepoints_;
 };

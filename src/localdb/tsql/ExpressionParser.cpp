@@ -302,7 +302,7 @@ ExpressionPtr FinishIsNull(TokenReader& reader, ExpressionPtr operand) {
 [[noreturn]] void FailCondition(TokenReader& reader) {
     const Token& at = reader.Peek();
     if (at.kind == TokenKind::Sign && !at.IsSign(u")") && !at.IsSign(u";")) reader.Fail();
-    throw SyntaxError(SyntaxError::NotACondition, {at.text}, at.line, at.column);
+    throw SyntaxError(SyntaxError::NotACondition, {reader.Near().text}, at.line, at.column);
 }
 
 ExpressionPtr FinishComparison(TokenReader& reader, ExpressionPtr operand) {

@@ -61,9 +61,12 @@ int TokenReader::ExpectInteger() {
     return value;
 }
 
+const Token& TokenReader::Near() {
+    return AtEnd() && lastEnd_ > 0 ? last_ : Peek();
+}
+
 void TokenReader::Fail() {
-    // At its end a batch is wrong near its last word.
-    const Token& at = AtEnd() && lastEnd_ > 0 ? last_ : Peek();
+    const Token& at = Near();
     const bool keyword = at.kind == TokenKind::Word && at.reserved && !AtEnd();
     throw SyntaxError(keyword ? SyntaxError::NearKeyword : SyntaxError::Near, {at.text}, at.line,
                       at.column);

@@ -37,6 +37,8 @@ class TokenReader {
     QString ExpectVariable();
     int ExpectInteger();
 
+    // The token that a message names: the next one, or at the batch's end the last.
+    const Token& Near();
     // "Incorrect syntax near" the token that Peek gives.
     [[noreturn]] void Fail();
     // T-SQL that this server does not have, at the token that Peek gives.

@@ -1,0 +1,176 @@
+#include <array>
+
+#include "localdb/engine/Conversion.h"
+#include "localdb/engine/ProcedureCaller.h"
+#include "localdb/engine/QueryBinder.h"
+#include "localdb/engine/TypeTable.h"
+#include "localdb/engine/Utf8.h"
+#include "localdb/tsql/Select.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+constexpr size_t MaxPrepared = 65'536;  // of one session
+
+QString TextOf(const CallArgument& argument) {
+    const SqlType text = MakeType(TypeKind::NVarChar, SqlType::Max);
+    TextArena arena;
+    return FromUtf8(
+        Conversion::Convert(argument.value.View(), argument.type, text, Conversion::NoStyle, arena)
+            .text);
+}
+
+void Require(const std::vector<CallArgument>& arguments, size_t count, const char* procedure,
+             const char* parameter) {
+    if (arguments.size() >= count) return;
+    throw SqlError(201, {QString::fromLatin1(procedure), QString::fromLatin1(parameter)});
+}
+
+}  // namespace
+
+ProcedureCaller::TextProcedure ProcedureCaller::FindTextProcedure(const QString& name) {
+    struct Entry {
+        QStringView name;
+        TextProcedure run;
+    };
+    static const std::array<Entry, 5> table = {{
+        {u"sp_executesql", &ProcedureCaller::ExecuteSql},
+        {u"sp_prepare", &ProcedureCaller::Prepare},
+        {u"sp_prepexec", &ProcedureCaller::PrepareAndExecute},
+        {u"sp_execute", &ProcedureCaller::ExecutePrepared},
+        {u"sp_unprepare", &ProcedureCaller::Unprepare},
+    }};
+    for (const Entry& entry : table) {
+        if (entry.name.compare(name, Qt::CaseInsensitive) == 0) return entry.run;
+    }
+    return nullptr;
+}
+
+std::vector<ProcedureCaller::Parameter> ProcedureCaller::ReadDeclarations(const QString& text) {
+    std::vector<Parameter> parameters;
+    try {
+        int ordinal = 0;
+        for (const tsql::ParameterDefinition& declared : tsql::ParseParameterList(text)) {
+            parameters.push_back(
+                {declared.name, BindType(declared.type, ++ordinal), declared.output, true, {}});
+        }
+    } catch (const tsql::SyntaxError& error) {
+        throw FromSyntaxError(error);
+    }
+    return parameters;
+}
+
+int ProcedureCaller::RunPrepared(const PreparedText& prepared, std::vector<CallArgument>& arguments,
+                                 size_t first, const QString& procedure) {
+    SessionState& session = caller_.Session();
+    const Nested nested(session);
+    const tsql::StatementList body = ParseBatchText(prepared.text);
+    const std::vector<Parameter> parameters = ReadDeclarations(prepared.declarations);
+    const auto begin = arguments.begin() + static_cast<ptrdiff_t>(first);
+    std::vector<CallArgument> values(begin, arguments.end());
+    Frame frame(session, QString(), 0);
+    frame.SetHome(caller_.Database());
+    sink_.ProcedureBegins();
+    RunBody(frame, body, parameters, values, procedure);
+    std::copy(values.begin(), values.end(), begin);
+    sink_.ReturnStatus(0);
+    return 0;
+}
+
+// sp_executesql @statement, @declarations, values.
+int ProcedureCaller::ExecuteSql(std::vector<CallArgument>& arguments) {
+    Require(arguments, 1, "sp_executesql", "@statement");
+    const bool declared = arguments.size() > 1;
+    const PreparedText text{declared ? TextOf(arguments[1]) : QString(), TextOf(arguments[0])};
+    return RunPrepared(text, arguments, declared ? 2 : 1, QStringLiteral("sp_executesql"));
+}
+
+// The first argument is the handle that comes back, then the declarations and the statement.
+int64_t ProcedureCaller::KeepPrepared(std::vector<CallArgument>& arguments) {
+    SessionState& session = caller_.Session();
+    if (session.prepared.size() >= MaxPrepared) throw SqlError(8623);
+    const int64_t handle = ++session.lastHandle;
+    session.prepared[handle] = {TextOf(arguments[1]), TextOf(arguments[2])};
+    arguments[0].type = IntType();
+    arguments[0].value = SqlValue::Integer(handle);
+    arguments[0].changed = true;
+    return handle;
+}
+
+// sp_prepare @handle OUTPUT, @declarations, @statement, @options. With option 1 the client wants to
+// know the columns before anything runs.
+int ProcedureCaller::Prepare(std::vector<CallArgument>& arguments) {
+    Require(arguments, 3, "sp_prepare", "@stmt");
+    sink_.ProcedureBegins();
+    const int64_t handle = KeepPrepared(arguments);
+    try {
+        Describe(caller_.Session().prepared[handle]);
+    } catch (const SqlError&) {
+        caller_.Session().prepared.erase(handle);
+        throw;
+    }
+    sink_.ReturnStatus(0);
+    return 0;
+}
+
+void ProcedureCaller::Describe(const PreparedText& prepared) {
+    SessionState& session = caller_.Session();
+    const tsql::StatementList body = ParseBatchText(prepared.text);
+    if (body.empty() || body.front()->type != tsql::StatementType::Select) return;
+    Frame frame(session, QString(), 0);
+    frame.SetHome(caller_.Database());
+    for (const Parameter& parameter : ReadDeclarations(prepared.declarations)) {
+        frame.Variables().Declare(parameter.name, parameter.type);
+    }
+    const Transactions::Reading reading(session.transactions);
+    BindContext context = frame.NewContext();
+    QueryBinder binder(context, nullptr);
+    const auto query = binder.Bind(*static_cast<const tsql::Select&>(*body.front()).query);
+    if (!query->assigned.empty()) return;
+    sink_.BeginRows(query->columns);
+    sink_.StatementDone(StatementKind::Select, -1, false);
+}
+
+// sp_prepexec @handle OUTPUT, @declarations, @statement, values.
+int ProcedureCaller::PrepareAndExecute(std::vector<CallArgument>& arguments) {
+    Require(arguments, 3, "sp_prepexec", "@stmt");
+    const int64_t handle = KeepPrepared(arguments);
+    try {
+        return RunPrepared(caller_.Session().prepared[handle], arguments, 3,
+                           QStringLiteral("sp_prepexec"));
+    } catch (const SqlError&) {
+        // A text that cannot be read at all is not kept.
+        caller_.Session().prepared.erase(handle);
+        throw;
+    }
+}
+
+const PreparedText& ProcedureCaller::FindPrepared(const std::vector<CallArgument>& arguments) {
+    const auto& prepared = caller_.Session().prepared;
+    const SqlValue handle = arguments[0].value.View();
+    const auto found = prepared.find(handle.integer);
+    if (handle.IsNull() || found == prepared.end()) {
+        throw SqlError(8179, {QString::number(handle.integer)});
+    }
+    return found->second;
+}
+
+// sp_execute @handle, values.
+int ProcedureCaller::ExecutePrepared(std::vector<CallArgument>& arguments) {
+    Require(arguments, 1, "sp_execute", "@handle");
+    return RunPrepared(PreparedText(FindPrepared(arguments)), arguments, 1,
+                       QStringLiteral("sp_execute"));
+}
+
+// sp_unprepare @handle.
+int ProcedureCaller::Unprepare(std::vector<CallArgument>& arguments) {
+    Require(arguments, 1, "sp_unprepare", "@handle");
+    FindPrepared(arguments);
+    sink_.ProcedureBegins();
+    caller_.Session().prepared.erase(arguments[0].value.View().integer);
+    sink_.ReturnStatus(0);
+    return 0;
+}
+
+}  // namespace quarv::localdb::engine
