@@ -12,9 +12,10 @@
 #include <QTemporaryDir>
 #include <QWidget>
 #include <array>
-#include <cstdlib>
 #include <functional>
 #include <memory>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "BenchServer.h"
@@ -58,13 +59,13 @@ class PaintWatch : public QObject {
     bool painted_ = false;
 };
 
-[[noreturn]] void Fail(const char* what) {
-    std::fprintf(stderr, "OpenDatabaseBench: %s\n", what);
-    std::exit(2);
+// Ends the bench by way of main, so that its server ends too.
+[[noreturn]] void Fail(const std::string& what) {
+    throw std::runtime_error(what);
 }
 
 void Check(SQLRETURN code, const char* what) {
-    if (!SQL_SUCCEEDED(code)) Fail(what);
+    if (!SQL_SUCCEEDED(code)) Fail(std::string(what) + " failed");
 }
 
 struct Cell {
@@ -97,8 +98,16 @@ class BareConnection {
     void Execute(const QByteArray& sql) {
         QByteArray text = sql;
         WithStatement([&text](SQLHSTMT statement) {
-            Check(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS),
-                  "SQLExecDirect");
+            SQLRETURN code =
+                SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
+            // "No data" is a statement that touched no row.
+            while (SQL_SUCCEEDED(code)) code = SQLMoreResults(statement);
+            if (code == SQL_NO_DATA) return;
+            SQLCHAR state[6];
+            SQLCHAR message[512] = "the server refused a statement";
+            SQLGetDiagRec(SQL_HANDLE_STMT, statement, 1, state, nullptr, message, sizeof message,
+                          nullptr);
+            Fail(reinterpret_cast<const char*>(message));
         });
     }
 
@@ -251,6 +260,7 @@ int main(int argc, char** argv) {
     try {
         return Run(QCoreApplication::arguments());
     } catch (const std::exception& e) {
-        Fail(e.what());
+        std::fprintf(stderr, "OpenDatabaseBench: %s\n", e.what());
+        return 2;
     }
 }
