@@ -12,6 +12,7 @@
 
 #include "RunningServer.h"
 #include "localdb/server/Instance.h"
+#include "support/EndWithUs.h"
 
 namespace quarv::localdb::server {
 
@@ -29,6 +30,7 @@ class ProcessTest : public testing::Test {
 
     static std::unique_ptr<QProcess> Begin(const QStringList& arguments) {
         auto process = std::make_unique<QProcess>();
+        EndWithUs(*process);
         process->start(QStringLiteral(FAKE_SERVER), arguments);
         return process;
     }

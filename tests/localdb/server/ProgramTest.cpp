@@ -7,6 +7,7 @@
 #include "ClientRuns.h"
 #include "Files.h"
 #include "RunningServer.h"
+#include "support/EndWithUs.h"
 
 namespace quarv::localdb::server {
 
@@ -24,6 +25,7 @@ class ProgramTest : public testing::Test {
         WriteFile(home_->filePath(QStringLiteral("password")), "right\n");
         process_ = new QProcess;
         process_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        EndWithUs(*process_);
         process_->start(QStringLiteral(LOCALDB_PROGRAM),
                         {QStringLiteral("serve"), QStringLiteral("--data"),
                          home_->filePath(QStringLiteral("data")), QStringLiteral("--listen"),
@@ -110,6 +112,7 @@ TEST_F(ProgramTest, ChangeOfDatabaseIsToldOnce) {
     const auto reply = client.Run(QStringLiteral("use mirel"));
     ASSERT_TRUE(reply);
     ASSERT_THAT(reply->tokens, testing::ElementsAre(0xE3, 0xAB, 0xFD));
+    ASSERT_EQ(reply->messages.size(), 1u);
     EXPECT_EQ(reply->messages[0].text, QStringLiteral("Changed database context to 'mirel'."));
 }
 

@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include "support/EndWithUs.h"
+
 namespace quarv::test {
 
 namespace {
@@ -18,6 +20,7 @@ EmbeddedServer::EmbeddedServer() {
     file.write("test secret\n");
     file.close();
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    EndWithUs(process_);
     process_.start(
         QStringLiteral(QUARV_LOCALDB_PROGRAM),
         {QStringLiteral("serve"), QStringLiteral("--data"), home_.path() + QStringLiteral("/data"),
