@@ -240,4 +240,18 @@ void BoundIn::Write(SqlWriter& writer) const {
     writer.Text(")");
 }
 
+BoundRowCount::BoundRowCount(BoundPtr count, int64_t least, int number)
+    : least_(least), number_(number) {
+    type = count->type;
+    nullable = false;
+    parts.push_back(std::move(count));
+}
+
+SqlValue BoundRowCount::Evaluate(const Evaluation& evaluation) const {
+    const SqlValue count = parts[0]->Evaluate(evaluation);
+    if (count.IsNull()) throw SqlError(1060);
+    if (count.integer < least_) throw SqlError(number_);
+    return count;
+}
+
 }  // namespace quarv::localdb::engine

@@ -162,6 +162,17 @@ class BoundIn : public BoundCondition {
     void Write(SqlWriter& writer) const override;
 };
 
+// The number of rows of TOP, OFFSET or FETCH: raises `number` where it is below `least` or null.
+class BoundRowCount : public BoundExpression {
+  public:
+    BoundRowCount(BoundPtr count, int64_t least, int number);
+    SqlValue Evaluate(const Evaluation& evaluation) const override;
+
+  private:
+    int64_t least_;
+    int number_;
+};
+
 // True where `value` is a condition that holds: not false and not unknown.
 inline bool Holds(const SqlValue& value) {
     return !value.IsNull() && value.integer != 0;

@@ -39,6 +39,7 @@ constexpr MessageText Table[] = {
     {121, 15, 1,
      u"The select list for the INSERT statement contains more items than the insert list. The "
      u"number of SELECT values must match the number of INSERT columns."},
+    {127, 15, 1, u"A TOP N or FETCH rowcount value may not be negative."},
     {128, 15, 1,
      u"The name \"%\" is not permitted in this context. Valid expressions are constants, constant "
      u"expressions, and (in some contexts) variables. Column names are not permitted."},
@@ -147,6 +148,9 @@ constexpr MessageText Table[] = {
      u"An object or column name is missing or empty. For SELECT INTO statements, verify each "
      u"column has a name. For other statements, look for empty alias names. Aliases defined as "
      u"\"\" or [] are not allowed. Change the alias to a valid name."},
+    {1056, 15, 1,
+     u"The number of elements in the select list exceeds the maximum allowed number of 4096 "
+     u"elements."},
     {1060, 15, 1,
      u"The number of rows provided for a TOP or FETCH clauses row count parameter must be an "
      u"integer."},

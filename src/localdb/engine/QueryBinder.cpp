@@ -197,15 +197,16 @@ void QueryBinder::BindOrder(const tsql::Query& query) {
 void QueryBinder::BindLimits(const tsql::Query& query) {
     const Scope none;
     ExpressionBinder binder(context_, none);
-    const auto bind = [&binder](const tsql::ExpressionPtr& expression) {
+    const auto bind = [&binder](const tsql::ExpressionPtr& expression, int64_t least, int number) {
         if (!expression) return BoundPtr();
         BoundPtr value = binder.Value(*expression);
         if (ClassOf(value->type) != TypeClass::Integer) throw SqlError(1060, {}, expression->line);
-        return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::BigInt));
+        value = ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::BigInt));
+        return BoundPtr(std::make_unique<BoundRowCount>(std::move(value), least, number));
     };
-    result_->top = bind(query.top);
-    result_->offset = bind(query.offset);
-    result_->fetch = bind(query.fetch);
+    result_->top = bind(query.top, 0, 127);
+    result_->offset = bind(query.offset, 0, 10742);
+    result_->fetch = bind(query.fetch, 1, 10744);
     if (result_->top && result_->offset) throw SqlError(10741, {}, query.line);
 }
 

@@ -58,6 +58,8 @@ struct OrderItem {
 };
 
 struct Query {
+    static constexpr size_t MaxItems = 4096;
+
     bool distinct = false;
     ExpressionPtr top;  // or nothing
     std::vector<SelectItem> items;

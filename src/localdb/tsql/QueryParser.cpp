@@ -245,6 +245,9 @@ std::unique_ptr<Query> ParseQuery(TokenReader& reader) {
     if (!query->distinct) reader.TryWord(u"all");
     ParseTop(reader, *query);
     do {
+        if (query->items.size() == Query::MaxItems) {
+            throw SyntaxError(SyntaxError::TooManyItems, {}, reader.Line(), reader.Peek().column);
+        }
         query->items.push_back(ParseItem(reader));
     } while (reader.TrySign(u","));
     RefuseWord(reader, {u"into"});

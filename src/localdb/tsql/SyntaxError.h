@@ -19,6 +19,7 @@ class SyntaxError : public Error {
         NearKeyword = 156,
         TooDeep = 191,
         EmptyName = 1038,
+        TooManyItems = 1056,
         NotACondition = 4145,
         TooComplex = 8623,
         TooManyRows = 10738,

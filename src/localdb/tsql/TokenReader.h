@@ -12,7 +12,7 @@ namespace quarv::localdb::tsql {
 class TokenReader {
   public:
     static constexpr int MaxDepth = 100;  // nested parentheses, blocks and queries
-    static constexpr qsizetype MaxTokens = 2'000'000;
+    static constexpr qsizetype MaxTokens = 1'000'000;
     static constexpr qsizetype MaxLength = 16 * 1024 * 1024;  // UTF-16 units
 
     // Raises SyntaxError for a batch that is too long.

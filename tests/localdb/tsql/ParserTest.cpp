@@ -180,6 +180,18 @@ TEST(Parser, BoundsRowsOfValues) {
     EXPECT_EQ(Raised([&] { ParseBatch(batch + QStringLiteral(",(1)")); }), 10738);
 }
 
+TEST(Parser, BoundsTheSelectList) {
+    QString batch = QStringLiteral("select 1");
+    for (int i = 1; i < 4096; ++i) batch += QStringLiteral(",1");
+    EXPECT_EQ(ParseBatch(batch).size(), 1u);
+    EXPECT_EQ(Raised([&] { ParseBatch(batch + QStringLiteral(",1")); }), 1056);
+}
+
+TEST(Parser, BoundsTheNumberOfTokens) {
+    const QString batch = QStringLiteral("select 1;").repeated(400'000);
+    EXPECT_EQ(Raised([&] { ParseBatch(batch); }), 8623);
+}
+
 TEST(Parser, BoundsTheBatch) {
     EXPECT_EQ(Raised([] { ParseBatch(QString(17 * 1024 * 1024, u' ')); }), 8623);
 }
