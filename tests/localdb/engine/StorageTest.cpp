@@ -104,7 +104,8 @@ TEST(Storage, DamageInsideATableRaisesWhenItIsMet) {
     server.Close();
     const QString path = FileOf(server, QStringLiteral("d-*.sqlite"));
     const qint64 size = QFile(path).size();
-    for (qint64 at = size / 4 / 4096 * 4096; at < size; at += 4096) Overwrite(path, at, QByteArray(64, '\xFF'));
+    for (qint64 at = size / 4 / 4096 * 4096; at < size; at += 4096)
+        Overwrite(path, at, QByteArray(64, '\xFF'));
     server.Open();
     const auto session = server.NewSession();
     int error = Raised([&] { session->UseDatabase(QStringLiteral("d")); });
