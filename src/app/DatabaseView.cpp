@@ -46,14 +46,13 @@ void DatabaseView::DoView(const QString& ConnStr) {
 
 void DatabaseView::FillTree() {
     forms::Nodes& nodes = DBObjectList->Nodes();
-    const AddCatalogueNode add = [&nodes](const QString& parent, const QString& key,
-                                          const QString& text, CatalogueIcon image) {
-        nodes.Add(parent, key, text, image);
-    };
-    ReadRoot(*connection_, add);
+    for (const CatalogueNode& node : ReadRoot(*connection_))
+        nodes.Add(node.parent, node.key, node.text, node.image);
     nodes.Item(1).SetExpanded(true);
-    ReadTables(*connection_, add);
-    ReadProcedures(*connection_, add);
+    for (const auto read : {ReadTables, ReadProcedures}) {
+        const CatalogueGroup group = read(*connection_);
+        nodes.AddAll(group.parent, group.keyPrefix, group.names, group.image);
+    }
 }
 
 void DatabaseView::DBObjectList_NodeClick(const forms::Node& node) {

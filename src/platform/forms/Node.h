@@ -35,8 +35,8 @@ class Node {
 
     NodeModel* model_ = nullptr;
     Node* parent_ = nullptr;
-    // The key in two parts: where it ends in the text, as most keys do, `rest_` is the text and
-    // `prefix_` is shared with the node before, so that thousands of keys need no memory.
+    // The key in two parts: of nodes that were added together, `prefix_` is one text for all and
+    // `rest_` is the node's text, so that thousands of keys need no memory.
     QString prefix_;
     QString rest_;
     QString text_;

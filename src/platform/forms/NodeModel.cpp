@@ -33,22 +33,36 @@ NodeModel::~NodeModel() = default;
 
 Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QString& text,
                      int image) {
-    Node* parent = ParentFor(relativeKey);
-    if (parent == nullptr) throw RuntimeError(RuntimeError::ElementNotFound, relativeKey);
     if (image < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
+    return Append(RequireParent(relativeKey), {}, key, text, image);
+}
+
+void NodeModel::AddAll(const QString& relativeKey, const QString& keyPrefix,
+                       const std::vector<QString>& texts, int image) {
+    if (image < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
+    Node& parent = RequireParent(relativeKey);
+    keys_.Reserve(texts.size());
+    parent.children_.reserve(parent.children_.size() + texts.size());
+    for (const QString& text : texts) Append(parent, keyPrefix, text, text, image);
+}
+
+Node& NodeModel::Append(Node& parent, const QString& prefix, const QString& rest,
+                        const QString& text, int image) {
     Node& node = NextNode();
     node.model_ = this;
-    node.parent_ = parent;
+    node.parent_ = &parent;
+    node.prefix_ = prefix;
+    node.rest_ = rest;
     node.text_ = text;
-    SetKey(node, key, text);
     node.image_ = image;
     node.index_ = count_ + 1;
-    node.row_ = static_cast<int>(parent->children_.size());
-    if (!key.isEmpty() && !keys_.Add(node, key))
-        throw RuntimeError(RuntimeError::KeyNotUnique, key);
+    node.row_ = static_cast<int>(parent.children_.size());
+    const bool keyed = !prefix.isEmpty() || !rest.isEmpty();
+    if (keyed && !keys_.Add(node, prefix, rest))
+        throw RuntimeError(RuntimeError::KeyNotUnique, prefix + rest);
     ++count_;
-    parent->children_.push_back(&node);
-    ScheduleFlush(*parent);
+    parent.children_.push_back(&node);
+    ScheduleFlush(parent);
     return node;
 }
 
@@ -62,21 +76,10 @@ Node& NodeModel::At(int index) const {
     return blocks_[static_cast<size_t>(index / BlockSize)][static_cast<size_t>(index % BlockSize)];
 }
 
-void NodeModel::SetKey(Node& node, const QString& key, const QString& text) {
-    const qsizetype before = key.endsWith(text) ? key.size() - text.size() : 0;
-    if (QStringView(key).first(before) != lastPrefix_) lastPrefix_ = key.first(before);
-    node.prefix_ = lastPrefix_;
-    node.rest_ = before > 0 ? text : key;
-}
-
-Node* NodeModel::ParentFor(const QString& relativeKey) {
-    if (relativeKey.isEmpty()) return root_.get();
-    // Children mostly come one after another under the same parent.
-    if (lastParent_ == nullptr || lastParentKey_ != relativeKey) {
-        lastParent_ = Find(relativeKey);
-        lastParentKey_ = relativeKey;
-    }
-    return lastParent_;
+Node& NodeModel::RequireParent(const QString& relativeKey) {
+    Node* parent = relativeKey.isEmpty() ? root_.get() : Find(relativeKey);
+    if (parent == nullptr) throw RuntimeError(RuntimeError::ElementNotFound, relativeKey);
+    return *parent;
 }
 
 void NodeModel::ScheduleFlush(Node& parent) {
@@ -120,7 +123,6 @@ void NodeModel::Clear() {
     count_ = 0;
     keys_.Clear();
     waiting_.clear();
-    lastParent_ = nullptr;
     endResetModel();
 }
 

@@ -22,8 +22,10 @@ class NodeModel : public QAbstractItemModel {
 
     void SetImages(std::vector<QIcon> images) { images_ = std::move(images); }
 
-    // See Nodes::Add.
+    // See Nodes.
     Node& Add(const QString& relativeKey, const QString& key, const QString& text, int image);
+    void AddAll(const QString& relativeKey, const QString& keyPrefix,
+                const std::vector<QString>& texts, int image);
     int Count() const { return count_; }
     // 0-based, in the order of creation.
     Node& At(int index) const;
@@ -56,19 +58,18 @@ class NodeModel : public QAbstractItemModel {
   private:
     // The node behind the last; the same one again until it is counted.
     Node& NextNode();
-    void SetKey(Node& node, const QString& key, const QString& text);
-    Node* ParentFor(const QString& relativeKey);
+    // The last child of `parent`; its key is `prefix` and `rest` joined.
+    Node& Append(Node& parent, const QString& prefix, const QString& rest, const QString& text,
+                 int image);
+    Node& RequireParent(const QString& relativeKey);
     void ScheduleFlush(Node& parent);
     void Show(Node& parent);
 
     std::unique_ptr<Node> root_;
     std::vector<std::unique_ptr<Node[]>> blocks_;  // the nodes, so many to a block
     int count_ = 0;
-    QString lastPrefix_;
     NodeKeys keys_;
     std::vector<Node*> waiting_;  // parents with children that the view does not know
-    Node* lastParent_ = nullptr;  // of the last Add; null for none
-    QString lastParentKey_;
     std::vector<QIcon> images_;
     bool flushPending_ = false;
 };
