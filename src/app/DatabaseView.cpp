@@ -50,8 +50,8 @@ void DatabaseView::FillTree() {
         nodes.Add(node.parent, node.key, node.text, node.image);
     nodes.Item(1).SetExpanded(true);
     for (const auto read : {ReadTables, ReadProcedures}) {
-        const CatalogueGroup group = read(*connection_);
-        nodes.AddAll(group.parent, group.keyPrefix, group.names, group.image);
+        CatalogueGroup group = read(*connection_);
+        nodes.AddAll(group.parent, group.keyPrefix, std::move(group.names), group.image);
     }
 }
 

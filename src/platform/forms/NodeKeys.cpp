@@ -4,7 +4,7 @@
 #include <QVarLengthArray>
 #include <algorithm>
 
-#include "platform/forms/Node.h"
+#include "platform/forms/NodeStore.h"
 
 namespace quarv::forms {
 
@@ -53,26 +53,26 @@ quint32 FoldedHash(QStringView prefix, QStringView rest) {
     return static_cast<quint32>(qHashBits(folded.constData(), bytes, QHashSeed::globalSeed()));
 }
 
-bool HasKey(const Node& node, QStringView prefix, QStringView rest) {
-    QString key = prefix.toString();
-    key.append(rest);
-    return node.Key().compare(key, Qt::CaseInsensitive) == 0;
-}
-
 }  // namespace
 
-Node* NodeKeys::Find(const QString& key) const {
-    return slots_.empty() ? nullptr : slots_[Place(key, {}, FoldedHash(key, {}))].node;
+int NodeKeys::Find(const QString& key) const {
+    return slots_.empty() ? NoNode : slots_[Place(key, {}, FoldedHash(key, {}))].number;
 }
 
-bool NodeKeys::Add(Node& node, QStringView prefix, QStringView rest) {
+bool NodeKeys::Add(int number, QStringView prefix, QStringView rest) {
     Reserve(1);
     const quint32 hash = FoldedHash(prefix, rest);
     Slot& slot = slots_[Place(prefix, rest, hash)];
-    if (slot.node != nullptr) return false;
-    slot = {hash, &node};
+    if (slot.number != NoNode) return false;
+    slot = {hash, number};
     ++used_;
     return true;
+}
+
+bool NodeKeys::HasKey(int number, QStringView prefix, QStringView rest) const {
+    QString key = prefix.toString();
+    key.append(rest);
+    return store_.KeyAt(number).compare(key, Qt::CaseInsensitive) == 0;
 }
 
 void NodeKeys::Reserve(std::size_t more) {
@@ -89,8 +89,8 @@ void NodeKeys::Clear() {
 std::size_t NodeKeys::Place(QStringView prefix, QStringView rest, quint32 hash) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t at = hash & mask;
-    while (slots_[at].node != nullptr &&
-           (slots_[at].hash != hash || !HasKey(*slots_[at].node, prefix, rest)))
+    while (slots_[at].number != NoNode &&
+           (slots_[at].hash != hash || !HasKey(slots_[at].number, prefix, rest)))
         at = (at + 1) & mask;
     return at;
 }
@@ -100,9 +100,9 @@ void NodeKeys::Resize(std::size_t size) {
     old.swap(slots_);
     const std::size_t mask = size - 1;
     for (const Slot& slot : old) {
-        if (slot.node == nullptr) continue;
+        if (slot.number == NoNode) continue;
         std::size_t at = slot.hash & mask;
-        while (slots_[at].node != nullptr) at = (at + 1) & mask;
+        while (slots_[at].number != NoNode) at = (at + 1) & mask;
         slots_[at] = slot;
     }
 }

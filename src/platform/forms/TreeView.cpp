@@ -23,9 +23,9 @@ Node& Nodes::Add(const QString& relativeKey, const QString& key, const QString& 
     return model_.Add(relativeKey, key, text, image);
 }
 
-void Nodes::AddAll(const QString& relativeKey, const QString& keyPrefix,
-                   const std::vector<QString>& texts, int image) {
-    model_.AddAll(relativeKey, keyPrefix, texts, image);
+void Nodes::AddAll(const QString& relativeKey, const QString& keyPrefix, std::vector<QString> texts,
+                   int image) {
+    model_.AddAll(relativeKey, keyPrefix, std::move(texts), image);
 }
 
 int Nodes::Count() const {
