@@ -29,12 +29,13 @@ void DatabaseView::MakeControls() {
         Icons->Add(MakeCatalogueIcon(static_cast<CatalogueIcon>(i)));
     DBObjectList->SetImageList(*Icons);
     DBObjectList->SetSpokenName(QStringLiteral("Database objects"));
-    SetWidth(forms::ToTwips(1280));
-    SetHeight(forms::ToTwips(800));
-    PlaceInPixels(*DBObjectList, 12, 12, 440, 776);
-    PlaceInPixels(*TableFrame, 464, 12, 804, 776);
+    // Fits, with its title bar and the desktop's own bars, on a screen of 1280 by 720.
+    SetWidth(forms::ToTwips(1240));
+    SetHeight(forms::ToTwips(660));
+    PlaceInPixels(*DBObjectList, 12, 12, 440, 636);
+    PlaceInPixels(*TableFrame, 464, 12, 764, 636);
     TableFrame->SetBorderStyle(0);
-    PlaceInPixels(*TableFieldViewer, 0, 0, 804, 776);
+    PlaceInPixels(*TableFieldViewer, 0, 0, 764, 636);
 }
 
 void DatabaseView::DoView(const QString& ConnStr) {

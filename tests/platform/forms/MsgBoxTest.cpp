@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -64,6 +65,28 @@ TEST(MessageDialog, ItsTextIsPlainAndCanBeSelected) {
     EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByMouse);
     EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByKeyboard);
     EXPECT_EQ(dialog.accessibleName(), u"T"_qs);
+}
+
+// As of a desktop whose dialogs' buttons carry small pictures.
+class PicturedButtons : public QProxyStyle {
+  public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* more) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 1
+                   : QProxyStyle::styleHint(hint, option, widget, more);
+    }
+};
+
+TEST(MessageDialog, ItsButtonsShowTheirWordAlone) {
+    const QString before = QApplication::style()->name();
+    QApplication::setStyle(new PicturedButtons);
+    {
+        const MessageDialog dialog(nullptr, u"?"_qs, u"T"_qs, BoxIcon::Question, BoxButtons::YesNo);
+        EXPECT_TRUE(dialog.findChild<QPushButton*>(u"Yes"_qs)->icon().isNull());
+        EXPECT_TRUE(dialog.findChild<QPushButton*>(u"No"_qs)->icon().isNull());
+    }
+    QApplication::setStyle(before);
 }
 
 TEST(MessageHooks, NotesAndQuestionsOfTheFloorBelowAreBoxes) {
