@@ -206,7 +206,7 @@ Cost OpenBare(int port) {
             [](SQLHSTMT s) { return SQLProcedures(s, nullptr, 0, nullptr, 0, nullptr, 0); });
         if (tables < Tables || procedures < Procedures) Fail("the server lists too little");
         window = std::make_unique<QWidget>();
-        window->resize(1280, 800);
+        window->resize(1240, 660);  // as the main window
         window->show();
         PaintWatch::Wait(*window);
     });

@@ -1,6 +1,7 @@
 #include "app/WarmUp.h"
 
-#include <QFontMetrics>
+#include <QImage>
+#include <QPainter>
 
 #include "inspect/PaneFont.h"
 #include "platform/ado/odbc/OdbcConnectionFactory.h"
@@ -9,10 +10,14 @@
 namespace quarv {
 namespace {
 
-// A font is found when it is named, and loaded when it is first measured.
+// A font is found when it is named, and each of its glyphs is loaded when it is first painted.
 void LoadFont(const QString& name) {
-    const QFont font = drawing::FontNamed(name, QFont().pointSizeF());
-    static_cast<void>(QFontMetrics(font).maxWidth());
+    QString ascii;
+    for (char16_t c = u'!'; c <= u'~'; ++c) ascii += c;
+    QImage line(16, 16, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&line);
+    painter.setFont(drawing::FontNamed(name, QFont().pointSizeF()));
+    painter.drawText(QPointF(0, 12), ascii);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@ namespace quarv::forms {
 namespace {
 
 constexpr qreal Radius = 4;
+constexpr int CornerRows = 5;
 constexpr int TitleMargin = 8;
 
 // A colour between two, so that the panel fits a light and a dark palette alike.
@@ -41,29 +42,49 @@ void PaintTitle(QPainter& painter, const QRect& band, const FramePlusLook& look)
     painter.drawText(text, static_cast<int>(side | Qt::AlignVCenter | Qt::TextSingleLine), shown);
 }
 
+void PaintBand(QPainter& painter, const QRect& bounds, const QPainterPath& shape,
+               const FramePlusLook& look) {
+    const QColor face = look.palette.color(QPalette::Window);
+    const QColor ink = look.palette.color(QPalette::WindowText);
+    const QRect band(bounds.left(), bounds.top(), bounds.width(), look.bandHeight);
+    painter.save();
+    painter.setClipRect(band);
+    painter.fillPath(shape, Blend(face, ink, 0.07));
+    PaintTitle(painter, band, look);
+    painter.restore();
+    painter.setPen(Blend(face, ink, 0.15));
+    painter.drawLine(QPointF(bounds.left() + 1.5, band.bottom() + 0.5),
+                     QPointF(bounds.right() - 0.5, band.bottom() + 0.5));
+}
+
 }  // namespace
 
 void PaintFramePlus(QPainter& painter, const QRect& bounds, const FramePlusLook& look) {
     const QColor face = look.palette.color(QPalette::Window);
-    const QColor ink = look.palette.color(QPalette::WindowText);
-    const QColor line = Blend(face, ink, 0.25);
-    const QRectF outline = QRectF(bounds).adjusted(0.5, 0.5, -0.5, -0.5);
+    const QColor line = Blend(face, look.palette.color(QPalette::WindowText), 0.25);
     QPainterPath shape;
-    shape.addRoundedRect(outline, Radius, Radius);
+    shape.addRoundedRect(QRectF(bounds).adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
+    // Only the rows that hold the corners take the slow way of smooth edges.
+    const QRect middle = bounds.adjusted(0, CornerRows, 0, -CornerRows);
+    const QRect top =
+        middle.isValid() ? bounds.adjusted(0, 0, 0, -middle.height() - CornerRows) : bounds;
+    const QRect bottom =
+        middle.isValid() ? top.translated(0, middle.bottom() + 1 - top.top()) : QRect();
+    const auto onEdges = [&painter, &top, &bottom](const auto& paint) {
+        for (const QRect& rows : {top, bottom}) {
+            painter.save();
+            painter.setClipRect(rows);
+            paint();
+            painter.restore();
+        }
+    };
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(shape, face);
-    if (!look.caption.isEmpty()) {
-        const QRect band(bounds.left(), bounds.top(), bounds.width(), look.bandHeight);
-        painter.save();
-        painter.setClipRect(band);
-        painter.fillPath(shape, Blend(face, ink, 0.07));
-        PaintTitle(painter, band, look);
-        painter.restore();
-        painter.setPen(Blend(face, ink, 0.15));
-        const qreal y = band.bottom() + 0.5;
-        painter.drawLine(QPointF(outline.left() + 1, y), QPointF(outline.right() - 1, y));
-    }
-    painter.strokePath(shape, QPen(line, 1));
+    painter.fillRect(middle, face);
+    onEdges([&] { painter.fillPath(shape, face); });
+    if (!look.caption.isEmpty()) PaintBand(painter, bounds, shape, look);
+    onEdges([&] { painter.strokePath(shape, QPen(line, 1)); });
+    painter.fillRect(QRect(middle.topLeft(), middle.bottomLeft()), line);
+    painter.fillRect(QRect(middle.topRight(), middle.bottomRight()), line);
 }
 
 }  // namespace quarv::forms
