@@ -27,6 +27,10 @@ class ExpressionBinder {
     static void Unify(BoundPtr& a, BoundPtr& b);
 
   private:
+    // A number written as a constant that `to` can hold exactly becomes one of `to` now, so that a
+    // column beside it keeps its index. False, and nothing done, where it cannot.
+    static bool TakeExactly(BoundPtr& constant, const SqlType& to);
+
     BoundPtr BindVariable(const tsql::Variable& variable);
     BoundPtr BindNegate(const tsql::Negate& negate);
     BoundPtr BindArithmetic(const tsql::Arithmetic& arithmetic);
