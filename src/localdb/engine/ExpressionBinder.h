@@ -18,9 +18,6 @@ class ExpressionBinder {
     void AllowAggregates(bool allow) { aggregatesAllowed_ = allow; }
     bool SawAggregate() const { return sawAggregate_; }
 
-    BindContext& Context() { return context_; }
-    const Scope& GetScope() const { return scope_; }
-
     // The value as `type`, itself where it has it already. Raises SqlError 206 or 257.
     static BoundPtr Convert(BoundPtr value, const SqlType& type, bool isExplicit = false);
     // Both as their common type, ready to be compared.
