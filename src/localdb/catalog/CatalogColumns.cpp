@@ -1,5 +1,6 @@
 #include "localdb/catalog/CatalogColumns.h"
 
+#include "localdb/engine/Collation.h"
 #include "localdb/engine/Utf8.h"
 
 namespace quarv::localdb::catalog {
@@ -66,8 +67,8 @@ engine::SystemParameter Required(const Column& column) {
 }
 
 const std::string& CollationOfType() {
-    static const std::string sql =
-        "CASE WHEN q_char_length(c.type) IS NOT NULL THEN '" + std::string(CollationName) + "' END";
+    static const std::string sql = "CASE WHEN q_char_length(c.type) IS NOT NULL THEN '" +
+                                   std::string(engine::Collation::Name) + "' END";
     return sql;
 }
 

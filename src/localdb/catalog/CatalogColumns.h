@@ -26,9 +26,6 @@ Column Numeric38(const char* name, bool nullable = true);  // numeric(38,0)
 engine::SystemParameter Optional(const Column& column);
 engine::SystemParameter Required(const Column& column);
 
-// What the catalogue says about (var)char and n(var)char: the collation that their values have on
-// the wire.
-inline constexpr const char* CollationName = "SQL_Latin1_General_CP1_CI_AS";
 // Storage SQL for the collation of the packed type "c.type": null for what is no text.
 const std::string& CollationOfType();
 

@@ -43,7 +43,8 @@ OwnedValue Blank() {
 }
 
 OwnedValue CollationOf(const SqlType& type) {
-    return ClassOf(type) == TypeClass::Text ? Value(QString::fromLatin1(CollationName)) : Null();
+    const bool text = ClassOf(type) == TypeClass::Text;
+    return text ? Value(QString::fromLatin1(engine::Collation::Name)) : Null();
 }
 
 std::vector<OwnedValue> ColumnRow(const ColumnInfo& column) {

@@ -26,6 +26,7 @@ void HelpTableOrView(SystemCall& call, const engine::ObjectInfo& object, const Q
     if (!stored) return;
     HelpConstraints(call, table, name);
     call.Say(15470, {name});
+    call.Say(15647, {name});
 }
 
 int RunHelp(SystemCall& call) {
@@ -48,22 +49,10 @@ int RunHelpIndex(SystemCall& call) {
     return 0;
 }
 
-bool HasText(const engine::ObjectInfo& object) {
-    return !object.definition.isEmpty();
-}
-
-engine::SqlError NoText(const QString& name) {
-    engine::Message message;
-    message.number = 15197;
-    message.severity = 16;
-    message.text = QStringLiteral("There is no text for object '%1'.").arg(name);
-    return engine::SqlError(message);
-}
-
 int RunHelpText(SystemCall& call) {
     const QString name = call.Text(0);
     const engine::ObjectInfo object = FindObject(call, name);
-    if (!HasText(object)) throw NoText(name);
+    if (object.definition.isEmpty()) throw engine::SqlError(15197, {name});
     call.Begin({NVarChar("Text", 255)});
     for (const QString& line : HelpTextLines(object.definition)) call.Row({Value(line)});
     call.End();

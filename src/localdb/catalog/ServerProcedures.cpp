@@ -16,7 +16,7 @@ namespace {
 struct Attribute {
     int id;
     const char16_t* name;
-    const char16_t* value;  // nothing: the server's version
+    const char16_t* value;  // nothing: ValueOf knows
 };
 
 // "sp_server_info (Transact-SQL)".
@@ -31,7 +31,7 @@ constexpr std::array<Attribute, 29> Attributes = {{
     {15, u"COLUMN_LENGTH", u"128"},
     {16, u"IDENTIFIER_CASE", u"MIXED"},
     {17, u"TX_ISOLATION", u"2"},
-    {18, u"COLLATION_SEQ", u"charset=utf_8 sort_order=nocase"},
+    {18, u"COLLATION_SEQ", u"charset=iso_1 sort_order=nocase_iso charset_num=1 sort_order_num=52"},
     {19, u"SAVEPOINT_SUPPORT", u"Y"},
     {20, u"MULTI_RESULT_SETS", u"Y"},
     {22, u"ACCESSIBLE_TABLES", u"Y"},
@@ -52,16 +52,19 @@ constexpr std::array<Attribute, 29> Attributes = {{
     {500, u"SYS_SPROC_VERSION", nullptr},
 }};
 
+QString ValueOf(const Attribute& attribute) {
+    if (attribute.value) return QString::fromUtf16(attribute.value);
+    const bool whole = attribute.id == 2;
+    return whole ? engine::Server::VersionText() : engine::Server::ProductVersion();
+}
+
 int ServerInfo(SystemCall& call) {
     call.Begin({Int("ATTRIBUTE_ID", false), VarChar("ATTRIBUTE_NAME", 60, false),
                 VarChar("ATTRIBUTE_VALUE", 255)});
     for (const Attribute& attribute : Attributes) {
         if (!call.IsNull(0) && call.Integer(0) != attribute.id) continue;
-        QString value = attribute.value ? QString::fromUtf16(attribute.value)
-                                        : engine::Server::ProductVersion();
-        if (attribute.id == 2) value = QStringLiteral("SQL Server 2022 - ") + value;
         call.Row({Value(int64_t{attribute.id}), Value(QString::fromUtf16(attribute.name)),
-                  Value(value)});
+                  Value(ValueOf(attribute))});
     }
     call.End();
     return 0;

@@ -2,11 +2,13 @@
 #include "localdb/catalog/OdbcTypes.h"
 #include "localdb/catalog/SystemCatalog.h"
 #include "localdb/catalog/ViewBuilder.h"
+#include "localdb/engine/Collation.h"
 
 namespace quarv::localdb::catalog {
 
 namespace {
 
+using engine::Collation;
 using engine::SystemView;
 
 constexpr const char* Schema = "sys";
@@ -100,7 +102,7 @@ SystemView Types() {
         rows += "('" + name.toStdString() + "', " + std::to_string(number) + ", " +
                 std::to_string(user) + ", " + std::to_string(length) + ", " +
                 std::to_string(precision) + ", " + std::to_string(scale) + ", " +
-                (text ? '\'' + std::string(CollationName) + '\'' : "NULL") + ')';
+                (text ? '\'' + std::string(Collation::Name) + '\'' : "NULL") + ')';
     };
     for (const OdbcType& type : OdbcTypes::All()) {
         const engine::TypeFacts& facts = engine::FactsOf(type.kind);
@@ -198,6 +200,33 @@ SystemView SqlModules() {
     return view.From("FROM $q_objects o WHERE o.type IN ('V', 'P')");
 }
 
+// Without owner_sid, a varbinary.
+SystemView Databases() {
+    ViewBuilder view(Schema, "databases");
+    view.Add(Sysname("name", false), "d.column2")
+        .Add(Int("database_id", false), "d.column1")
+        .AddNulls({Int("source_database_id")})
+        .Add(DateTime("create_date", false), "d.column3")
+        .Add(TinyInt("compatibility_level", false), "160")
+        .Add(Sysname("collation_name"), '\'' + std::string(Collation::Name) + '\'')
+        .Add(TinyInt("user_access"), "0")
+        .Add(NVarChar("user_access_desc", 60), "'MULTI_USER'")
+        .Add(Bit("is_read_only"), "0")
+        .Add(Bit("is_auto_close_on", false), "0")
+        .Add(Bit("is_auto_shrink_on"), "0")
+        .Add(TinyInt("state"), "0")
+        .Add(NVarChar("state_desc", 60), "'ONLINE'")
+        .Add(Bit("is_in_standby"), "0")
+        .Add(Bit("is_cleanly_shutdown"), "0")
+        .Add(Bit("is_supplemental_logging_enabled"), "0")
+        .Add(TinyInt("snapshot_isolation_state"), "0")
+        .Add(NVarChar("snapshot_isolation_state_desc", 60), "'OFF'")
+        .Add(Bit("is_read_committed_snapshot_on"), "0")
+        .Add(TinyInt("recovery_model"), "3")
+        .Add(NVarChar("recovery_model_desc", 60), "'SIMPLE'");
+    return view.From("FROM :databases d");
+}
+
 // The list of objects as older programs know it.
 SystemView OldObjects() {
     ViewBuilder view(Schema, "sysobjects");
@@ -244,6 +273,7 @@ std::vector<SystemView> SysViews() {
             Indexes(),
             IndexColumns(),
             SqlModules(),
+            Databases(),
             OldObjects()};
 }
 

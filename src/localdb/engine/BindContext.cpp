@@ -5,14 +5,12 @@
 namespace quarv::localdb::engine {
 
 BindContext::BindContext(Store& store, const DatabaseList& databases, const DatabaseEntry& current,
-                         const SystemObjects& system, const VariableTable& variables,
-                         const Environment& environment)
+                         const SystemObjects& system, const VariableTable& variables)
     : store_(store),
       databases_(databases),
       current_(current),
       system_(system),
-      variables_(variables),
-      environment_(environment) {}
+      variables_(variables) {}
 
 Metadata BindContext::MetadataFor(const tsql::ObjectName& name) {
     if (!name.server.isEmpty()) throw SqlError(40515, {name.ToText()}, name.line);

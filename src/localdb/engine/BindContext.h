@@ -5,7 +5,6 @@
 #include <functional>
 #include <string>
 
-#include "localdb/engine/Environment.h"
 #include "localdb/engine/Metadata.h"
 #include "localdb/engine/Scope.h"
 #include "localdb/engine/SystemObjects.h"
@@ -20,20 +19,16 @@ class BindContext {
     static constexpr int MaxViewDepth = 32;
 
     BindContext(Store& store, const DatabaseList& databases, const DatabaseEntry& current,
-                const SystemObjects& system, const VariableTable& variables,
-                const Environment& environment);
+                const SystemObjects& system, const VariableTable& variables);
 
     // The catalogue of the database that the name means. Raises SqlError 208 where there is no such
     // database, 40515 for another server.
     Metadata MetadataFor(const tsql::ObjectName& name);
     Metadata CurrentMetadata() { return Metadata(store_, current_); }
-    const DatabaseEntry& Current() const { return current_; }
 
     const SystemObjects& System() const { return system_; }
     const VariableTable& Variables() const { return variables_; }
-    const Environment& GetEnvironment() const { return environment_; }
     const DatabaseList& Databases() const { return databases_; }
-    Store& GetStore() { return store_; }
 
     // A name for the next row source: "s1", "s2", ...
     std::string NextAlias() { return "s" + std::to_string(++aliases_); }
@@ -47,7 +42,6 @@ class BindContext {
     DatabaseEntry current_;
     const SystemObjects& system_;
     const VariableTable& variables_;
-    const Environment& environment_;
     int aliases_ = 0;
     int viewDepth_ = 0;
 };

@@ -42,8 +42,6 @@ class BoundExpression {
     virtual void Write(SqlWriter& writer) const;
     // A leaf has no value of its own here: the storage brings it.
     virtual bool IsLeaf() const { return false; }
-    // A different value for every row (NEWID) or from outside (a leaf).
-    virtual bool IsVolatile() const { return IsLeaf(); }
     virtual bool IsAggregate() const { return false; }
     virtual bool IsColumn() const { return false; }
     virtual bool IsConstant() const { return false; }

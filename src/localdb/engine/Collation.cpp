@@ -89,10 +89,6 @@ int Sign(uint32_t a, uint32_t b) {
 
 }  // namespace
 
-QString Collation::Name() {
-    return QStringLiteral("Latin1_General_100_CI_AS_SC_UTF8");
-}
-
 int Collation::Compare(std::string_view a, std::string_view b) {
     Letters left(a), right(b);
     int accents = 0;

@@ -9,8 +9,9 @@ namespace quarv::localdb::engine {
 
 class Collation {
   public:
-    // As the catalogue names it. Its varchar is UTF-8, so that no literal loses a character.
-    static QString Name();
+    // As the catalogue names it: the collation that values have on the wire. Inside the server
+    // varchar is UTF-8, so that no literal loses a character before it is sent.
+    static constexpr const char* Name = "SQL_Latin1_General_CP1_CI_AS";
     // Below 0, 0 or above 0. A total preorder over all byte strings.
     static int Compare(std::string_view a, std::string_view b);
     // Whether two single characters are equal, as LIKE needs it.

@@ -15,33 +15,6 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-BoundPtr Negated(BoundPtr condition, bool negated) {
-    if (!negated) return condition;
-    auto node = std::make_unique<BoundNot>();
-    node->parts.push_back(std::move(condition));
-    return node;
-}
-
-// A constant that `to` can hold exactly is converted now, so that a column beside it keeps its
-// index. Nothing where it cannot.
-BoundPtr TryExactConstant(const BoundExpression& constant, const SqlType& to) {
-    if (!constant.IsConstant() || constant.type == to) return nullptr;
-    const SqlValue value = static_cast<const BoundConstant&>(constant).Value();
-    try {
-        TextArena arena;
-        const SqlValue there =
-            Conversion::Convert(value, constant.type, to, Conversion::NoStyle, arena);
-        const SqlValue back =
-            Conversion::Convert(there, to, constant.type, Conversion::NoStyle, arena);
-        const bool same = value.kind == back.kind && value.integer == back.integer &&
-                          value.wide == back.wide && value.real == back.real;
-        if (same) return std::make_unique<BoundConstant>(there, to);
-    } catch (const SqlError&) {
-        // It does not fit, so the other side is converted.
-    }
-    return nullptr;
-}
-
 bool IsExact(const SqlType& type) {
     const TypeClass cls = ClassOf(type);
     return cls == TypeClass::Integer || cls == TypeClass::Decimal || cls == TypeClass::Money;
@@ -83,22 +56,32 @@ BoundPtr ExpressionBinder::Convert(BoundPtr value, const SqlType& type, bool isE
     return std::make_unique<BoundConvert>(std::move(value), type);
 }
 
+bool ExpressionBinder::TakeExactly(BoundPtr& constant, const SqlType& to) {
+    if (!constant->IsConstant() || constant->type == to) return false;
+    if (!IsExact(constant->type) || !IsExact(to)) return false;
+    const SqlType& from = constant->type;
+    const SqlValue value = static_cast<const BoundConstant&>(*constant).Value();
+    try {
+        TextArena arena;
+        const SqlValue there = Conversion::Convert(value, from, to, Conversion::NoStyle, arena);
+        const SqlValue back = Conversion::Convert(there, to, from, Conversion::NoStyle, arena);
+        const bool same = value.kind == back.kind && value.integer == back.integer &&
+                          value.wide == back.wide && value.real == back.real;
+        if (same) constant = std::make_unique<BoundConstant>(there, to);
+        return same;
+    } catch (const SqlError&) {
+        // It does not fit, so the other side is converted.
+        return false;
+    }
+}
+
 void ExpressionBinder::Unify(BoundPtr& a, BoundPtr& b) {
     TakeTypeOf(a, *b);
     TakeTypeOf(b, *a);
     const TypeClass x = ClassOf(a->type), y = ClassOf(b->type);
     // Texts compare whatever their lengths, integers whatever their widths.
     if (x == y && (x == TypeClass::Text || x == TypeClass::Integer || x == TypeClass::Real)) return;
-    if (IsExact(a->type) && IsExact(b->type)) {
-        if (BoundPtr constant = TryExactConstant(*b, a->type)) {
-            b = std::move(constant);
-            return;
-        }
-        if (BoundPtr constant = TryExactConstant(*a, b->type)) {
-            a = std::move(constant);
-            return;
-        }
-    }
+    if (TakeExactly(b, a->type) || TakeExactly(a, b->type)) return;
     SqlType common = TypeRules::Common(a->type, b->type);
     // Beside a decimal, a text takes part with all the digits that it may have.
     a = Convert(std::move(a), common);
@@ -128,34 +111,6 @@ BoundPtr ExpressionBinder::Value(const tsql::Expression& expression) {
                 return BindSubquery(static_cast<const tsql::Subquery&>(expression));
             default:
                 return Condition(expression);
-        }
-    } catch (SqlError& error) {
-        if (error.What().line == 0) error.SetLine(expression.line);
-        throw;
-    }
-}
-
-BoundPtr ExpressionBinder::Condition(const tsql::Expression& expression) {
-    try {
-        switch (expression.kind) {
-            case tsql::ExpressionKind::Comparison:
-                return BindComparison(static_cast<const tsql::Comparison&>(expression));
-            case tsql::ExpressionKind::Junction:
-                return BindJunction(static_cast<const tsql::Junction&>(expression));
-            case tsql::ExpressionKind::Not:
-                return Negated(Condition(*static_cast<const tsql::Not&>(expression).operand), true);
-            case tsql::ExpressionKind::IsNull:
-                return BindIsNull(static_cast<const tsql::IsNull&>(expression));
-            case tsql::ExpressionKind::Like:
-                return BindLike(static_cast<const tsql::Like&>(expression));
-            case tsql::ExpressionKind::In:
-                return BindIn(static_cast<const tsql::In&>(expression));
-            case tsql::ExpressionKind::Between:
-                return BindBetween(static_cast<const tsql::Between&>(expression));
-            case tsql::ExpressionKind::Exists:
-                return BindExists(static_cast<const tsql::Exists&>(expression));
-            default:
-                throw SqlError(4145, {QString()});
         }
     } catch (SqlError& error) {
         if (error.What().line == 0) error.SetLine(expression.line);
@@ -291,93 +246,6 @@ BoundPtr ExpressionBinder::BindAggregate(const tsql::Function& function) {
 BoundPtr ExpressionBinder::BindSubquery(const tsql::Subquery& subquery) {
     QueryBinder binder(context_, &scope_);
     return std::make_unique<BoundSubquery>(binder.BindScalar(*subquery.query));
-}
-
-BoundPtr ExpressionBinder::Compare(tsql::ComparisonSign sign, BoundPtr left, BoundPtr right) {
-    Unify(left, right);
-    auto node = std::make_unique<BoundComparison>(sign);
-    node->nullable = left->nullable || right->nullable;
-    node->parts.push_back(std::move(left));
-    node->parts.push_back(std::move(right));
-    return node;
-}
-
-BoundPtr ExpressionBinder::BindComparison(const tsql::Comparison& comparison) {
-    BoundPtr left = Value(*comparison.left);
-    return Compare(comparison.sign, std::move(left), Value(*comparison.right));
-}
-
-BoundPtr ExpressionBinder::BindJunction(const tsql::Junction& junction) {
-    auto node = std::make_unique<BoundJunction>(junction.isAnd);
-    for (const tsql::ExpressionPtr& term : junction.terms) {
-        node->parts.push_back(Condition(*term));
-    }
-    return node;
-}
-
-BoundPtr ExpressionBinder::BindIsNull(const tsql::IsNull& test) {
-    auto node = std::make_unique<BoundIsNull>(test.negated);
-    node->parts.push_back(Value(*test.operand));
-    return node;
-}
-
-BoundPtr ExpressionBinder::BindLike(const tsql::Like& like) {
-    auto node = std::make_unique<BoundLike>();
-    const SqlType text = MakeType(TypeKind::NVarChar, SqlType::Max);
-    for (const tsql::ExpressionPtr* part : {&like.operand, &like.pattern, &like.escape}) {
-        if (!*part) continue;
-        BoundPtr value = Value(**part);
-        if (ClassOf(value->type) != TypeClass::Text) value = Convert(std::move(value), text);
-        node->parts.push_back(std::move(value));
-    }
-    return Negated(std::move(node), like.negated);
-}
-
-BoundPtr ExpressionBinder::BindIn(const tsql::In& in) {
-    BoundPtr operand = Value(*in.operand);
-    if (in.query) {
-        QueryBinder binder(context_, &scope_);
-        return Negated(
-            std::make_unique<BoundInQuery>(std::move(operand), binder.BindScalar(*in.query)),
-            in.negated);
-    }
-    // All values are brought to one type with the operand.
-    std::vector<BoundPtr> values;
-    SqlType type = operand->type;
-    for (const tsql::ExpressionPtr& value : in.values) {
-        values.push_back(Value(*value));
-        BoundPtr& added = values.back();
-        if (IsExact(type) && IsExact(added->type)) {
-            if (BoundPtr constant = TryExactConstant(*added, type)) added = std::move(constant);
-        }
-        if (!added->untypedNull &&
-            !(ClassOf(type) == TypeClass::Text && ClassOf(added->type) == TypeClass::Text)) {
-            type = TypeRules::Common(type, added->type);
-        }
-    }
-    auto node = std::make_unique<BoundIn>();
-    const bool text = ClassOf(type) == TypeClass::Text;
-    const auto add = [&node, &type, text](BoundPtr value) {
-        const bool same = text && ClassOf(value->type) == TypeClass::Text && !value->untypedNull;
-        node->parts.push_back(same ? std::move(value) : Convert(std::move(value), type));
-    };
-    add(std::move(operand));
-    for (BoundPtr& value : values) add(std::move(value));
-    return Negated(std::move(node), in.negated);
-}
-
-BoundPtr ExpressionBinder::BindBetween(const tsql::Between& between) {
-    auto node = std::make_unique<BoundJunction>(true);
-    node->parts.push_back(Compare(tsql::ComparisonSign::GreaterOrEqual, Value(*between.operand),
-                                  Value(*between.low)));
-    node->parts.push_back(
-        Compare(tsql::ComparisonSign::LessOrEqual, Value(*between.operand), Value(*between.high)));
-    return Negated(std::move(node), between.negated);
-}
-
-BoundPtr ExpressionBinder::BindExists(const tsql::Exists& exists) {
-    QueryBinder binder(context_, &scope_);
-    return std::make_unique<BoundExists>(binder.BindSub(*exists.query));
 }
 
 }  // namespace quarv::localdb::engine

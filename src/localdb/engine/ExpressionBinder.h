@@ -18,15 +18,16 @@ class ExpressionBinder {
     void AllowAggregates(bool allow) { aggregatesAllowed_ = allow; }
     bool SawAggregate() const { return sawAggregate_; }
 
-    BindContext& Context() { return context_; }
-    const Scope& GetScope() const { return scope_; }
-
     // The value as `type`, itself where it has it already. Raises SqlError 206 or 257.
     static BoundPtr Convert(BoundPtr value, const SqlType& type, bool isExplicit = false);
     // Both as their common type, ready to be compared.
     static void Unify(BoundPtr& a, BoundPtr& b);
 
   private:
+    // A number written as a constant that `to` can hold exactly becomes one of `to` now, so that a
+    // column beside it keeps its index. False, and nothing done, where it cannot.
+    static bool TakeExactly(BoundPtr& constant, const SqlType& to);
+
     BoundPtr BindVariable(const tsql::Variable& variable);
     BoundPtr BindNegate(const tsql::Negate& negate);
     BoundPtr BindArithmetic(const tsql::Arithmetic& arithmetic);

@@ -29,8 +29,8 @@ void Frame::BeginStatement() {
 }
 
 BindContext Frame::NewContext() {
-    return BindContext(session_.store, session_.databases, Database(), session_.objects, variables_,
-                       *this);
+    return BindContext(session_.store, session_.databases, Database(), session_.objects,
+                       variables_);
 }
 
 BoundPtr Frame::BindAlone(const tsql::Expression& expression) {

@@ -12,12 +12,6 @@ constexpr int FirstSession = 51;  // lower numbers are the server's own
 
 }  // namespace
 
-ResultSink::~ResultSink() = default;
-void ResultSink::ProcedureBegins() {}
-void ResultSink::ReturnValue(const QString&, const SqlType&, const Datum&) {}
-void ResultSink::TransactionBegan(uint64_t) {}
-void ResultSink::TransactionEnded(uint64_t, bool) {}
-
 QString Server::ProductVersion() {
     return QStringLiteral("16.00.1000");
 }

@@ -52,8 +52,11 @@ class ProcedureCaller {
     int ExecutePrepared(std::vector<CallArgument>& arguments);
     int Unprepare(std::vector<CallArgument>& arguments);
     int64_t KeepPrepared(std::vector<CallArgument>& arguments);
-    const PreparedText& FindPrepared(const std::vector<CallArgument>& arguments);
-    void Describe(const PreparedText& prepared);
+    // The statement whose handle is the first argument. Raises SqlError 8114 and 8179.
+    using Prepared = std::map<int64_t, PreparedText>;
+    Prepared::iterator FindPrepared(const std::vector<CallArgument>& arguments,
+                                    const QString& procedure);
+    void Describe(const PreparedText& prepared, const tsql::StatementList& body);
     std::vector<Parameter> ReadDeclarations(const QString& text);
     // Runs the text with the arguments from `first` on.
     int RunPrepared(const PreparedText& prepared, std::vector<CallArgument>& arguments,

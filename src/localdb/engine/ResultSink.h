@@ -41,7 +41,7 @@ enum class StatementKind : uint16_t {
 
 class ResultSink {
   public:
-    virtual ~ResultSink();
+    virtual ~ResultSink() = default;
 
     // Begins a result set; Row calls until the next StatementDone belong to it.
     virtual void BeginRows(std::span<const Column> columns) = 0;
@@ -54,15 +54,16 @@ class ResultSink {
     virtual void DatabaseChanged(const QString& now, const QString& before) = 0;
 
     // What follows up to the matching ReturnStatus comes from inside a procedure; calls nest.
-    virtual void ProcedureBegins();
+    virtual void ProcedureBegins() {}
     // The end of a procedure. An EXEC inside a batch is then closed by StatementDone(Execute); a
     // procedure that Session::RunProcedure was asked for is not.
     virtual void ReturnStatus(int status) = 0;
     // The final value of an output parameter, behind ReturnStatus. `name` has its "@" or is empty.
-    virtual void ReturnValue(const QString& name, const SqlType& type, const Datum& value);
+    virtual void ReturnValue(const QString& /*name*/, const SqlType& /*type*/,
+                             const Datum& /*value*/) {}
     // `id` is never 0 and unique within the server's run.
-    virtual void TransactionBegan(uint64_t id);
-    virtual void TransactionEnded(uint64_t id, bool committed);
+    virtual void TransactionBegan(uint64_t /*id*/) {}
+    virtual void TransactionEnded(uint64_t /*id*/, bool /*committed*/) {}
 
     // True once the client has asked to stop; asked between rows and while long statements run.
     virtual bool Cancelled() = 0;

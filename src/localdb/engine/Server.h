@@ -22,7 +22,7 @@ class Server {
 
     // For example "16.00.1000".
     static QString ProductVersion();
-    // What @@VERSION tells.
+    // What @@VERSION tells, and DBMS_VER of sp_server_info.
     static QString VersionText();
     // What @@SERVERNAME tells: the machine's name.
     static QString Name();

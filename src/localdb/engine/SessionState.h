@@ -14,7 +14,6 @@ namespace quarv::localdb::engine {
 
 struct SessionOptions {
     bool noCount = false;
-    bool implicitTransactions = false;
     bool xactAbort = false;
     int64_t rowCount = 0;  // SET ROWCOUNT; 0: no limit
     int64_t identityInsertTable = 0;

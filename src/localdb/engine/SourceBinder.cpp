@@ -85,8 +85,11 @@ std::unique_ptr<BoundSource> QueryBinder::BindSystemView(const SystemView& view,
                                   alias + ".v" + std::to_string(++number)});
     }
     scope_.Add(std::move(source), !table.alias.isEmpty());
-    return Named('(' + FillInDatabase(view.sql, metadata.Prefix(), metadata.Database().name) + ')',
-                 alias);
+    return Named(
+        '(' +
+            FillInDatabase(view.sql, metadata.Prefix(), metadata.Database(), context_.Databases()) +
+            ')',
+        alias);
 }
 
 void QueryBinder::AddQuerySource(const BoundQuery& query, const std::vector<QString>& names,

@@ -1,5 +1,5 @@
 // SqlError: an error by SQL Server's number, severity, state and text, with the line where it
-// happened. The table of numbers and texts is in SqlError.cpp.
+// happened. The numbers and texts are in MessageTable.
 #pragma once
 
 #include <QStringList>

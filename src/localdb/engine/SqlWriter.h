@@ -42,8 +42,7 @@ class SqlWriter {
     bool IsDeep() const { return depth_ > 8; }
     class Level;
 
-    // The SQL as written so far, for comparing two expressions.
-    const std::string& Sql() const { return sql_; }
+    // The statement as written so far, its values bound.
     SqliteStatement Prepare(Store& store);
 
   private:

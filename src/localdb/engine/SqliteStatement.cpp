@@ -45,11 +45,6 @@ SqliteStatement& SqliteStatement::Bind(int index, const QString& text) {
     return Bind(index, std::string_view(ToUtf8(text)));
 }
 
-SqliteStatement& SqliteStatement::BindNull(int index) {
-    sqlite3_bind_null(statement_, index);
-    return *this;
-}
-
 SqliteStatement& SqliteStatement::Bind(int index, const SqlValue& value, const SqlType& type) {
     BindStored(statement_, index, value, type);
     return *this;
@@ -93,10 +88,6 @@ std::string_view SqliteStatement::Text(int column) const {
 
 QString SqliteStatement::String(int column) const {
     return FromUtf8(Text(column));
-}
-
-int SqliteStatement::ColumnCount() const {
-    return sqlite3_column_count(statement_);
 }
 
 }  // namespace quarv::localdb::engine

@@ -27,7 +27,6 @@ class SqliteStatement {
     SqliteStatement& Bind(int index, int64_t value);
     SqliteStatement& Bind(int index, std::string_view text);
     SqliteStatement& Bind(int index, const QString& text);
-    SqliteStatement& BindNull(int index);
     // In the storage form of the type.
     SqliteStatement& Bind(int index, const SqlValue& value, const SqlType& type);
     SqliteStatement& BindPointer(int index, void* pointer, const char* tag);
@@ -43,7 +42,6 @@ class SqliteStatement {
     int64_t Integer(int column) const;
     std::string_view Text(int column) const;
     QString String(int column) const;
-    int ColumnCount() const;
     sqlite3_stmt* Handle() const { return statement_; }
 
   private:

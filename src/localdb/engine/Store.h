@@ -60,7 +60,6 @@ class Store {
   private:
     static int OnProgress(void* self);
     static int OnBusy(void* self, int calls);
-    void RegisterFunctions();
     void DetachOldest();
     void ForgetStatements(const std::string& prefix);
 

@@ -33,7 +33,7 @@ void SystemCall::Begin(std::vector<Column> columns) {
 void SystemCall::Append(const DatabaseEntry& database, const std::string& sql,
                         const std::vector<Parameter>& parameters) {
     SqliteStatement statement =
-        store_.Prepare(FillInDatabase(sql, store_.Attach(database) + ".", database.name));
+        store_.Prepare(FillInDatabase(sql, store_.Attach(database) + ".", database, databases_));
     for (const Parameter& parameter : parameters) {
         if (!parameter.text.isNull()) statement.Bind(parameter.index, parameter.text);
     }

@@ -12,10 +12,13 @@
 
 namespace quarv::localdb::engine {
 
+class DatabaseList;
 class SystemCall;
+struct DatabaseEntry;
 
 // A view over the catalogue: `sql` is storage SQL with one result column for each of `columns`, in
-// their storage forms; "$" stands for the prefix of the database's tables and ":db" for its name.
+// their storage forms. In it "$" stands for the prefix of the database's tables, ":db" for its name
+// and ":databases" for the rows of all databases: column1 is the id, then name and creation.
 struct SystemView {
     QString schema;
     QString name;
@@ -36,8 +39,9 @@ struct SystemProcedure {
     std::function<int(SystemCall&)> run;  // gives the return status; raises SqlError
 };
 
-// Puts the prefix of a database's tables for "$" and its name, as a literal, for ":db".
-std::string FillInDatabase(const std::string& sql, const std::string& prefix, const QString& name);
+// Puts in what "$", ":db" and ":databases" stand for. `prefix` is the storage's for `database`.
+std::string FillInDatabase(const std::string& sql, const std::string& prefix,
+                           const DatabaseEntry& database, const DatabaseList& databases);
 
 class SystemObjects {
   public:

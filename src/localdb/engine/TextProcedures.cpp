@@ -94,19 +94,21 @@ int64_t ProcedureCaller::KeepPrepared(std::vector<CallArgument>& arguments) {
     session.prepared[handle] = {TextOf(arguments[1]), TextOf(arguments[2])};
     arguments[0].type = IntType();
     arguments[0].value = SqlValue::Integer(handle);
-    arguments[0].changed = true;
+    arguments[0].changed = arguments[0].output;
     return handle;
 }
 
 // sp_prepare @handle OUTPUT, @declarations, @statement, @options. With option 1 the client wants to
-// know the columns before anything runs.
+// know the columns before anything runs; a name that is unknown is found then, else when it runs.
 int ProcedureCaller::Prepare(std::vector<CallArgument>& arguments) {
     Require(arguments, 3, "sp_prepare", "@stmt");
     sink_.ProcedureBegins();
     const int64_t handle = KeepPrepared(arguments);
     try {
-        Describe(caller_.Session().prepared[handle]);
-    } catch (const SqlError&) {
+        const PreparedText prepared = caller_.Session().prepared[handle];
+        const tsql::StatementList body = ParseBatchText(prepared.text);
+        if (arguments.size() > 3 && TextOf(arguments[3]) == u'1') Describe(prepared, body);
+    } catch (...) {
         caller_.Session().prepared.erase(handle);
         throw;
     }
@@ -114,9 +116,8 @@ int ProcedureCaller::Prepare(std::vector<CallArgument>& arguments) {
     return 0;
 }
 
-void ProcedureCaller::Describe(const PreparedText& prepared) {
+void ProcedureCaller::Describe(const PreparedText& prepared, const tsql::StatementList& body) {
     SessionState& session = caller_.Session();
-    const tsql::StatementList body = ParseBatchText(prepared.text);
     if (body.empty() || body.front()->type != tsql::StatementType::Select) return;
     Frame frame(session, QString(), 0);
     frame.SetHome(caller_.Database());
@@ -137,38 +138,39 @@ int ProcedureCaller::PrepareAndExecute(std::vector<CallArgument>& arguments) {
     Require(arguments, 3, "sp_prepexec", "@stmt");
     const int64_t handle = KeepPrepared(arguments);
     try {
-        return RunPrepared(caller_.Session().prepared[handle], arguments, 3,
+        return RunPrepared(PreparedText(caller_.Session().prepared[handle]), arguments, 3,
                            QStringLiteral("sp_prepexec"));
-    } catch (const SqlError&) {
-        // A text that cannot be read at all is not kept.
+    } catch (...) {
+        // A client that gets no handle cannot let go of one.
         caller_.Session().prepared.erase(handle);
         throw;
     }
 }
 
-const PreparedText& ProcedureCaller::FindPrepared(const std::vector<CallArgument>& arguments) {
-    const auto& prepared = caller_.Session().prepared;
-    const SqlValue handle = arguments[0].value.View();
-    const auto found = prepared.find(handle.integer);
-    if (handle.IsNull() || found == prepared.end()) {
-        throw SqlError(8179, {QString::number(handle.integer)});
-    }
-    return found->second;
+ProcedureCaller::Prepared::iterator ProcedureCaller::FindPrepared(
+    const std::vector<CallArgument>& arguments, const QString& procedure) {
+    const Parameter parameter{QStringLiteral("@handle"), IntType(), false, true, {}};
+    const OwnedValue handle = ValueFor(parameter, &arguments[0], procedure);
+    const int64_t number = handle.View().IsNull() ? 0 : handle.View().integer;
+    Prepared& prepared = caller_.Session().prepared;
+    const auto found = prepared.find(number);
+    if (found == prepared.end()) throw SqlError(8179, {QString::number(number)});
+    return found;
 }
 
 // sp_execute @handle, values.
 int ProcedureCaller::ExecutePrepared(std::vector<CallArgument>& arguments) {
     Require(arguments, 1, "sp_execute", "@handle");
-    return RunPrepared(PreparedText(FindPrepared(arguments)), arguments, 1,
-                       QStringLiteral("sp_execute"));
+    const QString name = QStringLiteral("sp_execute");
+    return RunPrepared(PreparedText(FindPrepared(arguments, name)->second), arguments, 1, name);
 }
 
 // sp_unprepare @handle.
 int ProcedureCaller::Unprepare(std::vector<CallArgument>& arguments) {
     Require(arguments, 1, "sp_unprepare", "@handle");
-    FindPrepared(arguments);
+    const auto found = FindPrepared(arguments, QStringLiteral("sp_unprepare"));
     sink_.ProcedureBegins();
-    caller_.Session().prepared.erase(arguments[0].value.View().integer);
+    caller_.Session().prepared.erase(found);
     sink_.ReturnStatus(0);
     return 0;
 }

@@ -21,8 +21,7 @@ ClientSession::ClientSession(Socket socket, std::span<const std::byte> early, td
       login_(std::move(login)),
       settings_(settings),
       engine_(engine),
-      log_(log),
-      prepared_(settings.serverName) {}
+      log_(log) {}
 
 ClientSession::~ClientSession() = default;
 
@@ -160,7 +159,6 @@ void ClientSession::RunCall(const tds::RpcCall& call,
                             const std::vector<engine::Argument>& arguments, ReplySink& sink) {
     const QString name = call.procedureId != 0 ? tds::ProcedureNameOf(call.procedureId) : call.name;
     try {
-        if (prepared_.Run(name, arguments, *session_, sink)) return;
         session_->RunProcedure(name, arguments, sink);
     } catch (const std::bad_alloc&) {
         sink.Tell(MakeMessage(message::OutOfMemory, {}, settings_.serverName));
@@ -188,7 +186,6 @@ void ClientSession::RunTransactionRequest(const tds::Message& message, ReplySink
 void ClientSession::ResetWhereAsked(const tds::Message& message) {
     if ((message.status & tds::packet_status::ResetConnection) == 0) return;
     session_->Reset(login_.database);
-    prepared_.Clear();
     inTransaction_ = false;
     tds::EnvChange::OfBytes(tds::EnvChange::Kind::ResetAcknowledged, {}, {})
         .Encode(stream_.Writer());

@@ -7,7 +7,6 @@
 #include "localdb/engine/Server.h"
 #include "localdb/server/ClientStream.h"
 #include "localdb/server/Log.h"
-#include "localdb/server/PreparedCalls.h"
 #include "localdb/server/ReplySink.h"
 #include "localdb/server/Settings.h"
 #include "localdb/tds/Login7.h"
@@ -49,7 +48,6 @@ class ClientSession {
     engine::Server& engine_;
     Log& log_;
     std::unique_ptr<engine::Session> session_;
-    PreparedCalls prepared_;
     bool inTransaction_ = false;
 };
 

@@ -124,13 +124,6 @@ void ReplySink::ReturnStatus(int status) {
     // A procedure called by another one returns to that one; the client sees the outermost only.
     if (depth_ > 0) return;
     tds::ReturnStatus{status}.Encode(Next());
-    if (!handle_) return;
-    engine::SqlType type;
-    type.kind = engine::TypeKind::Int;
-    engine::Datum value;
-    value.null = false;
-    value.integer = *std::exchange(handle_, std::nullopt);
-    ReturnValue({}, type, value);
 }
 
 void ReplySink::ReturnValue(const QString& name, const engine::SqlType& type,

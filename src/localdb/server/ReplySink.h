@@ -35,10 +35,6 @@ class ReplySink final : public engine::ResultSink {
     void TransactionEnded(uint64_t id, bool committed) override;
     bool Cancelled() override { return stream_.StopWanted(); }
 
-    // Hands a prepared statement's handle over as the call's first output, behind the return status
-    // of what runs next.
-    void ReturnHandle(int32_t handle) { handle_ = handle; }
-    bool HandleReturned() const { return !handle_; }
     // A message of the server's own.
     void Tell(const tds::ServerMessage& message);
     // Writes what was held back and the reply's last token; the caller ends the wire's message.
@@ -56,7 +52,6 @@ class ReplySink final : public engine::ResultSink {
     QString serverName_;
     bool& inTransaction_;
     std::deque<uint16_t> outputs_;
-    std::optional<int32_t> handle_;  // still to be handed over
     RowEncoder rows_;
     std::optional<tds::Done> held_;
     int depth_ = 0;  // procedures that are running

@@ -14,9 +14,7 @@ struct Entry {
     const char* text;
 };
 
-constexpr std::array<Entry, 12> Entries{{
-    {message::ParameterMissing, 16, 4,
-     "Procedure or function '%' expects parameter '%', which was not supplied."},
+constexpr std::array<Entry, 10> Entries{{
     {message::OutOfMemory, 17, 123,
      "There is insufficient system memory in resource pool 'default' to run this query."},
     {message::ProtocolStream, 16, 1,
@@ -28,7 +26,6 @@ constexpr std::array<Entry, 12> Entries{{
     {message::RpcParameterType, 16, 1,
      "The incoming tabular data stream (TDS) remote procedure call (RPC) protocol stream is "
      "incorrect: %."},
-    {message::NoPreparedStatement, 16, 2, "Could not find prepared statement with handle %."},
     {message::TooManySessions, 20, 1,
      "Could not connect because the maximum number of '%' user connections has already been "
      "reached."},

@@ -11,12 +11,10 @@ namespace quarv::localdb::server {
 namespace message {
 constexpr int OutOfMemory = 701;
 constexpr int ProtocolStream = 4002;
-constexpr int ParameterMissing = 201;
 constexpr int CannotOpenDatabase = 4060;
 constexpr int DatabaseChanged = 5701;
 constexpr int LanguageChanged = 5703;
 constexpr int RpcParameterType = 8009;
-constexpr int NoPreparedStatement = 8179;
 constexpr int TooManySessions = 17809;
 constexpr int UntrustedLogin = 18452;
 constexpr int LoginFailed = 18456;

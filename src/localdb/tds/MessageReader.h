@@ -35,8 +35,6 @@ class MessageReader {
     size_t Feed(std::span<const std::byte> bytes);
 
     bool HasMessage() const { return complete_; }
-    // In the midst of a message: some bytes of it are here, its end is not.
-    bool InMessage() const { return !complete_ && total_ + headerHave_ > 0; }
     // The type of the message that is here or under way, as far as its first header has arrived.
     PacketType Type() const { return message_.type; }
     // Hands over the whole message and begins the next. Only while HasMessage.

@@ -9,7 +9,11 @@ namespace quarv::localdb::tsql {
 
 // What stands for a value. Raises SyntaxError.
 ExpressionPtr ParseExpression(TokenReader& reader);
-// What is true, false or unknown. Raises SyntaxError.
+// The rest of an expression whose first part, `left`, stood in parentheses.
+ExpressionPtr ContinueExpression(TokenReader& reader, ExpressionPtr left);
+// Expressions with commas between them, one at least.
+ExpressionList ParseList(TokenReader& reader);
+// What is true, false or unknown; in ConditionParser.cpp. Raises SyntaxError.
 ExpressionPtr ParseCondition(TokenReader& reader);
 // One value of a list of values or arguments: an expression, or the word DEFAULT.
 ExpressionPtr ParseValueOrDefault(TokenReader& reader);

@@ -11,7 +11,8 @@ StatementPtr ParseStatement(TokenReader& reader);
 // Statements and the semicolons between them, up to what cannot begin one.
 void ParseStatements(TokenReader& reader, StatementList& statements);
 
-// True for words that are not reserved and begin a statement all the same.
+// True for the first words of statements that this server lacks, reserved or not: none of them is
+// the name of a procedure that is called without EXEC.
 bool IsStatementWord(const Token& token);
 
 }  // namespace quarv::localdb::tsql

@@ -45,8 +45,6 @@ class TokenReader {
     [[noreturn]] void Unsupported(const QString& construct);
     [[noreturn]] void Unsupported(const QString& construct, const Token& at);
 
-    // Where the last taken token ended, as an offset into the batch.
-    qsizetype LastEnd() const { return lastEnd_; }
     const QString& Batch() const { return batch_; }
     // Whether this token, already taken, opened the batch.
     bool IsFirst(const Token& token) const { return token.offset == firstOffset_; }

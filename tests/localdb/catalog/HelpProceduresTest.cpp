@@ -101,7 +101,8 @@ TEST_F(HelpProceduresTest, TableShowsSevenResults) {
     EXPECT_EQ(recording.sets[6].rows[1].substr(0, 32), "PRIMARY KEY (non-clustered)|PK__");
     EXPECT_EQ(recording.messages,
               Texts({"15470 10 No foreign keys reference table 't', or you do not have "
-                     "permissions on referencing tables."}));
+                     "permissions on referencing tables.",
+                     "15647 10 No views with schema binding reference table 't'."}));
 }
 
 TEST_F(HelpProceduresTest, BareTableSaysWhatItLacks) {
@@ -110,10 +111,11 @@ TEST_F(HelpProceduresTest, BareTableSaysWhatItLacks) {
     ASSERT_EQ(recording.sets.size(), 5u);
     EXPECT_EQ(recording.sets[1].rows, Texts({"a|float|no|8|53   |NULL|yes|(n/a)|(n/a)|NULL"}));
     EXPECT_EQ(recording.sets[2].rows, Texts({"No identity column defined.|NULL|NULL|NULL"}));
-    ASSERT_EQ(recording.messages.size(), 3u);
+    ASSERT_EQ(recording.messages.size(), 4u);
     EXPECT_EQ(recording.messages[0].substr(0, 5), "15472");
     EXPECT_EQ(recording.messages[1].substr(0, 5), "15469");
     EXPECT_EQ(recording.messages[2].substr(0, 5), "15470");
+    EXPECT_EQ(recording.messages[3].substr(0, 5), "15647");
 }
 
 TEST_F(HelpProceduresTest, ViewShowsItsColumnsButNoFilegroup) {

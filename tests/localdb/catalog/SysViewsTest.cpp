@@ -64,6 +64,24 @@ TEST_F(SysViewsTest, TypesListEveryTypeOnce) {
                      "nvarchar|231|231|8000|0|0", "sysname|231|256|256|0|0"}));
 }
 
+TEST_F(SysViewsTest, DatabasesAreTheSameFromEachOfThem) {
+    Prepare({"create database [o'dd $ :db]"});
+    const Texts rows = {"master|1|160|SQL_Latin1_General_CP1_CI_AS|ONLINE",
+                        "o'dd $ :db|6|160|SQL_Latin1_General_CP1_CI_AS|ONLINE",
+                        "shop|5|160|SQL_Latin1_General_CP1_CI_AS|ONLINE"};
+    for (const std::string place : {"", "master."}) {
+        EXPECT_EQ(Rows("select name, database_id, compatibility_level, collation_name, state_desc "
+                       "from " +
+                       place + "sys.databases order by name"),
+                  rows);
+    }
+    Prepare({"drop database [o'dd $ :db]"});
+    EXPECT_EQ(Rows("select name from sys.databases where database_id = db_id()"), Texts({"shop"}));
+    EXPECT_EQ(Rows("select name from sys.databases where create_date between getdate() - 1 and "
+                   "getdate() + 1"),
+              Texts({"master", "shop"}));
+}
+
 TEST_F(SysViewsTest, ModulesAndParametersAndSchemas) {
     EXPECT_EQ(Rows("select definition from sys.sql_modules m join sys.views v on v.object_id = "
                    "m.object_id"),

@@ -94,61 +94,6 @@ TEST(Session, SpExecutesqlRunsAsAProcedure) {
                                        QStringLiteral("status 0")}));
 }
 
-// What a client of the wire does: prepare and run, run again, describe, let go.
-TEST(Session, PreparedStatementsLiveUntilTheyAreLetGo) {
-    TestServer server;
-    const auto session = server.NewDatabase(QStringLiteral("d"));
-    Argument handle = TextArgument("", u"");
-    handle.type = MakeType(TypeKind::Int);
-    handle.null = true;
-    handle.output = true;
-    Argument declarations = TextArgument("", u"@P1 int");
-    declarations.type = MakeType(TypeKind::NText);
-    Argument text = TextArgument("", u"select @P1 * 2 a");
-    text.type = MakeType(TypeKind::NText);
-    Argument value = TextArgument("", u"21");
-    value.type = MakeType(TypeKind::Int);
-    const QStringList rows = {QStringLiteral("columns a int"), QStringLiteral("42"),
-                              QStringLiteral("(1 row)"), QStringLiteral("status 0")};
-    RecordingSink first;
-    session->RunProcedure(QStringLiteral("sp_prepexec"), {handle, declarations, text, value},
-                          first);
-    EXPECT_EQ(first.lines, rows + QStringList(QStringLiteral("value  int: 1")));
-    handle.null = false;
-    handle.output = false;
-    handle.text = QStringLiteral("1");
-    RecordingSink again;
-    session->RunProcedure(QStringLiteral("sp_execute"), {handle, value}, again);
-    EXPECT_EQ(again.lines, rows);
-    RecordingSink gone;
-    session->RunProcedure(QStringLiteral("sp_unprepare"), {handle}, gone);
-    session->RunProcedure(QStringLiteral("sp_execute"), {handle, value}, gone);
-    EXPECT_EQ(gone.FirstError(), 8179);
-}
-
-TEST(Session, PreparingDescribesTheColumns) {
-    TestServer server;
-    const auto session = server.NewDatabase(QStringLiteral("d"));
-    Lines(*session, QStringLiteral("create table t(a int not null, b nvarchar(5))"));
-    Argument handle = TextArgument("", u"");
-    handle.type = MakeType(TypeKind::Int);
-    handle.null = true;
-    handle.output = true;
-    RecordingSink sink;
-    session->RunProcedure(QStringLiteral("sp_prepare"),
-                          {handle, TextArgument("", u"@P1 int"),
-                           TextArgument("", u"select a, b from t where a = @P1")},
-                          sink);
-    EXPECT_EQ(sink.lines, QStringList({QStringLiteral("columns a int not null, b nvarchar(5)"),
-                                       QStringLiteral("(done)"), QStringLiteral("status 0"),
-                                       QStringLiteral("value  int: 1")}));
-    RecordingSink wrong;
-    session->RunProcedure(
-        QStringLiteral("sp_prepare"),
-        {handle, TextArgument("", u""), TextArgument("", u"select nosuch from t")}, wrong);
-    EXPECT_EQ(wrong.FirstError(), 207);
-}
-
 TEST(Session, LongArgumentsAreNotCut) {
     TestServer server;
     const auto session = server.NewDatabase(QStringLiteral("d"));

@@ -34,16 +34,6 @@ TEST(ClientProgramsTest, TsqlIsRefusedWithAWrongPassword) {
     EXPECT_THAT(output.text, HasSubstr("Login failed for user 'tester'."));
 }
 
-TEST(ClientProgramsTest, IsqlReadsRowsThroughOdbc) {
-    if (!HasProgram("isql")) GTEST_SKIP() << "isql is not installed";
-    RunningServer server;
-    const Output output = RunIsql({server.Port()}, "rows 3\nnulls\nerror\n");
-    EXPECT_THAT(output.text, HasSubstr("0,text"));
-    EXPECT_THAT(output.text, HasSubstr("2,text"));
-    EXPECT_THAT(output.text, HasSubstr(",b"));
-    EXPECT_THAT(output.text, HasSubstr("Invalid object name 'x'."));
-}
-
 TEST(ClientProgramsTest, BsqldbReadsManyRows) {
     if (!HasProgram("bsqldb")) GTEST_SKIP() << "bsqldb is not installed";
     RunningServer server;

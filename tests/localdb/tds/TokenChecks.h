@@ -54,6 +54,13 @@ inline std::string Written(const std::function<void(ByteWriter&)>& write) {
     return ToHex(writer.Written());
 }
 
+// What `read` makes of a value's content, which stands behind its u8 count.
+template <typename Read>
+auto ReadBack(const char* counted, Read read) {
+    const auto bytes = Hex(counted);
+    return read(std::span(bytes).subspan(1));
+}
+
 // The fault that `read` raises; a test failure where it raises none.
 inline Fault FaultOf(const std::function<void()>& read, size_t* position = nullptr) {
     try {

@@ -20,10 +20,10 @@ namespace {
 
 constexpr int PatienceMs = 60'000;
 
-class ProcessTest : public testing::Test {
+class InstanceProcessTest : public testing::Test {
   protected:
-    ProcessTest() { qputenv("XDG_DATA_HOME", home_.path().toUtf8()); }
-    ~ProcessTest() override {
+    InstanceProcessTest() { qputenv("XDG_DATA_HOME", home_.path().toUtf8()); }
+    ~InstanceProcessTest() override {
         for (const QString& name : Instance::All()) Run({QStringLiteral("stop"), name});
         qunsetenv("XDG_DATA_HOME");
     }
@@ -60,7 +60,7 @@ tds::Login7 LoginOf(const InstanceState& state) {
 
 }  // namespace
 
-TEST_F(ProcessTest, StartedInstanceServesWhoeverReadsItsState) {
+TEST_F(InstanceProcessTest, StartedInstanceServesWhoeverReadsItsState) {
     ASSERT_EQ(Run({QStringLiteral("start"), QStringLiteral("Demo")}), 0) << error_.constData();
     const auto state = Demo().RunningState();
     ASSERT_TRUE(state);
@@ -78,7 +78,7 @@ TEST_F(ProcessTest, StartedInstanceServesWhoeverReadsItsState) {
     EXPECT_FALSE(text.contains(state->secret.toUtf8()));
 }
 
-TEST_F(ProcessTest, TenStartsAtOnceMakeOneProcess) {
+TEST_F(InstanceProcessTest, TenStartsAtOnceMakeOneProcess) {
     std::vector<std::unique_ptr<QProcess>> starts;
     for (int i = 0; i < 10; ++i) {
         starts.push_back(Begin({QStringLiteral("start"), QStringLiteral("demo")}));
@@ -92,14 +92,14 @@ TEST_F(ProcessTest, TenStartsAtOnceMakeOneProcess) {
     EXPECT_EQ(log.readAll().count("listening on"), 1);
 }
 
-TEST_F(ProcessTest, SecondStartFindsTheRunningOne) {
+TEST_F(InstanceProcessTest, SecondStartFindsTheRunningOne) {
     ASSERT_EQ(Run({QStringLiteral("start"), QStringLiteral("demo")}), 0);
     const auto first = Demo().RunningState();
     ASSERT_EQ(Run({QStringLiteral("start"), QStringLiteral("demo")}), 0);
     EXPECT_EQ(Demo().RunningState(), first);
 }
 
-TEST_F(ProcessTest, StopEndsItAndTheNextStartHasANewSecret) {
+TEST_F(InstanceProcessTest, StopEndsItAndTheNextStartHasANewSecret) {
     ASSERT_EQ(Run({QStringLiteral("start"), QStringLiteral("demo")}), 0);
     const auto first = Demo().RunningState();
     ASSERT_EQ(Run({QStringLiteral("stop"), QStringLiteral("demo")}), 0);
@@ -112,7 +112,7 @@ TEST_F(ProcessTest, StopEndsItAndTheNextStartHasANewSecret) {
     EXPECT_NE(second->secret, first->secret);
 }
 
-TEST_F(ProcessTest, KilledInstanceStartsAgain) {
+TEST_F(InstanceProcessTest, KilledInstanceStartsAgain) {
     ASSERT_EQ(Run({QStringLiteral("start"), QStringLiteral("demo")}), 0);
     const auto first = Demo().RunningState();
     ASSERT_TRUE(first);
@@ -125,7 +125,7 @@ TEST_F(ProcessTest, KilledInstanceStartsAgain) {
     EXPECT_NE(second->pid, first->pid);
 }
 
-TEST_F(ProcessTest, FailureToOpenIsSaidByTheStarter) {
+TEST_F(InstanceProcessTest, FailureToOpenIsSaidByTheStarter) {
     qputenv("FAKE_ENGINE_FAILS", "1");
     EXPECT_EQ(Run({QStringLiteral("start"), QStringLiteral("demo")}), 1);
     qunsetenv("FAKE_ENGINE_FAILS");
@@ -135,7 +135,7 @@ TEST_F(ProcessTest, FailureToOpenIsSaidByTheStarter) {
     EXPECT_EQ(Run({QStringLiteral("start"), QStringLiteral("demo")}), 0);
 }
 
-TEST_F(ProcessTest, InfoTellsWhetherItRuns) {
+TEST_F(InstanceProcessTest, InfoTellsWhetherItRuns) {
     ASSERT_EQ(Run({QStringLiteral("start"), QStringLiteral("demo")}), 0);
     ASSERT_EQ(Run({QStringLiteral("info"), QStringLiteral("demo")}), 0);
     EXPECT_TRUE(output_.startsWith("name: demo\nstate: running\nprocess: "));
@@ -149,9 +149,9 @@ TEST_F(ProcessTest, InfoTellsWhetherItRuns) {
 
 namespace {
 
-class ServeTest : public ProcessTest {
+class ServeProcessTest : public InstanceProcessTest {
   protected:
-    ServeTest() {
+    ServeProcessTest() {
         QFile file(PasswordFile());
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("right\n");
@@ -174,7 +174,7 @@ class ServeTest : public ProcessTest {
 
 }  // namespace
 
-TEST_F(ServeTest, ServesUntilItIsTold) {
+TEST_F(ServeProcessTest, ServesUntilItIsTold) {
     const auto process = Serve(QStringLiteral("127.0.0.1:0"), QStringLiteral("data"));
     TestClient client(PortFrom(*process));
     ASSERT_TRUE(client.LogIn()->ack);
@@ -185,7 +185,7 @@ TEST_F(ServeTest, ServesUntilItIsTold) {
     EXPECT_EQ(process->exitCode(), 0);
 }
 
-TEST_F(ServeTest, TakenPortIsSaid) {
+TEST_F(ServeProcessTest, TakenPortIsSaid) {
     const auto first = Serve(QStringLiteral("127.0.0.1:0"), QStringLiteral("data"));
     const QString where = QStringLiteral("127.0.0.1:%1").arg(PortFrom(*first));
     const auto second = Serve(where, QStringLiteral("other"));
@@ -197,7 +197,7 @@ TEST_F(ServeTest, TakenPortIsSaid) {
     EXPECT_TRUE(first->waitForFinished(PatienceMs));
 }
 
-TEST_F(ServeTest, DataDirectoryIsServedOnce) {
+TEST_F(ServeProcessTest, DataDirectoryIsServedOnce) {
     const auto first = Serve(QStringLiteral("127.0.0.1:0"), QStringLiteral("data"));
     PortFrom(*first);
     const auto second = Serve(QStringLiteral("127.0.0.1:0"), QStringLiteral("data"));

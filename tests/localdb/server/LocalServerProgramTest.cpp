@@ -6,7 +6,7 @@
 
 #include "ClientRuns.h"
 #include "Files.h"
-#include "RunningServer.h"
+#include "RequestFixture.h"
 #include "support/EndWithUs.h"
 
 namespace quarv::localdb::server {
@@ -18,7 +18,7 @@ using testing::HasSubstr;
 constexpr int PatienceMs = 60'000;
 
 // One server with the sample for all tests of the suite.
-class ProgramTest : public testing::Test {
+class LocalServerProgramTest : public testing::Test {
   protected:
     static void SetUpTestSuite() {
         home_ = new QTemporaryDir;
@@ -51,13 +51,32 @@ class ProgramTest : public testing::Test {
     static Target target_;
 };
 
-QTemporaryDir* ProgramTest::home_ = nullptr;
-QProcess* ProgramTest::process_ = nullptr;
-Target ProgramTest::target_;
+QTemporaryDir* LocalServerProgramTest::home_ = nullptr;
+QProcess* LocalServerProgramTest::process_ = nullptr;
+Target LocalServerProgramTest::target_;
+
+tds::RpcParameter TextParameter(const char* text) {
+    tds::RpcParameter parameter;
+    parameter.type.code = tds::TypeCode::NText;
+    parameter.type.size = 100;
+    tds::BufferWriter writer;
+    writer.Utf16(QString::fromLatin1(text));
+    const auto bytes = writer.Written();
+    parameter.value = {false, QByteArray(reinterpret_cast<const char*>(bytes.data()),
+                                         static_cast<qsizetype>(bytes.size()))};
+    return parameter;
+}
+
+Reply Call(TestClient& client, const tds::RpcCall& call) {
+    tds::BufferWriter writer;
+    tds::RpcRequest{{}, {call}}.Encode(writer);
+    client.Send(tds::PacketType::Rpc, writer.Written());
+    return client.Receive().value_or(Reply{});
+}
 
 }  // namespace
 
-TEST_F(ProgramTest, TsqlRunsTheCatalogueQueries) {
+TEST_F(LocalServerProgramTest, TsqlRunsTheCatalogueQueries) {
     if (!HasProgram("tsql")) GTEST_SKIP() << "tsql is not installed";
     const Output output = RunTsql(target_,
                                   "exec sp_server_info 2\ngo\n"
@@ -73,27 +92,29 @@ TEST_F(ProgramTest, TsqlRunsTheCatalogueQueries) {
     EXPECT_EQ(output.text.find("Msg "), std::string::npos) << output.text;
 }
 
-TEST_F(ProgramTest, IsqlRunsTheCatalogueQueries) {
+TEST_F(LocalServerProgramTest, IsqlRunsTheCatalogueQueries) {
     if (!HasProgram("isql")) GTEST_SKIP() << "isql is not installed";
     const Output output = RunIsql(target_,
                                   "help\n"
                                   "sp_server_info 2\n"
                                   "select top 1 ProductID from Products order by ProductID\n"
+                                  "select cast(null as int) n, 'b' b\n"
                                   "select * from nowhere\n");
     EXPECT_THAT(output.text, HasSubstr("mirel,dbo,Products,TABLE"));
     EXPECT_THAT(output.text, HasSubstr("2,DBMS_VER"));
     EXPECT_THAT(output.text, HasSubstr("\n1\n"));
+    EXPECT_THAT(output.text, HasSubstr("\n,b\n"));
     EXPECT_THAT(output.text, HasSubstr("Invalid object name 'nowhere'."));
 }
 
-TEST_F(ProgramTest, BsqldbReadsATable) {
+TEST_F(LocalServerProgramTest, BsqldbReadsATable) {
     if (!HasProgram("bsqldb")) GTEST_SKIP() << "bsqldb is not installed";
     const Output output = RunBsqldb(target_, "select CategoryID from Categories\n");
     EXPECT_EQ(output.status, 0) << output.text;
     EXPECT_THAT(output.text, HasSubstr("rows affected"));
 }
 
-TEST_F(ProgramTest, UnknownDatabaseAndWrongPasswordAreRefused) {
+TEST_F(LocalServerProgramTest, UnknownDatabaseAndWrongPasswordAreRefused) {
     tds::Login7 login = TestClient::GoodLogin();
     login.database = QStringLiteral("nowhere");
     TestClient lost(target_.port);
@@ -106,7 +127,7 @@ TEST_F(ProgramTest, UnknownDatabaseAndWrongPasswordAreRefused) {
     EXPECT_TRUE(stranger.LogIn(login)->Has(18456));
 }
 
-TEST_F(ProgramTest, ChangeOfDatabaseIsToldOnce) {
+TEST_F(LocalServerProgramTest, ChangeOfDatabaseIsToldOnce) {
     TestClient client(target_.port);
     ASSERT_TRUE(client.LogIn()->ack);
     const auto reply = client.Run(QStringLiteral("use mirel"));
@@ -116,7 +137,38 @@ TEST_F(ProgramTest, ChangeOfDatabaseIsToldOnce) {
     EXPECT_EQ(reply->messages[0].text, QStringLiteral("Changed database context to 'mirel'."));
 }
 
-TEST_F(ProgramTest, RunningStatementsAreStoppedAndTheSessionGoesOn) {
+TEST_F(LocalServerProgramTest, PreparedStatementRunsByItsHandle) {
+    TestClient client(target_.port);
+    ASSERT_TRUE(client.LogIn()->ack);
+    tds::RpcParameter handle = IntParameter("", "", tds::RpcParameter::Output);
+    handle.value = {};
+    // sp_prepexec, sp_execute twice, the second by name, and sp_unprepare.
+    tds::RpcCall call{QString(),
+                      13,
+                      0,
+                      {handle, TextParameter("@P1 int"), TextParameter("select @P1 + 1 a"),
+                       IntParameter("", "05000000")}};
+    const Reply first = Call(client, call);
+    ASSERT_EQ(first.rows.size(), 1u);
+    EXPECT_EQ(first.rows[0].values[0].bytes, QByteArray::fromHex("06000000"));
+    ASSERT_EQ(first.values.size(), 1u);
+    EXPECT_EQ(first.values[0].ordinal, 0);
+    EXPECT_EQ(first.values[0].value.bytes, QByteArray::fromHex("01000000"));
+    EXPECT_THAT(first.tokens, testing::ElementsAre(0x81, 0xD1, 0xFF, 0x79, 0xAC, 0xFE));
+
+    call = {QString(), 12, 0, {IntParameter("", "01000000"), IntParameter("", "06000000")}};
+    EXPECT_EQ(Call(client, call).rows[0].values[0].bytes, QByteArray::fromHex("07000000"));
+    call = {QStringLiteral("sp_execute"), 0, 0, call.parameters};
+    EXPECT_EQ(Call(client, call).rows[0].values[0].bytes, QByteArray::fromHex("07000000"));
+    const Reply released = Call(client, {QString(), 15, 0, {IntParameter("", "01000000")}});
+    EXPECT_THAT(released.tokens, testing::ElementsAre(0x79, 0xFE));
+    const Reply gone = Call(client, call);
+    EXPECT_THAT(gone.tokens, testing::ElementsAre(0xAA, 0xFE));
+    EXPECT_EQ(gone.messages[0].text,
+              QStringLiteral("Could not find prepared statement with handle 1."));
+}
+
+TEST_F(LocalServerProgramTest, RunningStatementsAreStoppedAndTheSessionGoesOn) {
     TestClient client(target_.port);
     tds::Login7 login = TestClient::GoodLogin();
     login.database = QStringLiteral("mirel");

@@ -35,7 +35,7 @@ void AllowDescriptors(rlim_t count) {
 
 }  // namespace
 
-TEST(HostileTest, GarbageIsClosedAtOnce) {
+TEST(HostileClientsTest, GarbageIsClosedAtOnce) {
     RunningServer server;
     for (const char* text : {"GET / HTTP/1.1\r\n\r\n", "\x16\x03\x01\x02\x00\x01\x00\x01",
                              "\x01\x01\xFF\xFF\x00\x00\x00\x00", "\x12\x01\x00\x01\x00\x00\x00"}) {
@@ -47,7 +47,7 @@ TEST(HostileTest, GarbageIsClosedAtOnce) {
     EXPECT_TRUE(client.LogIn()->ack);
 }
 
-TEST(HostileTest, RequestBeforeTheLoginIsClosed) {
+TEST(HostileClientsTest, RequestBeforeTheLoginIsClosed) {
     RunningServer server;
     TestClient client(server.Port());
     client.SendBatch(QStringLiteral("rows 1"));
@@ -55,7 +55,7 @@ TEST(HostileTest, RequestBeforeTheLoginIsClosed) {
     EXPECT_TRUE(server.Engine().Ran().isEmpty());
 }
 
-TEST(HostileTest, LoginCutAtEveryByteHurtsNoOne) {
+TEST(HostileClientsTest, LoginCutAtEveryByteHurtsNoOne) {
     RunningServer server;
     TestClient other(server.Port());
     ASSERT_TRUE(other.LogIn()->ack);
@@ -68,7 +68,7 @@ TEST(HostileTest, LoginCutAtEveryByteHurtsNoOne) {
     EXPECT_TRUE(Eventually([&] { return server.Engine().Sessions() == 1; }));
 }
 
-TEST(HostileTest, LoginByteByByteIsServed) {
+TEST(HostileClientsTest, LoginByteByByteIsServed) {
     RunningServer server;
     TestClient client(server.Port());
     for (const std::byte b : WholeLogin()) client.SendBytes({&b, 1});
@@ -78,7 +78,7 @@ TEST(HostileTest, LoginByteByByteIsServed) {
     EXPECT_TRUE(reply->ack);
 }
 
-TEST(HostileTest, LoginThatNeverEndsIsClosedByItsSize) {
+TEST(HostileClientsTest, LoginThatNeverEndsIsClosedByItsSize) {
     RunningServer server;
     TestClient client(server.Port());
     const std::vector<std::byte> body(4000);
@@ -86,7 +86,7 @@ TEST(HostileTest, LoginThatNeverEndsIsClosedByItsSize) {
     EXPECT_TRUE(client.IsClosed());
 }
 
-TEST(HostileTest, SilentConnectionIsClosedAfterItsTime) {
+TEST(HostileClientsTest, SilentConnectionIsClosedAfterItsTime) {
     Settings settings = TestSettings();
     settings.loginTime = std::chrono::milliseconds(50);
     RunningServer server(settings);
@@ -97,7 +97,7 @@ TEST(HostileTest, SilentConnectionIsClosedAfterItsTime) {
     EXPECT_TRUE(halfway.IsClosed());
 }
 
-TEST(HostileTest, ThousandSilentConnectionsKeepNoOneOut) {
+TEST(HostileClientsTest, ThousandSilentConnectionsKeepNoOneOut) {
     AllowDescriptors(4096);
     Settings settings = TestSettings();
     settings.largestPending = 500;
@@ -114,7 +114,7 @@ TEST(HostileTest, ThousandSilentConnectionsKeepNoOneOut) {
     EXPECT_TRUE(silent.front().IsClosed());
 }
 
-TEST(HostileTest, SessionBeyondTheLimitIsToldAndClosed) {
+TEST(HostileClientsTest, SessionBeyondTheLimitIsToldAndClosed) {
     Settings settings = TestSettings();
     settings.largestSessions = 2;
     RunningServer server(settings);
@@ -136,7 +136,7 @@ TEST(HostileTest, SessionBeyondTheLimitIsToldAndClosed) {
     }));
 }
 
-TEST(HostileTest, DisconnectInMidResultEndsTheStatement) {
+TEST(HostileClientsTest, DisconnectInMidResultEndsTheStatement) {
     RunningServer server;
     TestClient other(server.Port());
     ASSERT_TRUE(other.LogIn()->ack);
@@ -155,7 +155,7 @@ TEST(HostileTest, DisconnectInMidResultEndsTheStatement) {
     EXPECT_EQ(other.Run(QStringLiteral("rows 2"))->rows.size(), 2u);
 }
 
-TEST(HostileTest, ClientThatDoesNotReadHoldsBackItsOwnRowsOnly) {
+TEST(HostileClientsTest, ClientThatDoesNotReadHoldsBackItsOwnRowsOnly) {
     RunningServer server;
     TestClient lazy(server.Port());
     ASSERT_TRUE(lazy.LogIn()->ack);
@@ -179,7 +179,7 @@ TEST(HostileTest, ClientThatDoesNotReadHoldsBackItsOwnRowsOnly) {
     EXPECT_EQ(ack->dones[0].status, tds::Done::Attention);
 }
 
-TEST(HostileTest, EndOfTheServerEndsRunningStatements) {
+TEST(HostileClientsTest, EndOfTheServerEndsRunningStatements) {
     RunningServer server;
     TestClient busy(server.Port());
     TestClient rows(server.Port());
@@ -242,7 +242,7 @@ INSTANTIATE_TEST_SUITE_P(
                    true}),
     [](const auto& param) { return std::string(param.param.name); });
 
-TEST(HostileTest, RequestBeyondItsLimitIsRefused) {
+TEST(HostileClientsTest, RequestBeyondItsLimitIsRefused) {
     Settings settings = TestSettings();
     settings.largestRequest = 10'000;
     RunningServer server(settings);
@@ -256,7 +256,7 @@ TEST(HostileTest, RequestBeyondItsLimitIsRefused) {
     EXPECT_TRUE(client.IsClosed());
 }
 
-TEST(HostileTest, ValueThatItsColumnCannotCarryNeverLooksWhole) {
+TEST(HostileClientsTest, ValueThatItsColumnCannotCarryNeverLooksWhole) {
     RunningServer server;
     TestClient client(server.Port());
     ASSERT_TRUE(client.LogIn()->ack);
@@ -264,7 +264,7 @@ TEST(HostileTest, ValueThatItsColumnCannotCarryNeverLooksWhole) {
     EXPECT_TRUE(client.IsClosed());
 }
 
-TEST(HostileTest, ServerEndsWhenItIsIdle) {
+TEST(HostileClientsTest, ServerEndsWhenItIsIdle) {
     Settings settings = TestSettings();
     settings.idleTime = std::chrono::milliseconds(100);
     RunningServer server(settings);
