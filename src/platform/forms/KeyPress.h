@@ -3,11 +3,15 @@
 #pragma once
 
 #include <QKeyEvent>
+#include <functional>
 #include <memory>
 
 #include "platform/forms/Application.h"
 
 namespace quarv::forms {
+
+// Raises a box's KeyPress; the handler may change the character.
+using RaiseKeyPress = std::function<void(int&)>;
 
 // The character of a key: 13 for Enter, 27 for Escape, 8 for Backspace, a code point beyond; 0
 // where the key makes none.
