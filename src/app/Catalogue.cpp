@@ -1,7 +1,5 @@
 #include "app/Catalogue.h"
 
-#include <QStringBuilder>
-
 #include "base/RUtils.h"
 #include "db/SQLServerConnection.h"
 
@@ -31,32 +29,31 @@ QString WithoutVersion(const QString& name) {
 
 }  // namespace
 
-void ReadRoot(SQLServerConnection& connection, const AddCatalogueNode& add) {
+std::vector<CatalogueNode> ReadRoot(SQLServerConnection& connection) {
     const ado::RecordsetPtr info = connection.OpenQuery(QStringLiteral("exec sp_server_info 2"));
     const QString version = (*info)[QStringLiteral("attribute_value")].ToText();
-    add({}, RootKey, connection.Description() + u' ' + version, DatabaseIcon);
-    add(RootKey, TablesKey, QStringLiteral("Tables"), TablesIcon);
-    add(RootKey, RoutinesKey, QStringLiteral("Routines"), RoutinesIcon);
+    return {{{}, RootKey, connection.Description() + u' ' + version, DatabaseIcon},
+            {RootKey, TablesKey, QStringLiteral("Tables"), TablesIcon},
+            {RootKey, RoutinesKey, QStringLiteral("Routines"), RoutinesIcon}};
 }
 
-void ReadTables(SQLServerConnection& connection, const AddCatalogueNode& add) {
+CatalogueGroup ReadTables(SQLServerConnection& connection) {
+    CatalogueGroup group{TablesKey, TablePrefix, TableIcon, {}};
     const ado::RecordsetPtr tables = connection.GetTableList();
     const ado::Field& type = tables->Fields()[QStringLiteral("table_type")];
     const ado::Field& name = tables->Fields()[QStringLiteral("table_name")];
-    for (; !tables->EOF(); tables->MoveNext()) {
-        if (IsSystemTable(type.Value())) continue;
-        const QString text = TextOf(name.Value());
-        add(TablesKey, TablePrefix % text, text, TableIcon);
-    }
+    for (; !tables->EOF(); tables->MoveNext())
+        if (!IsSystemTable(type.Value())) group.names.push_back(TextOf(name.Value()));
+    return group;
 }
 
-void ReadProcedures(SQLServerConnection& connection, const AddCatalogueNode& add) {
+CatalogueGroup ReadProcedures(SQLServerConnection& connection) {
+    CatalogueGroup group{RoutinesKey, ProcedurePrefix, ProcedureIcon, {}};
     const ado::RecordsetPtr procedures = connection.GetSprocList();
     const ado::Field& name = procedures->Fields()[QStringLiteral("PROCEDURE_NAME")];
-    for (; !procedures->EOF(); procedures->MoveNext()) {
-        const QString text = WithoutVersion(TextOf(name.Value()));
-        add(RoutinesKey, ProcedurePrefix % text, text, ProcedureIcon);
-    }
+    for (; !procedures->EOF(); procedures->MoveNext())
+        group.names.push_back(WithoutVersion(TextOf(name.Value())));
+    return group;
 }
 
 bool IsTableKey(const QString& key) {

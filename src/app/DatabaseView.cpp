@@ -29,12 +29,13 @@ void DatabaseView::MakeControls() {
         Icons->Add(MakeCatalogueIcon(static_cast<CatalogueIcon>(i)));
     DBObjectList->SetImageList(*Icons);
     DBObjectList->SetSpokenName(QStringLiteral("Database objects"));
-    SetWidth(forms::ToTwips(1280));
-    SetHeight(forms::ToTwips(800));
-    PlaceInPixels(*DBObjectList, 12, 12, 440, 776);
-    PlaceInPixels(*TableFrame, 464, 12, 804, 776);
+    // Fits, with its title bar and the desktop's own bars, on a screen of 1280 by 720.
+    SetWidth(forms::ToTwips(1240));
+    SetHeight(forms::ToTwips(660));
+    PlaceInPixels(*DBObjectList, 12, 12, 440, 636);
+    PlaceInPixels(*TableFrame, 464, 12, 764, 636);
     TableFrame->SetBorderStyle(0);
-    PlaceInPixels(*TableFieldViewer, 0, 0, 804, 776);
+    PlaceInPixels(*TableFieldViewer, 0, 0, 764, 636);
 }
 
 void DatabaseView::DoView(const QString& ConnStr) {
@@ -46,14 +47,13 @@ void DatabaseView::DoView(const QString& ConnStr) {
 
 void DatabaseView::FillTree() {
     forms::Nodes& nodes = DBObjectList->Nodes();
-    const AddCatalogueNode add = [&nodes](const QString& parent, const QString& key,
-                                          const QString& text, CatalogueIcon image) {
-        nodes.Add(parent, key, text, image);
-    };
-    ReadRoot(*connection_, add);
+    for (const CatalogueNode& node : ReadRoot(*connection_))
+        nodes.Add(node.parent, node.key, node.text, node.image);
     nodes.Item(1).SetExpanded(true);
-    ReadTables(*connection_, add);
-    ReadProcedures(*connection_, add);
+    for (const auto read : {ReadTables, ReadProcedures}) {
+        CatalogueGroup group = read(*connection_);
+        nodes.AddAll(group.parent, group.keyPrefix, std::move(group.names), group.image);
+    }
 }
 
 void DatabaseView::DBObjectList_NodeClick(const forms::Node& node) {

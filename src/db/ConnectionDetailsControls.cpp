@@ -1,7 +1,9 @@
 #include "db/ConnectionDetailsControls.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 
 #include "controls/PathIcon.h"
 #include "controls/PlaceInPixels.h"
@@ -32,8 +34,16 @@ void DrawHourglass(QPainter& painter, const PathInks& inks) {
     for (const qreal y : {1.5, 14.5}) painter.drawLine(QPointF(3, y), QPointF(13, y));
 }
 
+constexpr int FormWidth = 592;
+constexpr int FormHeight = 456;
+constexpr int LabelWidth = 124;
+constexpr int AccountLabelWidth = 104;
+constexpr int ChoiceWidth = 512;
+constexpr int ChoiceMark = 28;  // the round mark before a choice's caption and the air around it
 constexpr int FieldHeight = 30;
 constexpr int ChoiceHeight = 26;
+constexpr int Rounding = 2;      // pixels that a text may need beyond its advance
+constexpr int TallestLine = 20;  // of text, that still has air in the boxes and buttons
 constexpr int ButtonWidth = 96;
 constexpr int ButtonHeight = 32;
 
@@ -62,9 +72,10 @@ ConnectionDetailsControls::ConnectionDetailsControls(forms::Form& form)
       Cancel(new forms::ButtonPlus(&form, QStringLiteral("Cancel"))) {
     form.SetCaption(QStringLiteral("SQL Server Connection Details"));
     form.SetBorderStyle(forms::Form::FixedDialog);
-    form.SetWidth(forms::ToTwips(592));
-    form.SetHeight(forms::ToTwips(456));
     Caption();
+    scale_ = ScaleFor(form.font());
+    form.SetWidth(forms::ToTwips(InScale(FormWidth)));
+    form.SetHeight(forms::ToTwips(InScale(FormHeight)));
     Place();
     PlaceAccount();
     PlacePleaseWait();
@@ -101,34 +112,60 @@ void ConnectionDetailsControls::Caption() {
     Cancel->SetCancel(true);
 }
 
+// The layout below is drawn for common fonts. Where the texts of a larger one would be cut off, all
+// of it grows by as much as the text that is shortest of room.
+double ConnectionDetailsControls::ScaleFor(const QFont& font) const {
+    const QFontMetricsF metrics(font);
+    double scale = std::max(1.0, metrics.height() / TallestLine);
+    const auto fit = [&](const QString& text, int room) {
+        scale = std::max(scale, (metrics.horizontalAdvance(text) + Rounding) / room);
+    };
+    fit(Label1->Caption(), LabelWidth);
+    fit(Label2->Caption(), LabelWidth);
+    fit(UsernameLabel->Caption(), AccountLabelWidth);
+    fit(PaswordLabel->Caption(), AccountLabelWidth);
+    fit(UseWinAccount->Caption(), ChoiceWidth - ChoiceMark);
+    fit(UseSQLAccount->Caption(), ChoiceWidth - ChoiceMark);
+    return scale;
+}
+
+int ConnectionDetailsControls::InScale(int pixels) const {
+    return qRound(pixels * scale_);
+}
+
+void ConnectionDetailsControls::Put(forms::Control& control, int left, int top, int width,
+                                    int height) const {
+    PlaceInPixels(control, InScale(left), InScale(top), InScale(width), InScale(height));
+}
+
 void ConnectionDetailsControls::Place() {
-    PlaceInPixels(*Tabs, 16, 16, 560, 376);
-    PlaceInPixels(*ConnectionFrame, 20, 52, 552, 352);
-    PlaceInPixels(*Label1, 20, 24, 124, FieldHeight);
-    PlaceInPixels(*Servername, 148, 24, 384, FieldHeight);
-    PlaceInPixels(*Label2, 20, 66, 124, FieldHeight);
-    PlaceInPixels(*DatabaseList, 148, 66, 276, FieldHeight);
-    PlaceInPixels(*CreateDatabase, 436, 66, ButtonWidth, FieldHeight);
-    PlaceInPixels(*UseWinAccount, 20, 116, 512, ChoiceHeight);
-    PlaceInPixels(*UseSQLAccount, 20, 146, 512, ChoiceHeight);
-    PlaceInPixels(*SQLAccountFrame, 20, 184, 512, 130);
-    PlaceInPixels(*Test, 16, 408, ButtonWidth, ButtonHeight);
-    PlaceInPixels(*Okay, 368, 408, ButtonWidth, ButtonHeight);
-    PlaceInPixels(*Cancel, 480, 408, ButtonWidth, ButtonHeight);
+    Put(*Tabs, 16, 16, 560, 376);
+    Put(*ConnectionFrame, 20, 52, 552, 352);
+    Put(*Label1, 20, 24, LabelWidth, FieldHeight);
+    Put(*Servername, 148, 24, 384, FieldHeight);
+    Put(*Label2, 20, 66, LabelWidth, FieldHeight);
+    Put(*DatabaseList, 148, 66, 276, FieldHeight);
+    Put(*CreateDatabase, 436, 66, ButtonWidth, FieldHeight);
+    Put(*UseWinAccount, 20, 116, ChoiceWidth, ChoiceHeight);
+    Put(*UseSQLAccount, 20, 146, ChoiceWidth, ChoiceHeight);
+    Put(*SQLAccountFrame, 20, 184, 512, 130);
+    Put(*Test, 16, 408, ButtonWidth, ButtonHeight);
+    Put(*Okay, 368, 408, ButtonWidth, ButtonHeight);
+    Put(*Cancel, 480, 408, ButtonWidth, ButtonHeight);
 }
 
 void ConnectionDetailsControls::PlaceAccount() {
-    PlaceInPixels(*UsernameLabel, 20, 38, 104, FieldHeight);
-    PlaceInPixels(*Username, 128, 38, 364, FieldHeight);
-    PlaceInPixels(*PaswordLabel, 20, 80, 104, FieldHeight);
-    PlaceInPixels(*Password, 128, 80, 364, FieldHeight);
+    Put(*UsernameLabel, 20, 38, AccountLabelWidth, FieldHeight);
+    Put(*Username, 128, 38, 364, FieldHeight);
+    Put(*PaswordLabel, 20, 80, AccountLabelWidth, FieldHeight);
+    Put(*Password, 128, 80, 364, FieldHeight);
 }
 
 // Over the account choices, whole, so that no text shows half; the server's name stays in sight.
 void ConnectionDetailsControls::PlacePleaseWait() {
-    PlaceInPixels(*PleaseWaitFrame, 20, 108, 512, 206);
-    PlaceInPixels(*Image1, 84, 89, 48, 48);
-    PlaceInPixels(*Label3, 152, 98, 300, 60);
+    Put(*PleaseWaitFrame, 20, 108, 512, 206);
+    Put(*Image1, 84, 89, 48, 48);
+    Put(*Label3, 152, 98, 300, 76);
     PleaseWaitFrame->SetVisible(false);
 }
 

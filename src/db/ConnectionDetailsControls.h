@@ -1,5 +1,5 @@
 // ConnectionDetailsControls: the connection dialog's controls by their names, made and laid out on
-// the form, which owns them. They carry no behaviour.
+// the form, which owns them, for the form's font. They carry no behaviour.
 #pragma once
 
 #include "platform/forms/ButtonPlus.h"
@@ -41,9 +41,14 @@ class ConnectionDetailsControls {
 
   private:
     void Caption();
+    double ScaleFor(const QFont& font) const;
+    int InScale(int pixels) const;
+    void Put(forms::Control& control, int left, int top, int width, int height) const;
     void Place();
     void PlaceAccount();
     void PlacePleaseWait();
+
+    double scale_ = 1;  // what the layout is multiplied by, at least 1
 };
 
 }  // namespace quarv

@@ -2,6 +2,7 @@
 
 #include "base/UTIL.h"
 #include "db/SQLServerConnection.h"
+#include "inspect/PaneFont.h"
 #include "platform/forms/FramePlus.h"
 #include "platform/forms/ListView.h"
 
@@ -27,9 +28,8 @@ TableFieldView::TableFieldView(QWidget* container, const QString& name)
     : forms::UserControl(container, name),
       BorderFrame(new forms::FramePlus(this, QStringLiteral("BorderFrame"))),
       Detail(new forms::ListView(BorderFrame, QStringLiteral("Detail"))) {
-    const QString font = QStringLiteral("Microsoft Sans Serif");
-    BorderFrame->SetFontName(font);
-    Detail->SetFontName(font);
+    BorderFrame->SetFontName(PaneFont());
+    Detail->SetFontName(PaneFont());
     Detail->Move(120, forms::FramePlus::BandHeight + 120, 6000, 3000);
     Detail->SetSpokenName(QStringLiteral("Fields"));
     auto& headers = Detail->ColumnHeaders();

@@ -7,72 +7,55 @@
 #include "db/SQLServerConnection.h"
 
 namespace quarv {
-namespace {
 
-struct AddedNode {
-    QString parent;
-    QString key;
-    QString text;
-    CatalogueIcon image;
-
-    bool operator==(const AddedNode&) const = default;
-};
-
-void PrintTo(const AddedNode& node, std::ostream* out) {
+void PrintTo(const CatalogueNode& node, std::ostream* out) {
     *out << node.parent.toStdString() << " / " << node.key.toStdString() << " / "
          << node.text.toStdString() << " / " << node.image;
 }
 
-using Reading = void (*)(SQLServerConnection&, const AddCatalogueNode&);
+namespace {
 
 class CatalogueTest : public testing::Test {
   protected:
-    std::vector<AddedNode> Read(Reading read) {
-        connection_.InitOpen(FakeDatabase::ConnStr);
-        nodes_.clear();
-        read(connection_, [this](const QString& parent, const QString& key, const QString& text,
-                                 CatalogueIcon image) {
-            nodes_.push_back({parent, key, text, image});
-        });
-        return nodes_;
-    }
+    CatalogueTest() { connection_.InitOpen(FakeDatabase::ConnStr); }
 
     FakeDatabase database_;
     SQLServerConnection connection_{database_.script->Factory()};
-    std::vector<AddedNode> nodes_;
 };
 
 TEST_F(CatalogueTest, RootCarriesDescriptionAndVersion) {
-    EXPECT_EQ(Read(ReadRoot),
-              (std::vector<AddedNode>{{"", "_db_", "SQL Server srv Sales Server 9.1", DatabaseIcon},
-                                      {"_db_", "Tables", "Tables", TablesIcon},
-                                      {"_db_", "Routines", "Routines", RoutinesIcon}}));
+    EXPECT_EQ(
+        ReadRoot(connection_),
+        (std::vector<CatalogueNode>{{"", "_db_", "SQL Server srv Sales Server 9.1", DatabaseIcon},
+                                    {"_db_", "Tables", "Tables", TablesIcon},
+                                    {"_db_", "Routines", "Routines", RoutinesIcon}}));
 }
 
 TEST_F(CatalogueTest, TablesKeepTheServersOrderWithoutSystemTables) {
-    EXPECT_EQ(Read(ReadTables),
-              (std::vector<AddedNode>{{"Tables", "_tbl_Orders", "Orders", TableIcon},
-                                      {"Tables", "_tbl_Customers", "Customers", TableIcon},
-                                      {"Tables", "_tbl_AllOrders", "AllOrders", TableIcon}}));
+    const CatalogueGroup tables = ReadTables(connection_);
+    EXPECT_EQ(tables.parent, "Tables");
+    EXPECT_EQ(tables.keyPrefix, "_tbl_");
+    EXPECT_EQ(tables.image, TableIcon);
+    EXPECT_EQ(tables.names, (std::vector<QString>{"Orders", "Customers", "AllOrders"}));
 }
 
 TEST_F(CatalogueTest, ProceduresLoseTheirVersion) {
-    EXPECT_EQ(Read(ReadProcedures),
-              (std::vector<AddedNode>{{"Routines", "_sp_usp_Report", "usp_Report", ProcedureIcon},
-                                      {"Routines", "_sp_Plain", "Plain", ProcedureIcon},
-                                      {"Routines", "_sp_a", "a", ProcedureIcon}}));
+    const CatalogueGroup procedures = ReadProcedures(connection_);
+    EXPECT_EQ(procedures.parent, "Routines");
+    EXPECT_EQ(procedures.keyPrefix, "_sp_");
+    EXPECT_EQ(procedures.image, ProcedureIcon);
+    EXPECT_EQ(procedures.names, (std::vector<QString>{"usp_Report", "Plain", "a"}));
 }
 
 TEST_F(CatalogueTest, TableWithoutATypeIsListed) {
     database_.SetTables({{u"Odd", Value::Null()}});
-    EXPECT_EQ(Read(ReadTables), (std::vector<AddedNode>{{"Tables", "_tbl_Odd", "Odd", TableIcon}}));
+    EXPECT_EQ(ReadTables(connection_).names, std::vector<QString>{"Odd"});
 }
 
 TEST_F(CatalogueTest, ServerWithoutAVersionRowRaises) {
     database_.script->Answer("exec sp_server_info 2",
                              ado::MemoryResult::Rows({"attribute_value"}, {}));
-    EXPECT_THROW(Read(ReadRoot), DataError);
-    EXPECT_TRUE(nodes_.empty());
+    EXPECT_THROW(ReadRoot(connection_), DataError);
 }
 
 TEST_F(CatalogueTest, FailingListRaisesBehindItsRows) {
@@ -80,14 +63,13 @@ TEST_F(CatalogueTest, FailingListRaisesBehindItsRows) {
         ado::Schema::Tables,
         ado::MemoryResult::Rows({"TABLE_NAME", "TABLE_TYPE"}, {{u"Orders", u"TABLE"}})
             .ThenFails("connection lost"));
-    EXPECT_THROW(Read(ReadTables), DataError);
-    EXPECT_EQ(nodes_.size(), 1U);
+    EXPECT_THROW(ReadTables(connection_), DataError);
 }
 
 TEST_F(CatalogueTest, ListWithoutTheNameFieldRaises) {
     database_.script->AnswerSchema(ado::Schema::Procedures,
                                    ado::MemoryResult::Rows({"NAME"}, {{u"p"}}));
-    EXPECT_THROW(Read(ReadProcedures), DataError);
+    EXPECT_THROW(ReadProcedures(connection_), DataError);
 }
 
 struct KeyCase {

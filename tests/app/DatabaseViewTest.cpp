@@ -53,6 +53,15 @@ class DatabaseViewTest : public testing::Test {
     DatabaseView window_{database_.script->Factory()};
 };
 
+TEST_F(DatabaseViewTest, FitsASmallScreenAndHoldsItsControls) {
+    EXPECT_LE(window_.width(), 1280);
+    EXPECT_LE(window_.height(), 720 - 60);
+    EXPECT_TRUE(window_.rect().contains(Tree().geometry()));
+    EXPECT_TRUE(window_.rect().contains(TableFrame().geometry()));
+    EXPECT_EQ(Fields().geometry(), TableFrame().rect());
+    EXPECT_FALSE(Tree().geometry().intersects(TableFrame().geometry()));
+}
+
 TEST_F(DatabaseViewTest, ShowsTheDatabaseAsATree) {
     window_.DoView(FakeDatabase::ConnStr);
     EXPECT_TRUE(window_.isVisible());

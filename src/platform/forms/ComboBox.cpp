@@ -8,14 +8,22 @@
 #include "base/RuntimeError.h"
 #include "platform/forms/Application.h"
 #include "platform/forms/KeyPress.h"
+#include "platform/forms/RowDelegate.h"
 
 namespace quarv::forms {
+
+namespace {
+
+constexpr int RowAir = 6;
+
+}  // namespace
 
 ComboBox::ComboBox(QWidget* container, const QString& name)
     : QComboBox(container), Control(this, container, name) {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);
+    setItemDelegate(new RowDelegate(this, RowAir));
     // Otherwise a long list would be measured entry by entry before the first showing.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     lineEdit()->setMaxLength(std::numeric_limits<int>::max());

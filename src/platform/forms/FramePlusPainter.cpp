@@ -1,8 +1,10 @@
 #include "platform/forms/FramePlusPainter.h"
 
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 
 namespace quarv::forms {
 
@@ -18,9 +20,18 @@ QColor Blend(const QColor& a, const QColor& b, qreal share) {
                             static_cast<float>(a.blueF() + (b.blueF() - a.blueF()) * share));
 }
 
-void PaintTitle(QPainter& painter, const QRect& band, const FramePlusLook& look) {
-    QFont font = painter.font();
+// The band keeps its height, so a taller font is made to fit it.
+QFont TitleFont(QFont font, int bandHeight) {
     font.setWeight(QFont::DemiBold);
+    const QFontMetricsF metrics(font);
+    if (metrics.height() > bandHeight)
+        font.setPixelSize(std::max(
+            1, static_cast<int>(QFontInfo(font).pixelSize() * bandHeight / metrics.height())));
+    return font;
+}
+
+void PaintTitle(QPainter& painter, const QRect& band, const FramePlusLook& look) {
+    const QFont font = TitleFont(painter.font(), band.height());
     painter.setFont(font);
     painter.setPen(look.palette.color(look.enabled ? QPalette::Active : QPalette::Disabled,
                                       QPalette::WindowText));

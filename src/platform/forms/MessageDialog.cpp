@@ -127,6 +127,8 @@ QWidget* MessageDialog::MakeButtons(BoxButtons buttons) {
                          BoxAnswer answer) {
         QPushButton* button = box->addButton(kind);
         button->setObjectName(QString::fromUtf16(name));
+        // As on every other button, the word alone: a style's small picture crowds it.
+        button->setIcon({});
         connect(button, &QPushButton::clicked, this, [this, answer] {
             answer_ = answer;
             accept();

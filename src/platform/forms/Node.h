@@ -1,5 +1,5 @@
-// Node: one node of a TreeView: key, text, picture number, place. The tree's model owns it; it
-// lives until the tree is cleared.
+// Node: one node of a TreeView: key, text, picture number, place. The tree's model owns it, makes
+// it when it is first asked for, and keeps it until the tree is cleared.
 #pragma once
 
 #include <QString>
@@ -14,7 +14,7 @@ class Node {
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
 
-    QString Key() const { return prefix_ + rest_; }
+    const QString& Key() const { return key_; }
     const QString& Text() const { return text_; }
     void SetText(const QString& text);
     // The 1-based number in the tree's image list; 0 for no picture.
@@ -23,7 +23,8 @@ class Node {
     int Index() const { return index_; }
     // Null for a node at the top.
     Node* Parent() const;
-    const std::vector<Node*>& Children() const { return children_; }
+    // In their order.
+    std::vector<Node*> Children() const;
 
     // Whether the children are shown. A node may be expanded before it has any.
     bool Expanded() const { return expanded_; }
@@ -31,21 +32,19 @@ class Node {
 
   private:
     friend class NodeModel;
+    friend class NodeStore;
     Node() = default;
 
-    NodeModel* model_ = nullptr;
+    NodeModel* model_ = nullptr;  // null until the node is made
     Node* parent_ = nullptr;
-    // The key in two parts: where it ends in the text, as most keys do, `rest_` is the text and
-    // `prefix_` is shared with the node before, so that thousands of keys need no memory.
-    QString prefix_;
-    QString rest_;
+    QString key_;
     QString text_;
-    std::vector<Node*> children_;
+    std::vector<int> children_;  // their numbers
     int image_ = 0;
     int index_ = 0;
-    int row_ = 0;    // among its parent's children
-    int known_ = 0;  // children that the view was told of
-    bool shown_ = false;
+    int row_ = 0;           // among its parent's children
+    int known_ = 0;         // children that the view was told of
+    bool waiting_ = false;  // until the view is told of the others
     bool expanded_ = false;
 };
 

@@ -1,6 +1,11 @@
 #include "platform/forms/NodeKeys.h"
 
-#include "platform/forms/Node.h"
+#include <QRandomGenerator>
+#include <QVarLengthArray>
+#include <algorithm>
+#include <cstring>
+
+#include "platform/forms/NodeStore.h"
 
 namespace quarv::forms {
 
@@ -8,38 +13,87 @@ namespace {
 
 constexpr std::size_t FirstSize = 64;
 
-// The character in one of its cases; ASCII by one bit, which also takes a few other characters
-// together.
-quint32 Folded(const QChar*& at, const QChar* end) {
-    const QChar c = *at++;
-    if (c.unicode() < 0x80) return c.unicode() | 0x20U;
-    if (c.isHighSurrogate() && at != end && at->isLowSurrogate())
-        return QChar::toCaseFolded(QChar::surrogateToUcs4(c, *at++));
-    return c.toCaseFolded().unicode() | 0x20U;
+// Room for the longest names that a server allows; longer keys go to the heap.
+using FoldedKey = QVarLengthArray<char16_t, 160>;
+
+bool IsAscii(QStringView text) {
+    char16_t all = 0;
+    for (const QChar c : text) all |= c.unicode();
+    return all < 0x80;
 }
 
-// Equal for keys that differ in letter case alone.
-quint32 FoldedHash(const QString& key) {
-    quint32 hash = 2166136261U;
-    const QChar* const end = key.constData() + key.size();
-    for (const QChar* at = key.constData(); at != end;) hash = (hash ^ Folded(at, end)) * 16777619U;
-    return hash ^ hash >> 15;
+// One case for all, ASCII by one bit, which also takes a few other characters together.
+void AppendFolded(QStringView text, FoldedKey& folded) {
+    const qsizetype at = folded.size();
+    folded.resize(at + text.size());
+    char16_t* const out = folded.data() + at;
+    if (IsAscii(text)) {
+        for (qsizetype i = 0; i < text.size(); ++i) out[i] = text[i].unicode() | 0x20U;
+        return;
+    }
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool pair =
+            text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        if (pair) {
+            const char32_t c = QChar::toCaseFolded(QChar::surrogateToUcs4(text[i], text[i + 1]));
+            out[i] = QChar::highSurrogate(c);
+            out[++i] = QChar::lowSurrogate(c);
+        } else {
+            out[i] = text[i].toCaseFolded().unicode() | 0x20U;
+        }
+    }
+}
+
+// Drawn once a run, so that a server cannot choose names that all land in one place.
+struct HashSecret {
+    quint64 start = QRandomGenerator::system()->generate64();
+    quint64 factor = QRandomGenerator::system()->generate64() | 1U;
+};
+
+// Equal for keys that differ in letter case alone, wherever they are split. It takes four
+// characters a step, without the vector registers, whose switching to and fro would cost more.
+quint32 FoldedHash(QStringView prefix, QStringView rest) {
+    static const HashSecret secret;
+    FoldedKey folded;
+    AppendFolded(prefix, folded);
+    AppendFolded(rest, folded);
+    while (folded.size() % 4 != 0) folded.append(u'\0');
+    quint64 hash = secret.start ^ static_cast<quint64>(prefix.size() + rest.size());
+    for (qsizetype at = 0; at < folded.size(); at += 4) {
+        quint64 four = 0;
+        std::memcpy(&four, folded.constData() + at, sizeof four);
+        hash = (hash ^ four) * secret.factor;
+        hash ^= hash >> 29;
+    }
+    return static_cast<quint32>(hash ^ hash >> 32);
 }
 
 }  // namespace
 
-Node* NodeKeys::Find(const QString& key) const {
-    return slots_.empty() ? nullptr : slots_[Place(key, FoldedHash(key))].node;
+int NodeKeys::Find(const QString& key) const {
+    return slots_.empty() ? NoNode : slots_[Place(key, {}, FoldedHash(key, {}))].number;
 }
 
-bool NodeKeys::Add(Node& node, const QString& key) {
-    if (used_ * 2 >= slots_.size()) Grow();
-    const quint32 hash = FoldedHash(key);
-    Slot& slot = slots_[Place(key, hash)];
-    if (slot.node != nullptr) return false;
-    slot = {hash, &node};
+bool NodeKeys::Add(int number, QStringView prefix, QStringView rest) {
+    Reserve(1);
+    const quint32 hash = FoldedHash(prefix, rest);
+    Slot& slot = slots_[Place(prefix, rest, hash)];
+    if (slot.number != NoNode) return false;
+    slot = {hash, number};
     ++used_;
     return true;
+}
+
+bool NodeKeys::HasKey(int number, QStringView prefix, QStringView rest) const {
+    QString key = prefix.toString();
+    key.append(rest);
+    return store_.KeyAt(number).compare(key, Qt::CaseInsensitive) == 0;
+}
+
+void NodeKeys::Reserve(std::size_t more) {
+    std::size_t size = std::max(FirstSize, slots_.size());
+    while ((used_ + more) * 2 > size) size *= 2;
+    if (size != slots_.size()) Resize(size);
 }
 
 void NodeKeys::Clear() {
@@ -47,24 +101,23 @@ void NodeKeys::Clear() {
     used_ = 0;
 }
 
-std::size_t NodeKeys::Place(const QString& key, quint32 hash) const {
+std::size_t NodeKeys::Place(QStringView prefix, QStringView rest, quint32 hash) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t at = hash & mask;
-    while (
-        slots_[at].node != nullptr &&
-        (slots_[at].hash != hash || slots_[at].node->Key().compare(key, Qt::CaseInsensitive) != 0))
+    while (slots_[at].number != NoNode &&
+           (slots_[at].hash != hash || !HasKey(slots_[at].number, prefix, rest)))
         at = (at + 1) & mask;
     return at;
 }
 
-void NodeKeys::Grow() {
-    std::vector<Slot> old(slots_.empty() ? FirstSize : slots_.size() * 2);
+void NodeKeys::Resize(std::size_t size) {
+    std::vector<Slot> old(size);
     old.swap(slots_);
-    const std::size_t mask = slots_.size() - 1;
+    const std::size_t mask = size - 1;
     for (const Slot& slot : old) {
-        if (slot.node == nullptr) continue;
+        if (slot.number == NoNode) continue;
         std::size_t at = slot.hash & mask;
-        while (slots_[at].node != nullptr) at = (at + 1) & mask;
+        while (slots_[at].number != NoNode) at = (at + 1) & mask;
         slots_[at] = slot;
     }
 }

@@ -5,16 +5,13 @@
 
 namespace quarv::forms {
 
-namespace {
-
-// Nodes are made in blocks: fewer trips to the heap, and neighbours in the tree lie side by side.
-constexpr int BlockSize = 128;
-
-}  // namespace
-
 void Node::SetText(const QString& text) {
     text_ = text;
     model_->TextChanged(*this);
+}
+
+std::vector<Node*> Node::Children() const {
+    return model_->ChildrenOf(*this);
 }
 
 Node* Node::Parent() const {
@@ -25,64 +22,69 @@ void Node::SetExpanded(bool expanded) {
     model_->SetExpanded(*this, expanded);
 }
 
-NodeModel::NodeModel(QObject* view) : QAbstractItemModel(view), root_(new Node) {
-    root_->shown_ = true;
-}
+NodeModel::NodeModel(QObject* view)
+    : QAbstractItemModel(view), store_(*this), keys_(store_), root_(new Node) {}
 
 NodeModel::~NodeModel() = default;
 
 Node& NodeModel::Add(const QString& relativeKey, const QString& key, const QString& text,
                      int image) {
-    Node* parent = ParentFor(relativeKey);
-    if (parent == nullptr) throw RuntimeError(RuntimeError::ElementNotFound, relativeKey);
+    Node& parent = RequireParent(relativeKey);
     if (image < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
-    Node& node = NextNode();
-    node.model_ = this;
-    node.parent_ = parent;
-    node.text_ = text;
-    SetKey(node, key, text);
-    node.image_ = image;
-    node.index_ = count_ + 1;
-    node.row_ = static_cast<int>(parent->children_.size());
-    if (!key.isEmpty() && !keys_.Add(node, key))
+    if (!key.isEmpty() && !keys_.Add(Count(), key, {}))
         throw RuntimeError(RuntimeError::KeyNotUnique, key);
-    ++count_;
-    parent->children_.push_back(&node);
-    ScheduleFlush(*parent);
+    Node& node = store_.Append();
+    node.parent_ = &parent;
+    node.key_ = key;
+    node.text_ = text;
+    node.image_ = image;
+    node.row_ = static_cast<int>(parent.children_.size());
+    AddChildren(parent, Count() - 1);
     return node;
 }
 
-Node& NodeModel::NextNode() {
-    if (count_ == static_cast<int>(blocks_.size()) * BlockSize)
-        blocks_.emplace_back(new Node[BlockSize]);
-    return At(count_);
+void NodeModel::AddAll(const QString& relativeKey, const QString& keyPrefix,
+                       std::vector<QString> texts, int image) {
+    Node& parent = RequireParent(relativeKey);
+    if (image < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
+    const int first = Count();
+    const auto firstRow = static_cast<int>(parent.children_.size());
+    const NodeBatch& batch = store_.Append({&parent, keyPrefix, std::move(texts), image, firstRow});
+    const QString refused = AddKeys(batch, first);
+    AddChildren(parent, first);
+    if (!refused.isNull()) throw RuntimeError(RuntimeError::KeyNotUnique, refused);
 }
 
-Node& NodeModel::At(int index) const {
-    return blocks_[static_cast<size_t>(index / BlockSize)][static_cast<size_t>(index % BlockSize)];
-}
-
-void NodeModel::SetKey(Node& node, const QString& key, const QString& text) {
-    const qsizetype before = key.endsWith(text) ? key.size() - text.size() : 0;
-    if (QStringView(key).first(before) != lastPrefix_) lastPrefix_ = key.first(before);
-    node.prefix_ = lastPrefix_;
-    node.rest_ = before > 0 ? text : key;
-}
-
-Node* NodeModel::ParentFor(const QString& relativeKey) {
-    if (relativeKey.isEmpty()) return root_.get();
-    // Children mostly come one after another under the same parent.
-    if (lastParent_ == nullptr || lastParentKey_ != relativeKey) {
-        lastParent_ = Find(relativeKey);
-        lastParentKey_ = relativeKey;
+// The keys of the nodes from `first` on. Nodes from the first refused key on are taken away again;
+// gives that key, else none.
+QString NodeModel::AddKeys(const NodeBatch& batch, int first) {
+    keys_.Reserve(batch.texts.size());
+    int number = first;
+    for (const QString& text : batch.texts) {
+        const bool keyed = !batch.keyPrefix.isEmpty() || !text.isEmpty();
+        if (keyed && !keys_.Add(number, batch.keyPrefix, text)) {
+            const QString refused = batch.keyPrefix + text;
+            store_.Truncate(number);
+            return refused;
+        }
+        ++number;
     }
-    return lastParent_;
+    return {};
 }
 
-void NodeModel::ScheduleFlush(Node& parent) {
-    // The first child that the view does not know makes its parent wait; further ones find it
-    // waiting. A parent starts to wait before any of its children does.
-    if (static_cast<int>(parent.children_.size()) == parent.known_ + 1) waiting_.push_back(&parent);
+Node& NodeModel::RequireParent(const QString& relativeKey) {
+    Node* parent = relativeKey.isEmpty() ? root_.get() : Find(relativeKey);
+    if (parent == nullptr) throw RuntimeError(RuntimeError::ElementNotFound, relativeKey);
+    return *parent;
+}
+
+// The nodes from `first` on are the parent's new children.
+void NodeModel::AddChildren(Node& parent, int first) {
+    for (int number = first; number < Count(); ++number) parent.children_.push_back(number);
+    if (parent.waiting_) return;
+    // A parent starts to wait before any of its children does.
+    parent.waiting_ = true;
+    waiting_.push_back(&parent);
     if (flushPending_) return;
     flushPending_ = true;
     QMetaObject::invokeMethod(
@@ -100,27 +102,25 @@ void NodeModel::Flush() {
 
 void NodeModel::Show(Node& parent) {
     const auto count = static_cast<int>(parent.children_.size());
-    const int first = parent.known_;
-    beginInsertRows(IndexOf(parent), first, count - 1);
+    parent.waiting_ = false;
+    beginInsertRows(IndexOf(parent), parent.known_, count - 1);
     parent.known_ = count;
-    for (int row = first; row < count; ++row)
-        parent.children_[static_cast<size_t>(row)]->shown_ = true;
     endInsertRows();
 }
 
-Node* NodeModel::Find(const QString& key) const {
-    return key.isEmpty() ? nullptr : keys_.Find(key);
+Node* NodeModel::Find(const QString& key) {
+    const int number = key.isEmpty() ? NodeKeys::NoNode : keys_.Find(key);
+    return number == NodeKeys::NoNode ? nullptr : &At(number);
 }
 
 void NodeModel::Clear() {
     beginResetModel();
     root_->children_.clear();
     root_->known_ = 0;
-    blocks_.clear();
-    count_ = 0;
+    root_->waiting_ = false;
+    store_.Clear();
     keys_.Clear();
     waiting_.clear();
-    lastParent_ = nullptr;
     endResetModel();
 }
 
@@ -128,40 +128,54 @@ Node* NodeModel::ParentOf(const Node& node) const {
     return node.parent_ == root_.get() ? nullptr : node.parent_;
 }
 
+std::vector<Node*> NodeModel::ChildrenOf(const Node& node) {
+    std::vector<Node*> children;
+    children.reserve(node.children_.size());
+    for (const int number : node.children_) children.push_back(&At(number));
+    return children;
+}
+
+int NodeModel::NumberOf(const QModelIndex& index) {
+    return static_cast<int>(index.internalId());
+}
+
 Node* NodeModel::NodeAt(const QModelIndex& index) const {
-    return index.isValid() ? static_cast<Node*>(index.internalPointer()) : nullptr;
+    return index.isValid() ? &store_.At(NumberOf(index)) : nullptr;
 }
 
 QModelIndex NodeModel::IndexOf(const Node& node) const {
-    if (&node == root_.get() || !node.shown_) return {};
-    return createIndex(node.row_, 0, &node);
+    if (&node == root_.get() || node.row_ >= node.parent_->known_) return {};
+    return createIndex(node.row_, 0, static_cast<quintptr>(node.index_ - 1));
 }
 
 void NodeModel::TextChanged(const Node& node) {
-    if (!node.shown_) return;
     const QModelIndex changed = IndexOf(node);
-    Q_EMIT dataChanged(changed, changed);
+    if (changed.isValid()) Q_EMIT dataChanged(changed, changed);
 }
 
 void NodeModel::SetExpanded(Node& node, bool expanded) {
     node.expanded_ = expanded;
     // A view does not expand what it sees no children of; Flush says so again with the first ones.
-    if (node.shown_) Q_EMIT ExpansionChanged(IndexOf(node), expanded);
+    const QModelIndex index = IndexOf(node);
+    if (index.isValid()) Q_EMIT ExpansionChanged(index, expanded);
 }
 
 QModelIndex NodeModel::index(int row, int column, const QModelIndex& parent) const {
     if (!hasIndex(row, column, parent)) return {};
     const Node* above = parent.isValid() ? NodeAt(parent) : root_.get();
-    return createIndex(row, column, above->children_[static_cast<size_t>(row)]);
+    return createIndex(row, column,
+                       static_cast<quintptr>(above->children_[static_cast<size_t>(row)]));
 }
 
 QModelIndex NodeModel::parent(const QModelIndex& child) const {
-    return child.isValid() ? IndexOf(*NodeAt(child)->parent_) : QModelIndex();
+    return child.isValid() ? IndexOf(*store_.ParentAt(NumberOf(child))) : QModelIndex();
 }
 
 int NodeModel::rowCount(const QModelIndex& parent) const {
     if (parent.column() > 0) return 0;
-    return parent.isValid() ? NodeAt(parent)->known_ : root_->known_;
+    if (!parent.isValid()) return root_->known_;
+    const Node* made = store_.MadeAt(NumberOf(parent));
+    return made == nullptr ? 0 : made->known_;  // a node that was not made has no children
 }
 
 int NodeModel::columnCount(const QModelIndex&) const {

@@ -10,6 +10,7 @@
 
 #include "platform/forms/Node.h"
 #include "platform/forms/NodeKeys.h"
+#include "platform/forms/NodeStore.h"
 
 namespace quarv::forms {
 
@@ -22,20 +23,24 @@ class NodeModel : public QAbstractItemModel {
 
     void SetImages(std::vector<QIcon> images) { images_ = std::move(images); }
 
-    // See Nodes::Add.
+    // See Nodes.
     Node& Add(const QString& relativeKey, const QString& key, const QString& text, int image);
-    int Count() const { return count_; }
+    void AddAll(const QString& relativeKey, const QString& keyPrefix, std::vector<QString> texts,
+                int image);
+    int Count() const { return store_.Count(); }
     // 0-based, in the order of creation.
-    Node& At(int index) const;
+    Node& At(int number) { return store_.At(number); }
     // Null where no node has this key.
-    Node* Find(const QString& key) const;
+    Node* Find(const QString& key);
     void Clear();
 
     // Tells the view of the nodes that it does not know yet.
     void Flush();
+    // Null for no index.
     Node* NodeAt(const QModelIndex& index) const;
     QModelIndex IndexOf(const Node& node) const;
 
+    std::vector<Node*> ChildrenOf(const Node& node);
     void TextChanged(const Node& node);
     void SetExpanded(Node& node, bool expanded);
     // What the user did in the view.
@@ -54,21 +59,17 @@ class NodeModel : public QAbstractItemModel {
     void ExpansionChanged(const QModelIndex& index, bool expanded);
 
   private:
-    // The node behind the last; the same one again until it is counted.
-    Node& NextNode();
-    void SetKey(Node& node, const QString& key, const QString& text);
-    Node* ParentFor(const QString& relativeKey);
-    void ScheduleFlush(Node& parent);
+    Node& RequireParent(const QString& relativeKey);
+    QString AddKeys(const NodeBatch& batch, int first);
+    void AddChildren(Node& parent, int first);
     void Show(Node& parent);
+    // The number of the node that an index stands for.
+    static int NumberOf(const QModelIndex& index);
 
-    std::unique_ptr<Node> root_;
-    std::vector<std::unique_ptr<Node[]>> blocks_;  // the nodes, so many to a block
-    int count_ = 0;
-    QString lastPrefix_;
+    mutable NodeStore store_;  // makes nodes as the view asks for them
     NodeKeys keys_;
+    std::unique_ptr<Node> root_;
     std::vector<Node*> waiting_;  // parents with children that the view does not know
-    Node* lastParent_ = nullptr;  // of the last Add; null for none
-    QString lastParentKey_;
     std::vector<QIcon> images_;
     bool flushPending_ = false;
 };

@@ -1,4 +1,4 @@
-// RowDelegate: paints the cells of lists and trees with some air between the rows.
+// RowDelegate: paints the cells of lists, trees and drop-down lists with some air between the rows.
 #pragma once
 
 #include <QStyledItemDelegate>

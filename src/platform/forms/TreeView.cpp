@@ -24,6 +24,11 @@ Node& Nodes::Add(const QString& relativeKey, const QString& key, const QString& 
     return model_.Add(relativeKey, key, text, image);
 }
 
+void Nodes::AddAll(const QString& relativeKey, const QString& keyPrefix, std::vector<QString> texts,
+                   int image) {
+    model_.AddAll(relativeKey, keyPrefix, std::move(texts), image);
+}
+
 int Nodes::Count() const {
     return model_.Count();
 }

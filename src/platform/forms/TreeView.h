@@ -21,6 +21,10 @@ class Nodes {
     // Raises ElementNotFound for an unknown `relativeKey`, KeyNotUnique for a key that is taken;
     // nothing is added then.
     Node& Add(const QString& relativeKey, const QString& key, const QString& text, int image = 0);
+    // Appends a child for each text, as Add does, its key made of `keyPrefix` and the text. Where
+    // one is refused, those before it stay.
+    void AddAll(const QString& relativeKey, const QString& keyPrefix, std::vector<QString> texts,
+                int image = 0);
     int Count() const;
     // Raise SubscriptOutOfRange outside the tree, ElementNotFound for an unknown key.
     Node& Item(int index) const;

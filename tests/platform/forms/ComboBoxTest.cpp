@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -40,6 +41,11 @@ TEST_F(Combo, FillingTheListLeavesTheText) {
     EXPECT_EQ(box.ListCount(), 2);
     EXPECT_EQ(box.List(1), u"two"_qs);
     EXPECT_EQ(box.ListIndex(), -1);
+}
+
+TEST_F(Combo, TheListsRowsHaveAir) {
+    box.AddItem(u"one"_qs);
+    EXPECT_GE(box.view()->sizeHintForRow(0), box.fontMetrics().height() + 6);
 }
 
 TEST_F(Combo, ClearEmptiesListAndText) {

@@ -5,13 +5,16 @@
 #include <QImage>
 #include <QPainter>
 
+#include "support/TextPrinter.h"
+
 namespace quarv::forms {
 namespace {
 
-QImage Painted(const FramePlusLook& look) {
+QImage Painted(const FramePlusLook& look, const QFont& font = {}) {
     QImage image(200, 100, QImage::Format_RGB32);
     image.fill(Qt::magenta);
     QPainter painter(&image);
+    painter.setFont(font);
     PaintFramePlus(painter, image.rect(), look);
     return image;
 }
@@ -38,6 +41,22 @@ TEST(FramePlusPainter, PaintsFaceOutlineAndTitleBand) {
 TEST(FramePlusPainter, LeavesTheBandOutWithoutACaption) {
     const QImage image = Painted(LightLook());
     EXPECT_EQ(image.pixelColor(150, 10), QColor(240, 240, 240));
+}
+
+TEST(FramePlusPainter, ATallTitleIsMadeToFitItsBand) {
+    FramePlusLook look = LightLook();
+    look.caption = u"HHHH"_qs;
+    QFont font;
+    font.setPixelSize(40);
+    const QImage image = Painted(look, font);
+    const auto inked = [&image](int y) {
+        for (int x = 8; x < 192; ++x)
+            if (image.pixelColor(x, y) != QColor(223, 223, 223)) return true;
+        return false;
+    };
+    EXPECT_FALSE(inked(1));
+    EXPECT_TRUE(inked(10));
+    EXPECT_FALSE(inked(18));
 }
 
 TEST(FramePlusPainter, FollowsADarkPalette) {

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QScreen>
 
@@ -22,6 +24,28 @@ TEST(MessageDialog, ItsTextIsPlainAndCanBeSelected) {
     EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByMouse);
     EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByKeyboard);
     EXPECT_EQ(dialog.accessibleName(), u"T"_qs);
+}
+
+// As of a desktop whose dialogs' buttons carry small pictures.
+class PicturedButtons : public QProxyStyle {
+  public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* more) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 1
+                   : QProxyStyle::styleHint(hint, option, widget, more);
+    }
+};
+
+TEST(MessageDialog, ItsButtonsShowTheirWordAlone) {
+    const QString before = QApplication::style()->name();
+    QApplication::setStyle(new PicturedButtons);
+    {
+        const MessageDialog dialog(nullptr, u"?"_qs, u"T"_qs, BoxIcon::Question, BoxButtons::YesNo);
+        EXPECT_TRUE(dialog.findChild<QPushButton*>(u"Yes"_qs)->icon().isNull());
+        EXPECT_TRUE(dialog.findChild<QPushButton*>(u"No"_qs)->icon().isNull());
+    }
+    QApplication::setStyle(before);
 }
 
 class LongMessages : public testing::TestWithParam<QString> {};

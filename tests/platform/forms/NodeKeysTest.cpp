@@ -47,9 +47,19 @@ TEST(NodeKeysManyTest, EachOfThousandsIsFoundAgain) {
     EXPECT_EQ(model.Find(QStringLiteral("key5000")), nullptr);
 }
 
+TEST(NodeKeysManyTest, AKeyIsTheSameWhereverItIsSplit) {
+    NodeModel model(nullptr);
+    model.AddAll({}, QStringLiteral("_tbl_"), {u"Größe"_qs, u"x"_qs}, 0);
+    EXPECT_NE(model.Find(QStringLiteral("_TBL_GRÖßE")), nullptr);
+    EXPECT_EQ(Raised([&] { model.AddAll({}, u"_tbl_G"_qs, {u"new"_qs, u"RÖßE"_qs}, 0); }), 35602);
+    EXPECT_NE(model.Find(QStringLiteral("_tbl_Gnew")), nullptr);
+    EXPECT_EQ(model.Count(), 3);
+}
+
 TEST(NodeKeysManyTest, KeyStaysWhenTheTextChanges) {
     NodeModel model(nullptr);
-    Node& node = model.Add({}, QStringLiteral("_tbl_Orders"), QStringLiteral("Orders"), 0);
+    model.AddAll({}, QStringLiteral("_tbl_"), {QStringLiteral("Orders")}, 0);
+    Node& node = model.At(0);
     node.SetText(QStringLiteral("Customers"));
     EXPECT_EQ(node.Key(), "_tbl_Orders");
     EXPECT_EQ(model.Find(QStringLiteral("_tbl_Orders")), &node);

@@ -205,19 +205,44 @@ TEST_F(Tree, ShowsThePicturesOfItsImageList) {
     EXPECT_FALSE(IndexOf({u"b"_qs}).data(Qt::DecorationRole).isValid());
 }
 
+std::vector<QString> Names(char16_t letter, int count) {
+    std::vector<QString> names;
+    for (int i = 0; i < count; ++i) names.push_back(letter + QString::number(i));
+    return names;
+}
+
+TEST_F(Tree, NodesAddedTogetherAreNodesLikeOthers) {
+    Fill();
+    tree.Nodes().AddAll(u"Tables"_qs, u"_tbl_"_qs, {u"New"_qs, u"Newer"_qs}, 2);
+    const Node& newer = tree.Nodes().Item(u"_TBL_newer"_qs);
+    EXPECT_EQ(newer.Key(), "_tbl_Newer");
+    EXPECT_EQ(newer.Text(), "Newer");
+    EXPECT_EQ(newer.Image(), 2);
+    EXPECT_EQ(newer.Parent(), &tree.Nodes().Item(u"Tables"_qs));
+    EXPECT_EQ(newer.Index(), tree.Nodes().Count());
+    EXPECT_EQ(newer.Parent()->Children().back(), &newer);
+}
+
+TEST_F(Tree, OfNodesAddedTogetherThoseBeforeARefusedOneStay) {
+    Fill();
+    const int before = tree.Nodes().Count();
+    EXPECT_EQ(Raised([&] {
+                  tree.Nodes().AddAll(u"Tables"_qs, u"_tbl_"_qs, {u"New"_qs, u"NEW"_qs, u"x"_qs});
+              }),
+              35602);
+    EXPECT_EQ(tree.Nodes().Count(), before + 1);
+    EXPECT_EQ(Raised([&] { tree.Nodes().AddAll(u"nowhere"_qs, u"k"_qs, {u"a"_qs}); }), 35601);
+    EXPECT_EQ(Raised([&] { tree.Nodes().AddAll({}, u"k"_qs, {u"a"_qs}, -1); }), 380);
+    EXPECT_EQ(tree.Nodes().Count(), before + 1);
+}
+
 TEST_F(Tree, FifteenThousandNodesAreToldOncePerParentAndPaintOnlyWhatIsSeen) {
     Fill();
     tree.Nodes().Item(u"Tables"_qs).SetExpanded(true);
     Show();
     QSignalSpy told(tree.model(), &QAbstractItemModel::rowsInserted);
-    for (int i = 0; i < 10'000; ++i) {
-        const QString name = QStringLiteral("t%1").arg(i);
-        tree.Nodes().Add(u"Tables"_qs, u"_tbl_"_qs + name, name, 1);
-    }
-    for (int i = 0; i < 5'000; ++i) {
-        const QString name = QStringLiteral("p%1").arg(i);
-        tree.Nodes().Add(u"Routines"_qs, u"_sp_"_qs + name, name, 5);
-    }
+    tree.Nodes().AddAll(u"Tables"_qs, u"_tbl_"_qs, Names(u't', 10'000), 1);
+    tree.Nodes().AddAll(u"Routines"_qs, u"_sp_"_qs, Names(u'p', 5'000), 5);
     EXPECT_EQ(told.count(), 0);
     QCoreApplication::processEvents();
     EXPECT_EQ(told.count(), 2);

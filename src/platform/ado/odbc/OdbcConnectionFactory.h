@@ -9,4 +9,8 @@ namespace quarv::ado::odbc {
 // server's program, started for data sources "(localdb)\name"; empty: beside the running program.
 ConnectionFactory OdbcConnectionFactory(const QString& localServer = {});
 
+// Loads the driver for SQL Server for good, so that the first connection need not. Where that
+// fails, connecting will tell.
+void LoadDriver();
+
 }  // namespace quarv::ado::odbc

@@ -1,8 +1,17 @@
 #include "platform/ado/odbc/OdbcRecordset.h"
 
+#include <cstring>
+
 #include "platform/ado/DataErrors.h"
 
 namespace quarv::ado::odbc {
+
+namespace {
+
+// No longer text is kept for the next row.
+constexpr qint64 KeptBytes = 128;
+
+}  // namespace
 
 OdbcRecordset::OdbcRecordset(std::shared_ptr<OdbcCommand> command) : command_(std::move(command)) {
     if (!command_ || !command_->Current()) return;
@@ -75,7 +84,19 @@ void OdbcRecordset::FetchIfNeeded() const {
 
 quarv::Value OdbcRecordset::OdbcField::Value() const {
     if (owner_.EOF()) throw MakeDataError(DataErrorCode::NoCurrentRow);
-    return ToValue(column_, owner_.command_->Current()->Read(index_));
+    const Cell cell = owner_.command_->Current()->Read(index_);
+    if (column_.kind != CellKind::Text) return ToValue(column_, cell);
+    if (IsLast(cell)) return last_;
+    quarv::Value value = ToValue(column_, cell);
+    if (cell.length <= KeptBytes) last_ = value;
+    return value;
+}
+
+bool OdbcRecordset::OdbcField::IsLast(const Cell& cell) const {
+    if (cell.data == nullptr || last_.kind() != quarv::Value::Kind::Text) return false;
+    const QString& text = last_.Text();
+    return cell.length == text.size() * 2 &&
+           std::memcmp(cell.data, text.constData(), static_cast<std::size_t>(cell.length)) == 0;
 }
 
 }  // namespace quarv::ado::odbc

@@ -34,9 +34,13 @@ class OdbcRecordset : public Recordset, private ado::Fields {
         quarv::Value Value() const override;
 
       private:
+        bool IsLast(const Cell& cell) const;
+
         const OdbcRecordset& owner_;
         Column column_;
         std::size_t index_;
+        // A short text stays, for the next row often has the same: a type, a schema, a state.
+        mutable quarv::Value last_;
     };
 
     int Count() const override;

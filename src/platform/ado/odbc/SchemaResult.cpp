@@ -77,16 +77,13 @@ SchemaResult::SchemaResult(Schema schema, std::unique_ptr<Result> source)
 }
 
 bool SchemaResult::Fetch() {
-    while (source_->Fetch()) {
-        systemRow_ = IsSystemRow();
-        if (!systemRow_ || schema_ != Schema::Procedures) return true;
-    }
+    while (source_->Fetch())
+        if (schema_ != Schema::Procedures || !IsSystemRow()) return true;
     return false;
 }
 
 Cell SchemaResult::Read(std::size_t column) {
-    if (column == TypeColumn && systemRow_ && schema_ == Schema::Tables)
-        return {reinterpret_cast<const char*>(SystemTable), sizeof SystemTable - 2};
+    if (column == TypeColumn && schema_ == Schema::Tables) return TableType();
     if (column == TypeColumn && schema_ == Schema::Procedures) return ProcedureType();
     const int from = from_[column];
     return from == NoColumn ? Cell() : source_->Read(static_cast<std::size_t>(from));
@@ -96,6 +93,15 @@ bool SchemaResult::IsSystemRow() const {
     if (schemaColumn_ == NoColumn) return false;
     const Cell schema = source_->Read(static_cast<std::size_t>(schemaColumn_));
     return IsText(schema, u"sys") || IsText(schema, u"INFORMATION_SCHEMA");
+}
+
+// Nobody makes a table of their own in one of the server's schemas, so a "TABLE" is one for sure
+// and its schema need not be fetched.
+Cell SchemaResult::TableType() {
+    const int from = from_[TypeColumn];
+    const Cell type = from == NoColumn ? Cell() : source_->Read(static_cast<std::size_t>(from));
+    if (IsText(type, u"TABLE") || !IsSystemRow()) return type;
+    return {reinterpret_cast<const char*>(SystemTable), sizeof SystemTable - 2};
 }
 
 // ODBC counts 0 unknown, 1 procedure, 2 function; OLE DB counts the same from 1.

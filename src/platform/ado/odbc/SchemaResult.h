@@ -25,6 +25,7 @@ class SchemaResult : public Result {
     static constexpr int NoColumn = -1;
 
     bool IsSystemRow() const;
+    Cell TableType();
     Cell ProcedureType();
 
     Schema schema_;
@@ -32,7 +33,6 @@ class SchemaResult : public Result {
     std::vector<Column> columns_;
     std::vector<int> from_;  // for each column, the source's, or NoColumn
     int schemaColumn_ = NoColumn;
-    bool systemRow_ = false;
     qint64 number_ = 0;  // holds the bytes of a converted number
 };
 
