@@ -1,5 +1,5 @@
-// QuarvBAS: the program: the application object, the hooks of the lower floors, the settings, the
-// connection dialog, and the reference to the main window. main owns it; nothing may include it.
+// QuarvBAS: the program: it sets the hooks of the lower floors, shows the connection dialog and
+// keeps the reference to the main window. main owns it; no other folder may include it.
 #pragma once
 
 #include <memory>

@@ -26,7 +26,7 @@ constexpr std::array Table{
     Entry{RuntimeError::InvalidPropertyValue, u"Invalid property value"},
     Entry{RuntimeError::NoSuchMember, u"No such property or method"},
     Entry{RuntimeError::ElementNotFound, u"Element not found"},
-    Entry{RuntimeError::KeyNotUnique, u"Key not unique"},
+    Entry{RuntimeError::KeyNotUnique, u"Key is not unique in collection"},
 };
 
 QString Describe(RuntimeError::Code code, const QString& detail) {

@@ -1,10 +1,9 @@
 #include "db/SQLServerConnectionDetails.h"
 
-#include <QCoreApplication>
-
 #include "base/UTIL.h"
 #include "db/ConnectionDetailsControls.h"
 #include "db/Registry.h"
+#include "platform/forms/Application.h"
 #include "platform/forms/MsgBox.h"
 
 namespace quarv {
@@ -25,12 +24,8 @@ class PleaseWait {
   public:
     explicit PleaseWait(forms::FramePlus& frame) : frame_(frame) {
         frame_.SetVisible(true);
-        frame_.Widget()->raise();
-        // What the user does meanwhile waits: a second click on Test must not start a second test
-        // inside this one. The connection attempt blocks, so what waits to be painted is painted.
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        frame_.Widget()->window()->repaint();
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        frame_.ZOrder();
+        forms::Application::DoEvents();  // the connection attempt blocks
     }
     ~PleaseWait() { frame_.SetVisible(false); }
     PleaseWait(const PleaseWait&) = delete;

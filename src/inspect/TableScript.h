@@ -4,20 +4,10 @@
 
 #include <QString>
 
+#include "inspect/TableColumnSink.h"
 #include "platform/ado/Recordset.h"
 
 namespace quarv {
-
-// Where the columns go while they are read: a list of items with sub-items counted from 1.
-class TableColumnSink {
-  public:
-    virtual ~TableColumnSink() = default;
-
-    // A new item whose key and text are both `name`.
-    virtual void AddItem(const QString& name) = 0;
-    // A text of the item that was added last.
-    virtual void SetSubItem(int index, const QString& text) = 0;
-};
 
 class TableScript {
   public:

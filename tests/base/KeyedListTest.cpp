@@ -1,4 +1,4 @@
-#include <memory>
+#include "base/KeyedList.h"
 
 #include "base/RNamedList.h"
 #include "base/RPairList.h"
@@ -7,8 +7,6 @@
 namespace quarv {
 
 namespace {
-
-struct Thing : Object {};
 
 bool IsNoObject(const Value& value) {
     return value.IsObject() && value.ToObject() == nullptr;
@@ -109,53 +107,6 @@ TYPED_TEST(KeyedLists, AddTakesItsOwnValue) {
     for (int i = 0; i < 10; ++i) list.Add(this->Key("k"), Value(QString("value")));
     list.Add(this->Key("k"), list.Values(1));
     EXPECT_EQ(list.Values(11).Text(), "value");
-}
-
-TEST(RNamedList, KeysMatchInAnyLetterCase) {
-    RNamedList list;
-    list.Add("Data Source", Value(u"x"));
-    EXPECT_EQ(list.ValueByKey("data source").Text(), "x");
-    EXPECT_TRUE(list.IsPresent("DATA SOURCE"));
-    EXPECT_FALSE(list.IsPresent("DataSource"));
-}
-
-TEST(RNamedList, WritingAKeyChangesEveryMatch) {
-    RNamedList list;
-    list.Add("a", 1);
-    list.Add("b", 2);
-    list.Add("A", 3);
-    list.SetValueByKey("a", list.Values(2));
-    EXPECT_EQ(list.Values(1).ToInteger(), 2);
-    EXPECT_EQ(list.Values(2).ToInteger(), 2);
-    EXPECT_EQ(list.Values(3).ToInteger(), 2);
-    list.SetValueByKey("a", 9);
-    EXPECT_EQ(list.Values(1).ToInteger(), 9);
-    EXPECT_EQ(list.Values(2).ToInteger(), 2);
-    EXPECT_EQ(list.Values(3).ToInteger(), 9);
-}
-
-TEST(RPairList, TextKeysMatchExactly) {
-    RPairList list;
-    list.Add(Value(u"Key"), 1);
-    EXPECT_TRUE(IsNoObject(list.FindKey(Value(u"key"))));
-    EXPECT_EQ(list.FindKey(Value(u"Key")).ToInteger(), 1);
-}
-
-TEST(RPairList, NumberKeysMatchNumerically) {
-    RPairList list;
-    list.Add(5, Value(u"five"));
-    EXPECT_EQ(list.FindKey(5.0).Text(), "five");
-    EXPECT_FALSE(list.IsPresent(Value(u"5")));
-}
-
-TEST(RPairList, ObjectKeysMatchByIdentity) {
-    const ObjectRef one = std::make_shared<Thing>();
-    const ObjectRef other = std::make_shared<Thing>();
-    RPairList list;
-    list.Add(one, 1);
-    EXPECT_EQ(list.Keys(1).ToObject(), one);
-    EXPECT_TRUE(list.IsPresent(one));
-    EXPECT_FALSE(list.IsPresent(other));
 }
 
 }  // namespace quarv

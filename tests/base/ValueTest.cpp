@@ -213,12 +213,4 @@ TEST(Value, CopiesShareTheObject) {
     EXPECT_EQ(thing.use_count(), 3);
 }
 
-TEST(Object, BorrowedReferenceDoesNotOwn) {
-    Thing thing;
-    const ObjectRef reference = Borrow(&thing);
-    EXPECT_EQ(reference.get(), &thing);
-    EXPECT_EQ(reference.use_count(), 0);
-    EXPECT_EQ(Borrow(nullptr), nullptr);
-}
-
 }  // namespace quarv

@@ -1,92 +1,14 @@
 #include "db/SQLServerConnectionDetails.h"
 
-#include <gtest/gtest.h>
-
-#include <QTemporaryDir>
-#include <QTest>
-
-#include "base/DataError.h"
-#include "base/LateBinding.h"
-#include "db/ConnectionDetailsControls.h"
-#include "db/Registry.h"
-#include "platform/ado/MemoryConnection.h"
-#include "platform/forms/MessageHooks.h"
-#include "support/BoxWatcher.h"
-#include "support/TextPrinter.h"
+#include "db/ConnectionDialogFixture.h"
 
 namespace quarv {
 namespace {
 
 constexpr const char* WindowsString =
     "Provider=sqloledb;Data Source=localhost;Initial Catalog=mirel;Integrated Security=SSPI;";
-constexpr const char* Key = "Software\\Kel\\Quarv\\General";
 
-class FakeMainWindow : public MainWindow {
-  public:
-    void DoView(const QString& connStr) override {
-        opened.append(connStr);
-        if (error) throw DataError(*error);
-    }
-
-    QStringList opened;
-    std::optional<DataError> error;
-};
-
-registry::HivePaths PathsIn(const QTemporaryDir& folder) {
-    const QByteArray root = folder.path().toUtf8();
-    return {.user = root + "/user.hive",
-            .machine = root + "/machine/machine.hive",
-            .overlay = root + "/overlay.hive"};
-}
-
-class SQLServerConnectionDetailsTest : public testing::Test {
-  protected:
-    SQLServerConnectionDetailsTest() {
-        forms::RegisterMessageHooks();
-        script_->AnswerSchema(
-            ado::Schema::Catalogs,
-            ado::MemoryResult::Rows({"CATALOG_NAME", "DESCRIPTION"}, {{u"master"}, {u"Sales"}}));
-    }
-
-    void Store(const char* connectionString) {
-        registry_.SetMachineString(Key, "ConnStr", connectionString);
-    }
-
-    QString Stored() { return registry_.GetMachineString(Key, "ConnStr", "nothing"); }
-
-    void Show() {
-        dialog_ = std::make_unique<SQLServerConnectionDetails>(mainWindow_, script_->Factory(),
-                                                               registry_);
-        dialog_->Show();
-    }
-
-    template <typename ControlType>
-    ControlType& Get(const char* name) {
-        auto* control = dialog_->findChild<ControlType*>(QLatin1String(name));
-        if (control == nullptr) throw std::runtime_error(name);
-        return *control;
-    }
-
-    QString TextOf(const char* name) { return GetByName(&Get<QWidget>(name), "Text").Text(); }
-    void SetText(const char* name, const char* text) {
-        SetByName(&Get<QWidget>(name), "Text", QString::fromUtf8(text));
-    }
-    void Press(const char* name) { QTest::mouseClick(&Get<QWidget>(name), Qt::LeftButton); }
-
-    void ChooseSqlAccount(const char* user, const char* password) {
-        Get<forms::OptionButton>("UseSQLAccount").SetValue(true);
-        SetText("Username", user);
-        SetText("Password", password);
-    }
-
-    QTemporaryDir folder_;
-    registry::Hives hives_{PathsIn(folder_)};
-    Registry registry_{hives_};
-    std::shared_ptr<ado::MemoryScript> script_ = std::make_shared<ado::MemoryScript>();
-    FakeMainWindow mainWindow_;
-    std::unique_ptr<SQLServerConnectionDetails> dialog_;
-    std::optional<test::BoxWatcher> watch_{std::in_place};
-};
+class SQLServerConnectionDetailsTest : public ConnectionDialogFixture {};
 
 TEST_F(SQLServerConnectionDetailsTest, FirstRunShowsTheBuiltInString) {
     Show();
@@ -342,68 +264,6 @@ TEST_F(SQLServerConnectionDetailsTest, TabKeyVisitsTheControlsFromTopToBottom) {
     EXPECT_EQ(visited,
               (QStringList{"Servername", "DatabaseList", "CreateDatabase", "UseWinAccount",
                            "UseSQLAccount", "Username", "Password", "Test", "Okay", "Cancel"}));
-}
-
-TEST_F(SQLServerConnectionDetailsTest, CreateRefusesAOneLetterName) {
-    Show();
-    SetText("DatabaseList", "x");
-    Press("CreateDatabase");
-    ASSERT_EQ(watch_->Seen().size(), 1U);
-    EXPECT_EQ(watch_->Seen()[0], (test::SeenBox{"You need a valid database name!", "Note",
-                                                forms::BoxIcon::Information}));
-    EXPECT_TRUE(script_->Opened().isEmpty());
-}
-
-TEST_F(SQLServerConnectionDetailsTest, CreateNeedsAConnection) {
-    script_->FailOpen(DataError(-2147467259, "no server"));
-    Show();
-    Press("CreateDatabase");
-    ASSERT_EQ(watch_->Seen().size(), 1U);
-    EXPECT_EQ(watch_->Seen()[0].text,
-              "Please test the connection before attempting to Create a new database!!!");
-    EXPECT_EQ(watch_->Seen()[0].icon, forms::BoxIcon::None);
-    EXPECT_TRUE(script_->Statements().isEmpty());
-}
-
-TEST_F(SQLServerConnectionDetailsTest, CreateRefusesAKnownNameInAnyCase) {
-    Show();
-    SetText("DatabaseList", "sales");
-    Press("CreateDatabase");
-    ASSERT_EQ(watch_->Seen().size(), 1U);
-    EXPECT_EQ(watch_->Seen()[0].text, "This database already exists!!! Create Failed");
-    EXPECT_TRUE(script_->Statements().isEmpty());
-}
-
-TEST_F(SQLServerConnectionDetailsTest, CreateAsksFirst) {
-    Show();
-    SetText("DatabaseList", "fresh");
-    watch_.emplace(forms::BoxAnswer::No);
-    Press("CreateDatabase");
-    ASSERT_EQ(watch_->Seen().size(), 1U);
-    EXPECT_EQ(watch_->Seen()[0],
-              (test::SeenBox{"Are you sure you wish to create a database called [fresh]?",
-                             "Question", forms::BoxIcon::Question}));
-    EXPECT_TRUE(script_->Statements().isEmpty());
-}
-
-TEST_F(SQLServerConnectionDetailsTest, CreateSendsTheStatementAndKeepsTheName) {
-    script_->Answer("CREATE DATABASE [fresh]", ado::MemoryResult::Closed());
-    Show();
-    SetText("DatabaseList", "fresh");
-    Press("CreateDatabase");
-    EXPECT_EQ(script_->Statements(), QStringList{"CREATE DATABASE [fresh]"});
-    EXPECT_EQ(TextOf("DatabaseList"), "fresh");
-    EXPECT_EQ(watch_->Seen().size(), 1U);
-}
-
-TEST_F(SQLServerConnectionDetailsTest, FailingCreateIsShown) {
-    script_->Answer("CREATE DATABASE [fresh]", ado::MemoryResult::Fails("Permission denied."));
-    Show();
-    SetText("DatabaseList", "fresh");
-    Press("CreateDatabase");
-    ASSERT_EQ(watch_->Seen().size(), 2U);
-    EXPECT_EQ(watch_->Seen()[1],
-              (test::SeenBox{"Permission denied.", "Error -2147217900", forms::BoxIcon::Critical}));
 }
 
 }  // namespace

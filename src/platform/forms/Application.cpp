@@ -52,12 +52,12 @@ void Application::ReportError() noexcept {
 }
 
 void Application::DoEvents() {
-    processEvents();
-    // What was just shown may still wait for its paint request; a caller is about to block.
+    processEvents(QEventLoop::ExcludeUserInputEvents);
+    // What was just shown may still wait for its paint request.
     const auto windows = topLevelWidgets();
     for (QWidget* window : windows)
         if (window->isVisible()) window->repaint();
-    processEvents();
+    processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -31,7 +31,8 @@ class Application : public QApplication {
     // Writes the exception being handled as one line "number: description" to stderr.
     static void ReportError() noexcept;
 
-    // Lets pending window messages run once and paints what is to be painted.
+    // Lets pending window messages run once and paints what is to be painted, for a caller that is
+    // about to block. What the user does meanwhile waits: it must not run into the caller.
     static void DoEvents();
 
     bool notify(QObject* receiver, QEvent* event) override;

@@ -109,10 +109,6 @@ void Form::Show() {
     activateWindow();
 }
 
-void Form::Hide() {
-    setVisible(false);
-}
-
 void Form::Close() {
     close();
 }

@@ -39,10 +39,8 @@ class Form : public QWidget, public Control, public ControlHost {
 
     // Raises Form_Load where that has not happened yet.
     void Load();
-    bool IsLoaded() const { return loaded_; }
     // Loads, shows without making modal, and brings to the front.
     Q_INVOKABLE void Show();
-    Q_INVOKABLE void Hide();
     // Hides the window and raises Closed. The object stays; Show shows it again.
     Q_INVOKABLE void Close();
 

@@ -1,18 +1,10 @@
 #include "platform/forms/Frame.h"
 
-#include "base/RuntimeError.h"
-
 namespace quarv::forms {
 
 Frame::Frame(QWidget* container, const QString& name)
-    : QGroupBox(container), Control(this, container, name) {
+    : QGroupBox(container), Control(this, container, name), Bordered(1) {
     RefreshSpokenName();
-}
-
-void Frame::SetBorderStyle(int border) {
-    if (border < 0 || border > 1) throw RuntimeError(RuntimeError::InvalidPropertyValue);
-    border_ = border;
-    update();
 }
 
 void Frame::CaptionChanged(const QString& shown) {
@@ -21,7 +13,7 @@ void Frame::CaptionChanged(const QString& shown) {
 }
 
 void Frame::paintEvent(QPaintEvent* event) {
-    if (border_ != 0) QGroupBox::paintEvent(event);
+    if (BorderStyle() != 0) QGroupBox::paintEvent(event);
 }
 
 }  // namespace quarv::forms

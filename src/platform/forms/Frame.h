@@ -4,33 +4,33 @@
 
 #include <QGroupBox>
 
+#include "platform/forms/Bordered.h"
 #include "platform/forms/Captioned.h"
 #include "platform/forms/Container.h"
 #include "platform/forms/Control.h"
 
 namespace quarv::forms {
 
-class Frame : public QGroupBox, public Control, public Captioned, public Container {
+class Frame : public QGroupBox,
+              public Control,
+              public Captioned,
+              public Bordered,
+              public Container {
     Q_OBJECT
     QUARV_CONTROL_PROPERTIES
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
     Q_PROPERTY(int BorderStyle READ BorderStyle WRITE SetBorderStyle)
 
   public:
+    // Bordered at first; without a border no title is shown either.
     Frame(QWidget* container, const QString& name);
 
-    // 0 shows neither border nor title; 1, the default, shows both. Any other value raises
-    // InvalidPropertyValue.
-    int BorderStyle() const { return border_; }
-    void SetBorderStyle(int border);
     bool WantsMnemonic() const override { return false; }
 
   protected:
     void CaptionChanged(const QString& shown) override;
+    void BorderChanged() override { update(); }
     void paintEvent(QPaintEvent* event) override;
-
-  private:
-    int border_ = 1;
 };
 
 }  // namespace quarv::forms

@@ -2,21 +2,14 @@
 
 #include <QPainter>
 
-#include "base/RuntimeError.h"
 #include "platform/forms/FramePlusPainter.h"
 #include "platform/forms/Twips.h"
 
 namespace quarv::forms {
 
 FramePlus::FramePlus(QWidget* container, const QString& name)
-    : QWidget(container), Control(this, container, name) {
+    : QWidget(container), Control(this, container, name), Bordered(1) {
     RefreshSpokenName();
-}
-
-void FramePlus::SetBorderStyle(int border) {
-    if (border < 0 || border > 1) throw RuntimeError(RuntimeError::InvalidPropertyValue);
-    border_ = border;
-    update();
 }
 
 void FramePlus::CaptionChanged(const QString&) {
@@ -26,7 +19,7 @@ void FramePlus::CaptionChanged(const QString&) {
 
 void FramePlus::paintEvent(QPaintEvent*) {
     // Without a border what is behind shows through: the page of a tab strip, mostly.
-    if (border_ == 0) return;
+    if (BorderStyle() == 0) return;
     QPainter painter(this);
     PaintFramePlus(painter, rect(),
                    {.caption = Caption(),

@@ -5,13 +5,18 @@
 
 #include <QWidget>
 
+#include "platform/forms/Bordered.h"
 #include "platform/forms/Captioned.h"
 #include "platform/forms/Container.h"
 #include "platform/forms/Control.h"
 
 namespace quarv::forms {
 
-class FramePlus : public QWidget, public Control, public Captioned, public Container {
+class FramePlus : public QWidget,
+                  public Control,
+                  public Captioned,
+                  public Bordered,
+                  public Container {
     Q_OBJECT
     QUARV_CONTROL_PROPERTIES
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
@@ -21,20 +26,15 @@ class FramePlus : public QWidget, public Control, public Captioned, public Conta
     // Twips from the top that the title band covers where there is a caption.
     static constexpr double BandHeight = 300;
 
+    // Bordered (an outline) at first; without a border no title is shown either.
     FramePlus(QWidget* container, const QString& name);
 
-    // 0 shows neither outline nor title; 1, the default, shows both. Any other value raises
-    // InvalidPropertyValue.
-    int BorderStyle() const { return border_; }
-    void SetBorderStyle(int border);
     bool WantsMnemonic() const override { return false; }
 
   protected:
     void CaptionChanged(const QString& shown) override;
+    void BorderChanged() override { update(); }
     void paintEvent(QPaintEvent* event) override;
-
-  private:
-    int border_ = 1;
 };
 
 }  // namespace quarv::forms

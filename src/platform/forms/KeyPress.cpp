@@ -11,6 +11,12 @@ int KeyAsciiOf(const QKeyEvent& event) {
     return text.at(0).unicode();
 }
 
+bool ClicksItem(const QKeyEvent& event) {
+    const int key = event.key();
+    return (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) &&
+           event.modifiers() == Qt::NoModifier;
+}
+
 std::unique_ptr<QKeyEvent> WithCharacter(const QKeyEvent& event, int keyAscii) {
     const char32_t code = static_cast<char32_t>(keyAscii);
     return std::make_unique<QKeyEvent>(event.type(), keyAscii == u'\r' ? Qt::Key_Return : 0,

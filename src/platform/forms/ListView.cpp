@@ -7,6 +7,7 @@
 #include "base/RuntimeError.h"
 #include "platform/forms/Application.h"
 #include "platform/forms/ItemText.h"
+#include "platform/forms/KeyPress.h"
 #include "platform/forms/ListModel.h"
 #include "platform/forms/RowDelegate.h"
 #include "platform/forms/Twips.h"
@@ -95,9 +96,7 @@ bool ListView::viewportEvent(QEvent* event) {
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {
-    const int key = event->key();
-    const bool activates = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-    if (activates && event->modifiers() == Qt::NoModifier && currentIndex().isValid()) {
+    if (ClicksItem(*event) && currentIndex().isValid()) {
         event->accept();
         RaiseItemClick(currentIndex());
         return;

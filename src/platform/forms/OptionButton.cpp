@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/forms/Application.h"
+#include "platform/forms/OptionButtonAccess.h"
 
 namespace quarv::forms {
 
@@ -22,6 +23,7 @@ std::vector<OptionButton*> ChoicesOf(const QWidget* container) {
 
 OptionButton::OptionButton(QWidget* container, const QString& name)
     : QRadioButton(container), Control(this, container, name) {
+    OptionButtonAccess::Install();
     // Qt's own exclusion would keep one chosen for ever.
     setAutoExclusive(false);
     RefreshSpokenName();

@@ -2,12 +2,10 @@
 
 #include <QPainter>
 
-#include "base/RuntimeError.h"
-
 namespace quarv::forms {
 
 PictureBox::PictureBox(QWidget* container, const QString& name)
-    : QWidget(container), Control(this, container, name) {
+    : QWidget(container), Control(this, container, name), Bordered(0) {
     RefreshSpokenName();
 }
 
@@ -16,18 +14,12 @@ void PictureBox::SetPicture(const QIcon& picture) {
     update();
 }
 
-void PictureBox::SetBorderStyle(int border) {
-    if (border < 0 || border > 1) throw RuntimeError(RuntimeError::InvalidPropertyValue);
-    border_ = border;
-    update();
-}
-
 void PictureBox::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!picture_.isNull())
         picture_.paint(&painter, rect(), Qt::AlignCenter,
                        isEnabled() ? QIcon::Normal : QIcon::Disabled);
-    if (border_ == 0) return;
+    if (BorderStyle() == 0) return;
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }

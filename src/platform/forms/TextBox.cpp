@@ -6,7 +6,8 @@
 
 #include "base/RuntimeError.h"
 #include "platform/forms/Application.h"
-#include "platform/forms/TextBoxEditors.h"
+#include "platform/forms/LineEditor.h"
+#include "platform/forms/MemoEditor.h"
 
 namespace quarv::forms {
 

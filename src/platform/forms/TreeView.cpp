@@ -8,6 +8,7 @@
 #include "platform/forms/Application.h"
 #include "platform/forms/ImageList.h"
 #include "platform/forms/ItemText.h"
+#include "platform/forms/KeyPress.h"
 #include "platform/forms/NodeModel.h"
 #include "platform/forms/RowDelegate.h"
 
@@ -96,9 +97,7 @@ bool TreeView::viewportEvent(QEvent* event) {
 }
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
-    const int key = event->key();
-    const bool activates = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-    if (activates && event->modifiers() == Qt::NoModifier && currentIndex().isValid()) {
+    if (ClicksItem(*event) && currentIndex().isValid()) {
         event->accept();
         RaiseNodeClick(currentIndex());
         return;

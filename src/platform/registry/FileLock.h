@@ -5,8 +5,8 @@
 #include <QByteArray>
 #include <chrono>
 
+#include "base/UniqueFd.h"
 #include "platform/registry/ResultCode.h"
-#include "platform/registry/UniqueFd.h"
 
 namespace quarv::registry {
 

@@ -6,8 +6,8 @@
 
 #include <QByteArray>
 
+#include "base/UniqueFd.h"
 #include "platform/registry/ResultCode.h"
-#include "platform/registry/UniqueFd.h"
 
 namespace quarv::registry {
 

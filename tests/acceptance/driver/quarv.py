@@ -7,7 +7,6 @@ from .waiting import wait_until
 DIALOG = "SQL Server Connection Details"
 WINDOWS_ACCOUNT = "Use your Windows user account to log onto SQL Server"
 SQL_ACCOUNT = "Log onto SQL Server with a username and password"
-CHOICES = ("radio button", "check box")
 FILLED_BY_LABEL = ("combo box", "text", "password text")
 
 
@@ -43,12 +42,12 @@ class ConnectionDialog:
     def chosen_account(self):
         """The caption of the chosen account; nothing where neither is chosen."""
         for caption in (WINDOWS_ACCOUNT, SQL_ACCOUNT):
-            if self.window.find(CHOICES, caption).checked():
+            if self.window.find("radio button", caption).checked():
                 return caption
         return None
 
     def choose(self, caption):
-        self.window.find(CHOICES, caption).click()
+        self.window.find("radio button", caption).click()
         wait_until(f'"{caption}" to be chosen', lambda: self.chosen_account() == caption)
 
     def databases(self):

@@ -57,14 +57,29 @@ quint8 Narrow(T value) {
     return static_cast<quint8>(value);
 }
 
-void SetDate(DateTime& value, const SQL_TIMESTAMP_STRUCT& raw) {
+template <class T>
+void SetDate(DateTime& value, const T& raw) {
     value.year = raw.year;
     value.month = Narrow(raw.month);
     value.day = Narrow(raw.day);
+}
+
+template <class T>
+void SetTime(DateTime& value, const T& raw) {
     value.hour = Narrow(raw.hour);
     value.minute = Narrow(raw.minute);
     value.second = Narrow(raw.second);
-    value.fraction = raw.fraction / 100;  // the driver counts nanoseconds
+}
+
+void SetFraction(DateTime& value, quint32 nanoseconds, quint8 digits) {
+    value.fraction = nanoseconds / 100;
+    value.fractionDigits = digits;
+}
+
+void SetTimestamp(DateTime& value, const SQL_TIMESTAMP_STRUCT& raw, quint8 digits) {
+    SetDate(value, raw);
+    SetTime(value, raw);
+    SetFraction(value, raw.fraction, digits);  // the driver counts nanoseconds
 }
 
 Value Date(const Cell& cell) {
@@ -72,9 +87,7 @@ Value Date(const Cell& cell) {
     if (!Load(cell, raw)) return Value::Null();
     DateTime value;
     value.kind = DateTime::Kind::Date;
-    value.year = raw.year;
-    value.month = Narrow(raw.month);
-    value.day = Narrow(raw.day);
+    SetDate(value, raw);
     return Checked(value);
 }
 
@@ -83,9 +96,7 @@ Value Time(const Cell& cell) {
     if (!Load(cell, raw)) return Value::Null();
     DateTime value;
     value.kind = DateTime::Kind::Time;
-    value.hour = Narrow(raw.hour);
-    value.minute = Narrow(raw.minute);
-    value.second = Narrow(raw.second);
+    SetTime(value, raw);
     return Checked(value);
 }
 
@@ -99,11 +110,8 @@ Value TimeExact(const Column& column, const Cell& cell) {
     if (!Load(cell, raw)) return Value::Null();
     DateTime value;
     value.kind = DateTime::Kind::Time;
-    value.hour = Narrow(raw.hour);
-    value.minute = Narrow(raw.minute);
-    value.second = Narrow(raw.second);
-    value.fraction = raw.nanoseconds / 100;
-    value.fractionDigits = column.fractionDigits;
+    SetTime(value, raw);
+    SetFraction(value, raw.nanoseconds, column.fractionDigits);
     return Checked(value);
 }
 
@@ -111,8 +119,7 @@ Value Timestamp(const Column& column, const Cell& cell) {
     SQL_TIMESTAMP_STRUCT raw{};
     if (!Load(cell, raw)) return Value::Null();
     DateTime value;
-    SetDate(value, raw);
-    value.fractionDigits = column.fractionDigits;
+    SetTimestamp(value, raw, column.fractionDigits);
     return Checked(value);
 }
 
@@ -126,8 +133,7 @@ Value TimeOffset(const Column& column, const Cell& cell) {
     if (!Load(cell, raw)) return Value::Null();
     DateTime value;
     value.kind = DateTime::Kind::DateTimeOffset;
-    SetDate(value, raw.local);
-    value.fractionDigits = column.fractionDigits;
+    SetTimestamp(value, raw.local, column.fractionDigits);
     value.offsetMinutes = static_cast<qint16>(raw.hours * 60 + raw.minutes);
     return Checked(value);
 }

@@ -3,13 +3,14 @@
 #include <netdb.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QStringList>
 #include <algorithm>
 #include <memory>
+
+#include "base/UniqueFd.h"
 
 namespace quarv::ado::odbc {
 
@@ -31,35 +32,19 @@ Addresses Resolve(const QString& host) {
     return {found, freeaddrinfo};
 }
 
-class Socket {
-  public:
-    explicit Socket(const addrinfo& address)
-        : fd_(socket(address.ai_family, address.ai_socktype | SOCK_CLOEXEC, 0)) {
-        // Connected, so that only this host's answers arrive.
-        if (fd_ >= 0 && connect(fd_, address.ai_addr, address.ai_addrlen) != 0) Close();
-    }
-    ~Socket() { Close(); }
-    Socket(const Socket&) = delete;
-    Socket& operator=(const Socket&) = delete;
-
-    QByteArray Ask(const QByteArray& question, int wait) const {
-        if (fd_ < 0 || send(fd_, question.constData(), question.size(), MSG_NOSIGNAL) < 0)
-            return {};
-        pollfd waiting{fd_, POLLIN, 0};
-        if (poll(&waiting, 1, wait) != 1) return {};
-        QByteArray answer(65536, 0);
-        const ssize_t got = recv(fd_, answer.data(), answer.size(), 0);
-        answer.resize(std::max<ssize_t>(got, 0));
-        return answer;
-    }
-
-  private:
-    void Close() {
-        if (fd_ >= 0) close(fd_);
-        fd_ = -1;
-    }
-    int fd_;
-};
+// What the browser at `address` answers within `wait` milliseconds; empty where it does not.
+QByteArray Ask(const addrinfo& address, const QByteArray& question, int wait) {
+    const UniqueFd fd(socket(address.ai_family, address.ai_socktype | SOCK_CLOEXEC, 0));
+    // Connected, so that only this host's answers arrive.
+    if (!fd || connect(fd.Get(), address.ai_addr, address.ai_addrlen) != 0) return {};
+    if (send(fd.Get(), question.constData(), question.size(), MSG_NOSIGNAL) < 0) return {};
+    pollfd waiting{fd.Get(), POLLIN, 0};
+    if (poll(&waiting, 1, wait) != 1) return {};
+    QByteArray answer(65536, 0);
+    const ssize_t got = recv(fd.Get(), answer.data(), answer.size(), 0);
+    answer.resize(std::max<ssize_t>(got, 0));
+    return answer;
+}
 
 }  // namespace
 
@@ -89,7 +74,7 @@ std::optional<int> BrowseForPort(const QString& host, const QString& instance, i
         for (const addrinfo* at = addresses.get(); at; at = at->ai_next) {
             const int wait =
                 std::clamp<int>(timeout - static_cast<int>(clock.elapsed()), 0, AskAgainAfter);
-            const auto port = PortInAnswer(Socket(*at).Ask(question, wait), instance);
+            const auto port = PortInAnswer(Ask(*at, question, wait), instance);
             if (port) return port;
         }
         if (!addresses) return std::nullopt;

@@ -14,6 +14,7 @@
 #include <QStandardPaths>
 #include <cerrno>
 
+#include "base/UniqueFd.h"
 #include "platform/ado/ConnectProblems.h"
 #include "platform/ado/ServerAddress.h"
 
@@ -23,21 +24,9 @@ namespace {
 
 constexpr qint64 LargestStateFile = 64 * 1024;
 
-// A descriptor that closes itself.
-class File {
-  public:
-    explicit File(const QString& path)
-        : fd_(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW)) {}
-    ~File() {
-        if (fd_ >= 0) close(fd_);
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    int get() const { return fd_; }
-
-  private:
-    int fd_;
-};
+UniqueFd OpenToRead(const QString& path) {
+    return UniqueFd(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+}
 
 QString DataFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
@@ -45,14 +34,14 @@ QString DataFolder() {
 
 // A file that others can read or that someone else wrote proves nothing about who answers.
 QByteArray ReadPrivateFile(const QString& path) {
-    const File file(path);
+    const UniqueFd file = OpenToRead(path);
     struct stat about {};
-    if (file.get() < 0 || fstat(file.get(), &about) != 0) return {};
+    if (!file || fstat(file.Get(), &about) != 0) return {};
     if (!S_ISREG(about.st_mode) || about.st_uid != geteuid() || (about.st_mode & 077) != 0 ||
         about.st_size > LargestStateFile)
         return {};
     QByteArray text(static_cast<qsizetype>(about.st_size), 0);
-    const ssize_t got = read(file.get(), text.data(), static_cast<std::size_t>(text.size()));
+    const ssize_t got = read(file.Get(), text.data(), static_cast<std::size_t>(text.size()));
     text.resize(std::max<ssize_t>(got, 0));
     return text;
 }
@@ -96,8 +85,8 @@ LocalInstance::Access LocalInstance::Reach(int timeout) const {
 
 // The server holds its lock as long as it serves, so the lock, not a process number, tells.
 bool LocalInstance::IsServed() const {
-    const odbc::File lock(File("lock"));
-    return lock.get() >= 0 && flock(lock.get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    const UniqueFd lock = OpenToRead(File("lock"));
+    return lock && flock(lock.Get(), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 
 QString LocalInstance::File(const char* name) const {

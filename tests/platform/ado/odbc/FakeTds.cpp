@@ -4,7 +4,10 @@ namespace quarv::test {
 
 namespace {
 
-const QByteArray Collation = QByteArray::fromHex("0904d00034");
+// A function, since tables of columns are made before main, in no order that a file could know.
+QByteArray Collation() {
+    return QByteArray::fromHex("0904d00034");
+}
 
 QByteArray Byte(int value) {
     return QByteArray(1, static_cast<char>(value));
@@ -50,16 +53,16 @@ FakeColumn FakeColumn::Decimal(const QString& name, int precision, int scale) {
     return {name, Byte(0x6A) + Byte(17) + Byte(precision) + Byte(scale), Prefix::Byte};
 }
 FakeColumn FakeColumn::NVarChar(const QString& name, int characters) {
-    return {name, Byte(0xE7) + Short(characters * 2) + Collation, Prefix::Short};
+    return {name, Byte(0xE7) + Short(characters * 2) + Collation(), Prefix::Short};
 }
 FakeColumn FakeColumn::NVarCharMax(const QString& name) {
-    return {name, Byte(0xE7) + Short(0xFFFF) + Collation, Prefix::Parts};
+    return {name, Byte(0xE7) + Short(0xFFFF) + Collation(), Prefix::Parts};
 }
 FakeColumn FakeColumn::VarChar(const QString& name, int bytes) {
-    return {name, Byte(0xA7) + Short(bytes) + Collation, Prefix::Short};
+    return {name, Byte(0xA7) + Short(bytes) + Collation(), Prefix::Short};
 }
 FakeColumn FakeColumn::VarCharMax(const QString& name) {
-    return {name, Byte(0xA7) + Short(0xFFFF) + Collation, Prefix::Parts};
+    return {name, Byte(0xA7) + Short(0xFFFF) + Collation(), Prefix::Parts};
 }
 FakeColumn FakeColumn::VarBinary(const QString& name, int bytes) {
     return {name, Byte(0xA5) + Short(bytes), Prefix::Short};
@@ -101,11 +104,11 @@ FakeColumn FakeColumn::UserDefined(const QString& name) {
 }
 // The table that a long column belongs to is named behind its type, in parts.
 FakeColumn FakeColumn::Text(const QString& name) {
-    return {name, Byte(0x23) + Le(0x7FFFFFFF, 4) + Collation + Byte(1) + Short(1) + Utf16("t"),
+    return {name, Byte(0x23) + Le(0x7FFFFFFF, 4) + Collation() + Byte(1) + Short(1) + Utf16("t"),
             Prefix::Pointer};
 }
 FakeColumn FakeColumn::NText(const QString& name) {
-    return {name, Byte(0x63) + Le(0x7FFFFFFE, 4) + Collation + Byte(1) + Short(1) + Utf16("t"),
+    return {name, Byte(0x63) + Le(0x7FFFFFFE, 4) + Collation() + Byte(1) + Short(1) + Utf16("t"),
             Prefix::Pointer};
 }
 FakeColumn FakeColumn::Image(const QString& name) {
@@ -207,7 +210,7 @@ QByteArray FakeTds::LoginOk(const QString& database) {
                            QByteArray::fromHex("0f00104d");
     FakeTds reply;
     reply.Raw(EnvChange(1, database, QStringLiteral("master")))
-        .Raw(Byte(0xE3) + Short(8) + Byte(7) + Byte(5) + Collation + Byte(0))
+        .Raw(Byte(0xE3) + Short(8) + Byte(7) + Byte(5) + Collation() + Byte(0))
         .Raw(Byte(0xAD) + Short(static_cast<int>(ack.size())) + ack)
         .Raw(EnvChange(4, QStringLiteral("4096"), QStringLiteral("4096")))
         .Done();

@@ -1,9 +1,6 @@
 #include "platform/ado/Conformance.h"
-#include "platform/ado/odbc/OdbcConnectionFactory.h"
-
-#ifdef QUARV_LOCALDB_PROGRAM
 #include "platform/ado/odbc/EmbeddedServer.h"
-#endif
+#include "platform/ado/odbc/OdbcConnectionFactory.h"
 
 namespace quarv::test {
 
@@ -21,12 +18,10 @@ ado::ConnectionPtr OpenOdbc(const QString& connectionString) {
 // suite makes and drops a table in the database it is sent to.
 std::vector<Backend> Backends() {
     std::vector<Backend> backends;
-#ifdef QUARV_LOCALDB_PROGRAM
     backends.push_back({"Embedded", [] {
                             static const EmbeddedServer server;
                             return OpenOdbc(server.ConnectionString());
                         }});
-#endif
     const QString other = qEnvironmentVariable("QUARV_TEST_SERVER");
     if (!other.isEmpty()) backends.push_back({"Named", [other] { return OpenOdbc(other); }});
     return backends;

@@ -1,11 +1,8 @@
-#include "platform/forms/TextBoxEditors.h"
+#include "platform/forms/MemoEditor.h"
 
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QTextBlock>
-#include <limits>
-
-#include "platform/forms/KeyPress.h"
 
 namespace quarv::forms {
 
@@ -30,23 +27,6 @@ bool Types(const QKeyEvent& event) {
 }
 
 }  // namespace
-
-LineEditor::LineEditor(QWidget* box, RaiseKeyPress raise)
-    : QLineEdit(box), raise_(std::move(raise)) {
-    Limit(0);
-}
-
-void LineEditor::Limit(int units) {
-    // Qt's own default cuts at 32,767, and 0 would empty the box.
-    setMaxLength(units > 0 ? units : std::numeric_limits<int>::max());
-}
-
-void LineEditor::keyPressEvent(QKeyEvent* event) {
-    const auto handled = AfterKeyPress(*event, raise_);
-    if (!handled) return;
-    QLineEdit::keyPressEvent(handled.get());
-    event->setAccepted(handled->isAccepted());
-}
 
 MemoEditor::MemoEditor(QWidget* box, RaiseKeyPress raise)
     : QPlainTextEdit(box), raise_(std::move(raise)) {

@@ -72,7 +72,7 @@ void ExpectRestOfMany(const ado::RecordsetPtr& rows) {
 
 }  // namespace
 
-TEST(ReadAhead, NothingIsLostFromTheFirstRow) {
+TEST(StoredResult, NothingIsLostFromTheFirstRow) {
     const FakeServer server(Answer);
     const auto connection = Open(server);
     const auto rows = connection->Execute(Many);
@@ -83,7 +83,7 @@ TEST(ReadAhead, NothingIsLostFromTheFirstRow) {
     EXPECT_EQ((*other)["o"].ToInteger(), 5);
 }
 
-TEST(ReadAhead, RowBeingReadStaysCurrent) {
+TEST(StoredResult, RowBeingReadStaysCurrent) {
     const FakeServer server(Answer);
     const auto connection = Open(server);
     const auto rows = connection->Execute(Many);
@@ -96,7 +96,7 @@ TEST(ReadAhead, RowBeingReadStaysCurrent) {
     ExpectRestOfMany(rows);
 }
 
-TEST(ReadAhead, StepBeforeTheNextRowIsAskedForIsKept) {
+TEST(StoredResult, StepBeforeTheNextRowIsAskedForIsKept) {
     const FakeServer server(Answer);
     const auto connection = Open(server);
     const auto rows = connection->Execute(Many);
@@ -106,7 +106,7 @@ TEST(ReadAhead, StepBeforeTheNextRowIsAskedForIsKept) {
     ExpectRows(rows, 2, 200);
 }
 
-TEST(ReadAhead, EndThatWasReachedStaysReached) {
+TEST(StoredResult, EndThatWasReachedStaysReached) {
     const FakeServer server(Answer);
     const auto connection = Open(server);
     const auto rows = connection->Execute(Other);
@@ -117,7 +117,7 @@ TEST(ReadAhead, EndThatWasReachedStaysReached) {
     EXPECT_EQ(rows->NextRecordset(), nullptr);
 }
 
-TEST(ReadAhead, LaterResultsOfAClosedFirstOneAreKept) {
+TEST(StoredResult, LaterResultsOfAClosedFirstOneAreKept) {
     const FakeServer server([](const QString& sql) {
         if (sql == Other) return Answer(sql);
         FakeTds answer;
@@ -133,7 +133,7 @@ TEST(ReadAhead, LaterResultsOfAClosedFirstOneAreKept) {
     ExpectRows(rows, 1, 2);
 }
 
-TEST(ReadAhead, ThreeCommandsKeepTheirOwnRows) {
+TEST(StoredResult, ThreeCommandsKeepTheirOwnRows) {
     const FakeServer server(Answer);
     const auto connection = Open(server);
     const auto first = connection->Execute(Many);
@@ -144,7 +144,7 @@ TEST(ReadAhead, ThreeCommandsKeepTheirOwnRows) {
     ExpectRows(third, 1, 200);
 }
 
-TEST(ReadAhead, ErrorBehindTheRowsIsKeptInItsPlace) {
+TEST(StoredResult, ErrorBehindTheRowsIsKeptInItsPlace) {
     const FakeServer server([](const QString& sql) {
         if (sql == Other) return Answer(sql);
         FakeTds answer;
@@ -164,7 +164,7 @@ TEST(ReadAhead, ErrorBehindTheRowsIsKeptInItsPlace) {
     EXPECT_TRUE(rows->EOF());
 }
 
-TEST(ReadAhead, DroppedRecordSetLeavesTheConnectionFree) {
+TEST(StoredResult, DroppedRecordSetLeavesTheConnectionFree) {
     const FakeServer server(Answer);
     const auto connection = Open(server);
     for (int i = 0; i < 20; ++i) {
@@ -173,7 +173,7 @@ TEST(ReadAhead, DroppedRecordSetLeavesTheConnectionFree) {
     }
 }
 
-TEST(ReadAhead, ErrorOfAnotherCommandLeavesTheRows) {
+TEST(StoredResult, ErrorOfAnotherCommandLeavesTheRows) {
     const FakeServer server([](const QString& sql) {
         if (sql == Many) return Answer(sql);
         return FakeTds().Error(208, QStringLiteral("Invalid object name 'x'.")).DoneError().Bytes();

@@ -56,7 +56,7 @@ QStringList Names(const ado::RecordsetPtr& rows) {
 
 }  // namespace
 
-TEST(OpenSchema, TablesHaveTheRowsetsColumns) {
+TEST(SchemaResult, TablesHaveTheRowsetsColumns) {
     const FakeServer server([](const QString&) { return Tables(); });
     const auto connection = Open(server);
     const auto rows = connection->OpenSchema(Schema::Tables);
@@ -66,7 +66,7 @@ TEST(OpenSchema, TablesHaveTheRowsetsColumns) {
     EXPECT_EQ(server.Statements(), QStringList({"sp_tables"}));
 }
 
-TEST(OpenSchema, ServersOwnTablesAreSystemTables) {
+TEST(SchemaResult, ServersOwnTablesAreSystemTables) {
     const FakeServer server([](const QString&) { return Tables(); });
     const auto connection = Open(server);
     const auto rows = connection->OpenSchema(Schema::Tables);
@@ -90,7 +90,7 @@ TEST(OpenSchema, ServersOwnTablesAreSystemTables) {
     EXPECT_TRUE(rows->EOF());
 }
 
-TEST(OpenSchema, DescriptionIsTheRemark) {
+TEST(SchemaResult, DescriptionIsTheRemark) {
     const FakeServer server([](const QString&) { return Tables(); });
     const auto connection = Open(server);
     const auto rows = connection->OpenSchema(Schema::Tables);
@@ -100,7 +100,7 @@ TEST(OpenSchema, DescriptionIsTheRemark) {
     EXPECT_EQ((*rows)["description"].Text(), QStringLiteral("note"));
 }
 
-TEST(OpenSchema, SystemProceduresAreLeftOut) {
+TEST(SchemaResult, SystemProceduresAreLeftOut) {
     const FakeServer server([](const QString&) { return Procedures(); });
     const auto connection = Open(server);
     const auto rows = connection->OpenSchema(Schema::Procedures);
@@ -118,7 +118,7 @@ TEST(OpenSchema, SystemProceduresAreLeftOut) {
     EXPECT_EQ(server.Statements(), QStringList({"..sp_stored_procedures"}));
 }
 
-TEST(OpenSchema, CatalogsAreNamed) {
+TEST(SchemaResult, CatalogsAreNamed) {
     const FakeServer server([](const QString&) { return Catalogs(); });
     const auto connection = Open(server);
     const auto rows = connection->OpenSchema(Schema::Catalogs);
@@ -129,7 +129,7 @@ TEST(OpenSchema, CatalogsAreNamed) {
     EXPECT_TRUE((*rows)["description"].IsNull());
 }
 
-TEST(OpenSchema, RowsStayWhenTheConnectionIsNeeded) {
+TEST(SchemaResult, RowsStayWhenTheConnectionIsNeeded) {
     const FakeServer server([](const QString& name) {
         return name == QStringLiteral("sp_tables") ? Tables() : Procedures();
     });
@@ -145,7 +145,7 @@ TEST(OpenSchema, RowsStayWhenTheConnectionIsNeeded) {
     EXPECT_EQ((*tables)["table_type"].Text(), QStringLiteral("TABLE"));
 }
 
-TEST(OpenSchema, RefusalIsTheServersMessage) {
+TEST(SchemaResult, RefusalIsTheServersMessage) {
     const FakeServer server(
         FakeTds()
             .Error(2812, QStringLiteral("Could not find stored procedure 'sp_tables'."))

@@ -7,9 +7,9 @@ namespace {
 
 constexpr char General[] = "Software\\Kel\\Quarv\\General";
 
-class OverlayFileTest : public RegistryHome {};
+class HivesOverlayTest : public RegistryHome {};
 
-TEST_F(OverlayFileTest, AWritableMachineHiveNeedsNoOverlay) {
+TEST_F(HivesOverlayTest, AWritableMachineHiveNeedsNoOverlay) {
     Hives hives = NewHives();
     EXPECT_EQ(ERROR_SUCCESS, Set(hives, HKEY_LOCAL_MACHINE, General, "ConnStr", "x"));
     EXPECT_TRUE(Exists(paths_.machine));
@@ -17,7 +17,7 @@ TEST_F(OverlayFileTest, AWritableMachineHiveNeedsNoOverlay) {
     EXPECT_EQ("x", Get(hives, HKEY_LOCAL_MACHINE, General, "ConnStr"));
 }
 
-TEST_F(OverlayFileTest, AWriteToABlockedMachineHiveGoesToTheOverlay) {
+TEST_F(HivesOverlayTest, AWriteToABlockedMachineHiveGoesToTheOverlay) {
     BlockMachineHive();
     Hives hives = NewHives();
     EXPECT_EQ(ERROR_SUCCESS, Set(hives, HKEY_LOCAL_MACHINE, General, "ConnStr", "mine"));
@@ -29,7 +29,7 @@ TEST_F(OverlayFileTest, AWriteToABlockedMachineHiveGoesToTheOverlay) {
     EXPECT_EQ(QStringList(), reports_);
 }
 
-TEST_F(OverlayFileTest, AMachineHiveThatIsAFolderGivesWayWhereItCanBeSetAside) {
+TEST_F(HivesOverlayTest, AMachineHiveThatIsAFolderGivesWayWhereItCanBeSetAside) {
     QDir().mkpath(QFile::decodeName(paths_.machine) + "/kept");
     Hives hives = NewHives();
     EXPECT_EQ(ERROR_SUCCESS, Set(hives, HKEY_LOCAL_MACHINE, General, "ConnStr", "x"));
@@ -37,7 +37,7 @@ TEST_F(OverlayFileTest, AMachineHiveThatIsAFolderGivesWayWhereItCanBeSetAside) {
     EXPECT_TRUE(Exists(paths_.machine + ".damaged-1/kept"));
 }
 
-TEST_F(OverlayFileTest, AWriteThatReachesTheMachineHiveIsNotHiddenByTheOverlay) {
+TEST_F(HivesOverlayTest, AWriteThatReachesTheMachineHiveIsNotHiddenByTheOverlay) {
     PutFile(paths_.overlay, "quarv-hive 1\nkey \"K\"\nvalue \"v\" text \"old mine\"\nend\n");
     Hives hives = NewHives();
     EXPECT_EQ("old mine", Get(hives, HKEY_LOCAL_MACHINE, "K", "v"));
@@ -46,7 +46,7 @@ TEST_F(OverlayFileTest, AWriteThatReachesTheMachineHiveIsNotHiddenByTheOverlay) 
     EXPECT_FALSE(FileBytes(paths_.overlay).contains("old mine"));
 }
 
-TEST_F(OverlayFileTest, ADamagedOverlayLeavesTheMachineHiveInSight) {
+TEST_F(HivesOverlayTest, ADamagedOverlayLeavesTheMachineHiveInSight) {
     Hives hives = NewHives();
     Set(hives, HKEY_LOCAL_MACHINE, "K", "v", "for all");
     PutFile(paths_.overlay, "rubbish");

@@ -1,29 +1,12 @@
-// LineEditor and MemoEditor: the two editors inside a TextBox, which owns them. They raise KeyPress
-// through their box and keep text whole; they know nothing else of the box.
+// MemoEditor: the editor inside a TextBox of many lines, which owns it. It raises KeyPress through
+// its box and keeps text whole; it knows nothing else of the box.
 #pragma once
 
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <functional>
+
+#include "platform/forms/KeyPress.h"
 
 namespace quarv::forms {
-
-using RaiseKeyPress = std::function<void(int&)>;
-
-class LineEditor : public QLineEdit {
-    Q_OBJECT
-
-  public:
-    LineEditor(QWidget* box, RaiseKeyPress raise);
-    // UTF-16 units; 0 means no limit.
-    void Limit(int units);
-
-  protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
-  private:
-    RaiseKeyPress raise_;
-};
 
 class MemoEditor : public QPlainTextEdit {
     Q_OBJECT

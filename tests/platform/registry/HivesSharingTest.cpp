@@ -8,7 +8,7 @@
 namespace quarv::registry {
 namespace {
 
-class HiveSharingTest : public RegistryHome {
+class HivesSharingTest : public RegistryHome {
   protected:
     // Holds the lock as another program would, until it is destroyed.
     UniqueFd Lock(const QByteArray& hive) {
@@ -18,7 +18,7 @@ class HiveSharingTest : public RegistryHome {
     }
 };
 
-TEST_F(HiveSharingTest, TwoProgramsKeepEachOthersValues) {
+TEST_F(HivesSharingTest, TwoProgramsKeepEachOthersValues) {
     Hives one = NewHives();
     Hives two = NewHives();
     Set(one, HKEY_CURRENT_USER, "K", "a", "1");
@@ -31,7 +31,7 @@ TEST_F(HiveSharingTest, TwoProgramsKeepEachOthersValues) {
     }
 }
 
-TEST_F(HiveSharingTest, ProgramsWritingAtOnceLoseNothing) {
+TEST_F(HivesSharingTest, ProgramsWritingAtOnceLoseNothing) {
     constexpr int Writers = 3;
     constexpr int Values = 15;
     pid_t children[Writers];
@@ -54,7 +54,7 @@ TEST_F(HiveSharingTest, ProgramsWritingAtOnceLoseNothing) {
         }
 }
 
-TEST_F(HiveSharingTest, AReaderSeesOnlyWholeFiles) {
+TEST_F(HivesSharingTest, AReaderSeesOnlyWholeFiles) {
     Hives hives = NewHives();
     Set(hives, HKEY_CURRENT_USER, "K", "v", QByteArray(3000, 'a'));
     const pid_t writer = StartChild([&] {
@@ -70,7 +70,7 @@ TEST_F(HiveSharingTest, AReaderSeesOnlyWholeFiles) {
     EXPECT_EQ(QStringList(), reports_);
 }
 
-TEST_F(HiveSharingTest, ALockThatIsNotGivenBackFailsTheWriteAndNoRead) {
+TEST_F(HivesSharingTest, ALockThatIsNotGivenBackFailsTheWriteAndNoRead) {
     Hives hives = NewHives();
     Set(hives, HKEY_CURRENT_USER, "K", "v", "before");
     const UniqueFd held = Lock(paths_.user);
@@ -78,7 +78,7 @@ TEST_F(HiveSharingTest, ALockThatIsNotGivenBackFailsTheWriteAndNoRead) {
     EXPECT_EQ("before", Get(hives, HKEY_CURRENT_USER, "K", "v"));
 }
 
-TEST_F(HiveSharingTest, ALockedMachineHiveIsNoReasonForTheOverlay) {
+TEST_F(HivesSharingTest, ALockedMachineHiveIsNoReasonForTheOverlay) {
     Hives hives = NewHives();
     Set(hives, HKEY_LOCAL_MACHINE, "K", "v", "before");
     const UniqueFd held = Lock(paths_.machine);
@@ -86,7 +86,7 @@ TEST_F(HiveSharingTest, ALockedMachineHiveIsNoReasonForTheOverlay) {
     EXPECT_FALSE(Exists(paths_.overlay));
 }
 
-TEST_F(HiveSharingTest, ALockThatIsGivenBackIsWaitedFor) {
+TEST_F(HivesSharingTest, ALockThatIsGivenBackIsWaitedFor) {
     Hives hives = NewHives();
     Set(hives, HKEY_CURRENT_USER, "K", "v", "before");
     UniqueFd held = Lock(paths_.user);
@@ -100,7 +100,7 @@ TEST_F(HiveSharingTest, ALockThatIsGivenBackIsWaitedFor) {
     EXPECT_EQ("after", Get(hives, HKEY_CURRENT_USER, "K", "v"));
 }
 
-TEST_F(HiveSharingTest, ALockFileThatWasRemovedLocksNobodyOut) {
+TEST_F(HivesSharingTest, ALockFileThatWasRemovedLocksNobodyOut) {
     Hives hives = NewHives();
     Set(hives, HKEY_CURRENT_USER, "K", "v", "before");
     const UniqueFd held = Lock(paths_.user);

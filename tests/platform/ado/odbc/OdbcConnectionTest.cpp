@@ -58,7 +58,7 @@ TEST_P(HostileTest, OpenEndsWithAPlainError) {
 INSTANTIATE_TEST_SUITE_P(Servers, HostileTest, testing::ValuesIn(HostileServers),
                          [](const auto& test) { return std::string(test.param.name); });
 
-TEST(Connect, WrongPasswordSaysSo) {
+TEST(OdbcConnection, WrongPasswordSaysSo) {
     const FakeServer server(Manners::RefusesLogin);
     const DataError error = OpenError(server.ConnectionString());
     EXPECT_EQ(error.Number(), AuthenticationFailed);
@@ -67,7 +67,7 @@ TEST(Connect, WrongPasswordSaysSo) {
     EXPECT_EQ(error.NativeError(), 18456);
 }
 
-TEST(Connect, UnknownDatabaseIsToldBeforeTheLogin) {
+TEST(OdbcConnection, UnknownDatabaseIsToldBeforeTheLogin) {
     const FakeServer server(Manners::WrongDatabase);
     const DataError error =
         OpenError(server.ConnectionString(QStringLiteral("Initial Catalog=nosuch")));
@@ -78,7 +78,7 @@ TEST(Connect, UnknownDatabaseIsToldBeforeTheLogin) {
     EXPECT_EQ(error.NativeError(), 4060);
 }
 
-TEST(Connect, NothingListening) {
+TEST(OdbcConnection, NothingListening) {
     int port = 0;
     {
         const FakeServer server(Manners::Good);
@@ -93,7 +93,7 @@ TEST(Connect, NothingListening) {
         << qPrintable(error.Description());
 }
 
-TEST(Connect, UnknownHost) {
+TEST(OdbcConnection, UnknownHost) {
     const DataError error = OpenError(
         QStringLiteral("Provider=sqloledb;Data Source=no-such-host.invalid;User Id=a;Password=b"));
     EXPECT_TRUE(error.Description().startsWith(
@@ -101,21 +101,21 @@ TEST(Connect, UnknownHost) {
         << qPrintable(error.Description());
 }
 
-TEST(Connect, DriverThatIsNotInstalled) {
+TEST(OdbcConnection, DriverThatIsNotInstalled) {
     const DataError error = OpenError(QStringLiteral("Driver={No Such Driver};Server=h;"));
     EXPECT_TRUE(error.Description().startsWith(
         QStringLiteral("The ODBC driver \"No Such Driver\" is not installed")))
         << qPrintable(error.Description());
 }
 
-TEST(Connect, UnknownProvider) {
+TEST(OdbcConnection, UnknownProvider) {
     const DataError error = OpenError(QStringLiteral("Provider=MSDAORA.1;Data Source=x"));
     EXPECT_EQ(error.Number(), -2146824582);
     EXPECT_EQ(error.Description(),
               QStringLiteral("Provider cannot be found. It may not be properly installed."));
 }
 
-TEST(Connect, WindowsAccountWithoutATicketSaysWhatToCheck) {
+TEST(OdbcConnection, WindowsAccountWithoutATicketSaysWhatToCheck) {
     const FakeServer server(Manners::Good);
     const DataError error = OpenError(
         QStringLiteral("Provider=sqloledb;Data Source=127.0.0.1,%1;Integrated Security=SSPI")
@@ -124,7 +124,7 @@ TEST(Connect, WindowsAccountWithoutATicketSaysWhatToCheck) {
         << qPrintable(error.Description());
 }
 
-TEST(Connect, LoginCarriesTheStringsValues) {
+TEST(OdbcConnection, LoginCarriesTheStringsValues) {
     const FakeServer server(Manners::Good);
     const auto connection =
         Open(server, QStringLiteral("Initial Catalog=Größe;Application Name=my app"));
@@ -132,14 +132,14 @@ TEST(Connect, LoginCarriesTheStringsValues) {
     EXPECT_EQ(connection->State(), ado::adStateOpen);
 }
 
-TEST(Connect, ArgumentsStandInForTheStringsAccount) {
+TEST(OdbcConnection, ArgumentsStandInForTheStringsAccount) {
     const FakeServer server(Manners::Good);
     NewConnection()->Open(server.ConnectionString(), QStringLiteral("other"),
                           QStringLiteral("pass"));
     EXPECT_EQ(server.Login().mid(0, 2), QStringList({"other", "pass"}));
 }
 
-TEST(Connect, DriverInTheStringReachesTheServer) {
+TEST(OdbcConnection, DriverInTheStringReachesTheServer) {
     const FakeServer server(Manners::Good);
     NewConnection()->Open(
         QStringLiteral("Driver={FreeTDS};Data Source=127.0.0.1;Port=%1;User=u;Password=p;")
@@ -148,7 +148,7 @@ TEST(Connect, DriverInTheStringReachesTheServer) {
 }
 
 // Every value arrives as written, or is refused before anything is sent.
-TEST(Connect, ValuesArriveWhole) {
+TEST(OdbcConnection, ValuesArriveWhole) {
     const QStringList passwords{QStringLiteral("a;b"),
                                 QStringLiteral("x;Database=evil"),
                                 QStringLiteral("a}b"),
@@ -176,7 +176,7 @@ TEST(Connect, ValuesArriveWhole) {
     }
 }
 
-TEST(Connect, ConnectionStringIsFixedWhileOpen) {
+TEST(OdbcConnection, ConnectionStringIsFixedWhileOpen) {
     const FakeServer server(Manners::Good);
     const auto connection = Open(server);
     EXPECT_EQ(ErrorOf([&] { connection->SetConnectionString({}); }).Number(), -2146824583);
@@ -187,7 +187,7 @@ TEST(Connect, ConnectionStringIsFixedWhileOpen) {
     EXPECT_EQ(connection->State(), ado::adStateOpen);
 }
 
-TEST(Connect, ClosedConnectionRefusesCommands) {
+TEST(OdbcConnection, ClosedConnectionRefusesCommands) {
     const auto connection = NewConnection();
     EXPECT_EQ(ErrorOf([&] { connection->Execute("select 1"); }).Number(), -2146824584);
     EXPECT_EQ(ErrorOf([&] { connection->OpenSchema(ado::Schema::Tables); }).Number(), -2146824584);

@@ -1,11 +1,11 @@
-// UniqueFd: a file descriptor that closes itself.
+// UniqueFd: a file descriptor or socket of the system that closes itself.
 #pragma once
 
 #include <unistd.h>
 
 #include <utility>
 
-namespace quarv::registry {
+namespace quarv {
 
 class UniqueFd {
   public:
@@ -28,4 +28,4 @@ class UniqueFd {
     int fd_ = -1;
 };
 
-}  // namespace quarv::registry
+}  // namespace quarv

@@ -1,6 +1,8 @@
-#include "base/DataError.h"
 #include "base/RuntimeError.h"
-#include "support/Raised.h"
+
+#include <gtest/gtest.h>
+
+#include "support/TextPrinter.h"
 
 namespace quarv {
 
@@ -14,6 +16,11 @@ TEST(RuntimeError, CarriesNumberAndText) {
 TEST(RuntimeError, AppendsDetail) {
     EXPECT_EQ(RuntimeError(RuntimeError::NoSuchMember, "Colour").Description(),
               u"No such property or method: Colour");
+}
+
+TEST(RuntimeError, SaysThatAKeyIsNotUnique) {
+    EXPECT_EQ(RuntimeError(RuntimeError::KeyNotUnique, "_tbl_Orders").Description(),
+              u"Key is not unique in collection: _tbl_Orders");
 }
 
 TEST(RuntimeError, KnowsEachNumber) {
@@ -31,15 +38,6 @@ TEST(RuntimeError, KnowsEachNumber) {
         EXPECT_EQ(error.Number(), number);
         EXPECT_NE(error.Description(), u"Unknown error") << number;
     }
-}
-
-TEST(DataError, CarriesWhatTheServerSaid) {
-    const DataError error(-2147217900, "Incorrect syntax near 'x'.", "42000", 102, 3);
-    EXPECT_EQ(error.Number(), -2147217900);
-    EXPECT_EQ(error.Description(), u"Incorrect syntax near 'x'.");
-    EXPECT_EQ(error.SqlState(), u"42000");
-    EXPECT_EQ(error.NativeError(), 102);
-    EXPECT_EQ(error.Line(), 3);
 }
 
 }  // namespace quarv

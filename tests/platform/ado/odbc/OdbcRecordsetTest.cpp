@@ -28,7 +28,7 @@ qint64 N(const ado::RecordsetPtr& rows) {
 
 }  // namespace
 
-TEST(Results, FirstRowIsCurrentAfterExecute) {
+TEST(OdbcRecordset, FirstRowIsCurrentAfterExecute) {
     const FakeServer server(Numbers(7, 9));
     const auto connection = Open(server);
     const auto rows = connection->Execute(Sql);
@@ -44,7 +44,7 @@ TEST(Results, FirstRowIsCurrentAfterExecute) {
     EXPECT_EQ(ErrorOf([&] { N(rows); }).Number(), -2146825267);
 }
 
-TEST(Results, FieldsAreFoundInAnyLetterCase) {
+TEST(OdbcRecordset, FieldsAreFoundInAnyLetterCase) {
     const FakeServer server(Numbers(1, 1));
     const auto connection = Open(server);
     const auto rows = connection->Execute(Sql);
@@ -56,7 +56,7 @@ TEST(Results, FieldsAreFoundInAnyLetterCase) {
     EXPECT_EQ(ErrorOf([&] { rows->Fields()[-1]; }).Number(), -2146825023);
 }
 
-TEST(Results, RowsOnlyStepOverAreNotMissed) {
+TEST(OdbcRecordset, RowsOnlyStepOverAreNotMissed) {
     const FakeServer server(Numbers(1, 5));
     const auto connection = Open(server);
     const auto rows = connection->Execute(Sql);
@@ -64,7 +64,7 @@ TEST(Results, RowsOnlyStepOverAreNotMissed) {
     EXPECT_EQ((*rows)["name"].Text(), QStringLiteral("row 5"));
 }
 
-TEST(Results, ColumnFirstReadInALaterRowIsRight) {
+TEST(OdbcRecordset, ColumnFirstReadInALaterRowIsRight) {
     const FakeServer server(Numbers(1, 4));
     const auto connection = Open(server);
     const auto rows = connection->Execute(Sql);
@@ -77,7 +77,7 @@ TEST(Results, ColumnFirstReadInALaterRowIsRight) {
     EXPECT_EQ(N(rows), 3);
 }
 
-TEST(Results, NoRowsGiveAnOpenRecordSetAtItsEnd) {
+TEST(OdbcRecordset, NoRowsGiveAnOpenRecordSetAtItsEnd) {
     const FakeServer server(FakeTds().Columns({C::Int("n")}).Done(0));
     const auto connection = Open(server);
     const auto rows = connection->Execute(Sql);
@@ -86,7 +86,7 @@ TEST(Results, NoRowsGiveAnOpenRecordSetAtItsEnd) {
     EXPECT_EQ(rows->NextRecordset(), nullptr);
 }
 
-TEST(Results, StatementWithoutRowsGivesAClosedRecordSet) {
+TEST(OdbcRecordset, StatementWithoutRowsGivesAClosedRecordSet) {
     for (const FakeTds& answer :
          {FakeTds().Done(), FakeTds().Done(3), FakeTds().Info(0, "hello").Done()}) {
         const FakeServer server(answer);
@@ -101,7 +101,7 @@ TEST(Results, StatementWithoutRowsGivesAClosedRecordSet) {
     }
 }
 
-TEST(Results, EmptyTextSendsNothing) {
+TEST(OdbcRecordset, EmptyTextSendsNothing) {
     FakeServer server(FakeTds().Done());
     const auto connection = Open(server);
     const auto closed = connection->Execute(QString());
@@ -110,7 +110,7 @@ TEST(Results, EmptyTextSendsNothing) {
     EXPECT_EQ(server.Statements(), QStringList());
 }
 
-TEST(Results, StatementsAreSentLetterForLetter) {
+TEST(OdbcRecordset, StatementsAreSentLetterForLetter) {
     FakeServer server(FakeTds().Done());
     const auto connection = Open(server);
     const QStringList texts{QStringLiteral("select N'é😀', 'it''s'"), QStringLiteral(" "),
@@ -120,7 +120,7 @@ TEST(Results, StatementsAreSentLetterForLetter) {
     EXPECT_EQ(server.Statements(), texts);
 }
 
-TEST(Results, QuestionMarkOutsideQuotesIsASyntaxError) {
+TEST(OdbcRecordset, QuestionMarkOutsideQuotesIsASyntaxError) {
     FakeServer server(FakeTds().Done());
     const auto connection = Open(server);
     const DataError error = ErrorOf([&] { connection->Execute(QStringLiteral("select ?")); });
@@ -128,7 +128,7 @@ TEST(Results, QuestionMarkOutsideQuotesIsASyntaxError) {
     EXPECT_EQ(error.Description(), QStringLiteral("Incorrect syntax near '?'."));
 }
 
-TEST(Results, NextRecordsetWalksRowsCountsAndRows) {
+TEST(OdbcRecordset, NextRecordsetWalksRowsCountsAndRows) {
     FakeTds answer;
     Numbers(answer, 1, 2, true).Done(5, true);
     Numbers(answer, 10, 10);
@@ -148,7 +148,7 @@ TEST(Results, NextRecordsetWalksRowsCountsAndRows) {
     EXPECT_EQ(second->NextRecordset(), nullptr);
 }
 
-TEST(Results, ErrorOfTheFirstStatementIsRaisedWithItsNumberAndLine) {
+TEST(OdbcRecordset, ErrorOfTheFirstStatementIsRaisedWithItsNumberAndLine) {
     const FakeServer server(
         FakeTds().Error(208, QStringLiteral("Invalid object name 'nosuch'."), 3).DoneError());
     const auto connection = Open(server);
@@ -160,14 +160,14 @@ TEST(Results, ErrorOfTheFirstStatementIsRaisedWithItsNumberAndLine) {
     EXPECT_EQ(error.Line(), 3);
 }
 
-TEST(Results, MessageThatBeginsWithABracketKeepsIt) {
+TEST(OdbcRecordset, MessageThatBeginsWithABracketKeepsIt) {
     const FakeServer server(FakeTds().Error(50000, QStringLiteral("[a][b] is wrong")).DoneError());
     const auto connection = Open(server);
     EXPECT_EQ(ErrorOf([&] { connection->Execute(Sql); }).Description(),
               QStringLiteral("[a][b] is wrong"));
 }
 
-TEST(Results, NotesBesideAnErrorDoNotHideIt) {
+TEST(OdbcRecordset, NotesBesideAnErrorDoNotHideIt) {
     const FakeServer server(FakeTds()
                                 .Error(2627, QStringLiteral("Violation of key."), 1, 14)
                                 .Info(3621, QStringLiteral("The statement has been terminated."))
@@ -178,7 +178,7 @@ TEST(Results, NotesBesideAnErrorDoNotHideIt) {
     EXPECT_EQ(error.Description(), QStringLiteral("Violation of key."));
 }
 
-TEST(Results, ErrorBehindRowsComesAfterTheRows) {
+TEST(OdbcRecordset, ErrorBehindRowsComesAfterTheRows) {
     FakeTds answer;
     answer.Columns({C::Int("n")}).Row({Le(1, 4)});
     answer.Error(8134, QStringLiteral("Divide by zero error encountered.")).DoneError();
@@ -193,7 +193,7 @@ TEST(Results, ErrorBehindRowsComesAfterTheRows) {
     EXPECT_EQ(rows->NextRecordset(), nullptr);
 }
 
-TEST(Results, ErrorOfALaterStatementIsRaisedOnceAndPassed) {
+TEST(OdbcRecordset, ErrorOfALaterStatementIsRaisedOnceAndPassed) {
     FakeTds answer;
     Numbers(answer, 1, 1, true)
         .Error(8134, QStringLiteral("Divide by zero error encountered."))
@@ -209,7 +209,7 @@ TEST(Results, ErrorOfALaterStatementIsRaisedOnceAndPassed) {
     EXPECT_EQ(second->NextRecordset(), nullptr);
 }
 
-TEST(Results, LostConnectionEndsTheWalk) {
+TEST(OdbcRecordset, LostConnectionEndsTheWalk) {
     FakeTds answer;
     Numbers(answer, 1, 2, true).Raw(FakeServer::ThenClose);
     const FakeServer server(answer);
@@ -232,13 +232,13 @@ TEST(Results, LostConnectionEndsTheWalk) {
     EXPECT_EQ(ErrorOf([&] { connection->Execute(Sql); }).Number(), -2147467259);
 }
 
-TEST(Results, ServerThatDiesBeforeItAnswersIsAnError) {
+TEST(OdbcRecordset, ServerThatDiesBeforeItAnswersIsAnError) {
     const FakeServer server(FakeTds().Raw(FakeServer::ThenClose));
     const auto connection = Open(server);
     EXPECT_EQ(ErrorOf([&] { connection->Execute(Sql); }).SqlState(), QStringLiteral("08S01"));
 }
 
-TEST(Results, LastWordsOfAServerThatEndsTheSessionAreShown) {
+TEST(OdbcRecordset, LastWordsOfAServerThatEndsTheSessionAreShown) {
     const FakeServer server(FakeTds()
                                 .Error(596, QStringLiteral("The session was ended."), 1, 21)
                                 .DoneError(true)
@@ -248,7 +248,7 @@ TEST(Results, LastWordsOfAServerThatEndsTheSessionAreShown) {
               QStringLiteral("The session was ended."));
 }
 
-TEST(Results, SilentServerRunsIntoTheCommandTimeout) {
+TEST(OdbcRecordset, SilentServerRunsIntoTheCommandTimeout) {
     const FakeServer server(FakeTds().Raw(FakeServer::ThenSilence));
     const auto connection = Open(server);
     connection->SetCommandTimeout(1);
@@ -257,7 +257,7 @@ TEST(Results, SilentServerRunsIntoTheCommandTimeout) {
     EXPECT_EQ(error.SqlState(), QStringLiteral("HYT00"));
 }
 
-TEST(Results, RecordSetOutlivesItsConnectionObject) {
+TEST(OdbcRecordset, RecordSetOutlivesItsConnectionObject) {
     const FakeServer server(Numbers(1, 3));
     auto connection = Open(server);
     const auto rows = connection->Execute(Sql);
@@ -267,7 +267,7 @@ TEST(Results, RecordSetOutlivesItsConnectionObject) {
     EXPECT_EQ(N(rows), 2);
 }
 
-TEST(Results, ClosingTheConnectionEndsItsRecordSets) {
+TEST(OdbcRecordset, ClosingTheConnectionEndsItsRecordSets) {
     const FakeServer server(Numbers(1, 3));
     const auto connection = Open(server);
     const auto rows = connection->Execute(Sql);

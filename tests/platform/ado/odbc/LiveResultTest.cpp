@@ -74,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, LongTextTest,
                          testing::Values(0, 1, 4000, 8190, 8191, 8192, 8193, 16382, 16383, 16384,
                                          16385, 24573, 100000, 1000003));
 
-TEST(LongValues, ShortAndLongOnesAlternateRowByRow) {
+TEST(LiveResult, ShortAndLongOnesAlternateRowByRow) {
     const QString longText = MixedText(50000);
     FakeTds answer;
     answer.Columns({C::NVarCharMax("v"), C::Int("n")});

@@ -27,9 +27,9 @@ bool HasMountsOfItsOwn() {
            tell("/proc/self/gid_map", group);
 }
 
-class HiveFaultTest : public RegistryHome {
+class HivesFaultTest : public RegistryHome {
   protected:
-    HiveFaultTest() {
+    HivesFaultTest() {
         Hives hives = NewHives();
         Set(hives, HKEY_CURRENT_USER, "K", "kept", "as it was");
     }
@@ -43,7 +43,7 @@ class HiveFaultTest : public RegistryHome {
     QByteArray Folder() const { return paths_.user.first(paths_.user.lastIndexOf('/')); }
 };
 
-TEST_F(HiveFaultTest, AFileThatMayNotGrowKeepsTheOldHive) {
+TEST_F(HivesFaultTest, AFileThatMayNotGrowKeepsTheOldHive) {
     const QByteArray before = FileBytes(paths_.user);
     EXPECT_EQ(
         0, RunInChild([&] {
@@ -62,7 +62,7 @@ TEST_F(HiveFaultTest, AFileThatMayNotGrowKeepsTheOldHive) {
     EXPECT_FALSE(Exists(paths_.user + ".new"));
 }
 
-TEST_F(HiveFaultTest, AFullDiskKeepsTheOldHive) {
+TEST_F(HivesFaultTest, AFullDiskKeepsTheOldHive) {
     const int status = RunInChild([&] {
         if (!HasMountsOfItsOwn()) return Skipped;
         ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
@@ -80,7 +80,7 @@ TEST_F(HiveFaultTest, AFullDiskKeepsTheOldHive) {
     EXPECT_EQ(0, status);
 }
 
-TEST_F(HiveFaultTest, AWriterKilledInMidWriteLeavesTheOldHive) {
+TEST_F(HivesFaultTest, AWriterKilledInMidWriteLeavesTheOldHive) {
     const pid_t child = StartChild([&] {
         const rlimit limit{.rlim_cur = 200, .rlim_max = 200};
         ::setrlimit(RLIMIT_FSIZE, &limit);  // its signal kills the child within the write
@@ -100,7 +100,7 @@ TEST_F(HiveFaultTest, AWriterKilledInMidWriteLeavesTheOldHive) {
     EXPECT_EQ("as it was", Get(hives, HKEY_CURRENT_USER, "K", "kept"));
 }
 
-TEST_F(HiveFaultTest, AnUnreadableHiveIsNeitherReadNorReplaced) {
+TEST_F(HivesFaultTest, AnUnreadableHiveIsNeitherReadNorReplaced) {
     const QByteArray before = FileBytes(paths_.user);
     for (const QByteArray& path : {Folder(), paths_.user, paths_.user + ".lock"})
         GiveToOrdinaryUser(path);
@@ -117,7 +117,7 @@ TEST_F(HiveFaultTest, AnUnreadableHiveIsNeitherReadNorReplaced) {
     EXPECT_EQ(before, FileBytes(paths_.user));
 }
 
-TEST_F(HiveFaultTest, AReadOnlyHiveIsReadAndNotReplaced) {
+TEST_F(HivesFaultTest, AReadOnlyHiveIsReadAndNotReplaced) {
     const QByteArray before = FileBytes(paths_.user);
     for (const QByteArray& path : {Folder(), paths_.user, paths_.user + ".lock"})
         GiveToOrdinaryUser(path);
@@ -132,7 +132,7 @@ TEST_F(HiveFaultTest, AReadOnlyHiveIsReadAndNotReplaced) {
     EXPECT_EQ(before, FileBytes(paths_.user));
 }
 
-TEST_F(HiveFaultTest, AHomeThatCannotBeMadeRefusesWritesAndReadsNothing) {
+TEST_F(HivesFaultTest, AHomeThatCannotBeMadeRefusesWritesAndReadsNothing) {
     paths_.user = paths_.user + "/below/a/file/user.hive";
     Hives hives = NewHives();
     EXPECT_EQ("(code 2)", Get(hives, HKEY_CURRENT_USER, "K", "v"));
