@@ -95,9 +95,12 @@ int SkipMessage(int fd) {
     for (;;) {
         unsigned char header[HeaderSize];
         if (recv(fd, header, sizeof header, MSG_WAITALL) != HeaderSize) return 0;
-        QByteArray body((header[2] << 8 | header[3]) - HeaderSize, 0);
-        if (recv(fd, body.data(), static_cast<std::size_t>(body.size()), MSG_WAITALL) !=
-            body.size())
+        const int rest = (header[2] << 8 | header[3]) - HeaderSize;
+        if (rest < 0) return 0;
+        QByteArray body(rest, 0);
+        // Reading nothing would wait for the next message.
+        if (rest > 0 && recv(fd, body.data(), static_cast<std::size_t>(body.size()), MSG_WAITALL) !=
+                            body.size())
             return 0;
         if (header[1] & 1) return header[0];
     }

@@ -16,32 +16,31 @@ constexpr std::size_t FirstSize = 64;
 // Room for the longest names that a server allows; longer keys go to the heap.
 using FoldedKey = QVarLengthArray<char16_t, 160>;
 
-bool IsAscii(QStringView text) {
-    char16_t all = 0;
-    for (const QChar c : text) all |= c.unicode();
-    return all < 0x80;
+// Any character, and a pair of them that stands for one; `at` moves behind what was read.
+void FoldNext(QStringView text, qsizetype& at, char16_t* out) {
+    const QChar c = text[at];
+    if (c.isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate()) {
+        const char32_t folded = QChar::toCaseFolded(QChar::surrogateToUcs4(c, text[at + 1]));
+        out[at] = QChar::highSurrogate(folded);
+        out[at + 1] = QChar::lowSurrogate(folded);
+        at += 2;
+    } else {
+        out[at++] = c.toCaseFolded().unicode() | 0x20U;
+    }
 }
 
 // One case for all, ASCII by one bit, which also takes a few other characters together.
 void AppendFolded(QStringView text, FoldedKey& folded) {
-    const qsizetype at = folded.size();
-    folded.resize(at + text.size());
-    char16_t* const out = folded.data() + at;
-    if (IsAscii(text)) {
-        for (qsizetype i = 0; i < text.size(); ++i) out[i] = text[i].unicode() | 0x20U;
-        return;
-    }
+    const qsizetype before = folded.size();
+    folded.append(text.utf16(), text.size());
+    char16_t* const out = folded.data() + before;
+    char16_t all = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const bool pair =
-            text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
-        if (pair) {
-            const char32_t c = QChar::toCaseFolded(QChar::surrogateToUcs4(text[i], text[i + 1]));
-            out[i] = QChar::highSurrogate(c);
-            out[++i] = QChar::lowSurrogate(c);
-        } else {
-            out[i] = text[i].toCaseFolded().unicode() | 0x20U;
-        }
+        all |= out[i];
+        out[i] |= 0x20U;
     }
+    if (all < 0x80) return;
+    for (qsizetype at = 0; at < text.size();) FoldNext(text, at, out);
 }
 
 // Drawn once a run, so that a server cannot choose names that all land in one place.

@@ -88,15 +88,13 @@ quarv::Value OdbcRecordset::OdbcField::Value() const {
     if (column_.kind != CellKind::Text) return ToValue(column_, cell);
     if (IsLast(cell)) return last_;
     quarv::Value value = ToValue(column_, cell);
-    if (cell.length <= KeptBytes) last_ = value;
+    if (!cell.IsNull() && cell.length <= KeptBytes) last_ = value.Text();
     return value;
 }
 
 bool OdbcRecordset::OdbcField::IsLast(const Cell& cell) const {
-    if (cell.data == nullptr || last_.kind() != quarv::Value::Kind::Text) return false;
-    const QString& text = last_.Text();
-    return cell.length == text.size() * 2 &&
-           std::memcmp(cell.data, text.constData(), static_cast<std::size_t>(cell.length)) == 0;
+    return !cell.IsNull() && !last_.isNull() && cell.length == last_.size() * 2 &&
+           std::memcmp(cell.data, last_.constData(), static_cast<std::size_t>(cell.length)) == 0;
 }
 
 }  // namespace quarv::ado::odbc

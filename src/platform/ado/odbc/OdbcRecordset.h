@@ -39,8 +39,9 @@ class OdbcRecordset : public Recordset, private ado::Fields {
         const OdbcRecordset& owner_;
         Column column_;
         std::size_t index_;
-        // A short text stays, for the next row often has the same: a type, a schema, a state.
-        mutable quarv::Value last_;
+        // A short text stays, for the next row often has the same: a type, a schema, a state. Null
+        // where none was read.
+        mutable QString last_;
     };
 
     int Count() const override;

@@ -53,9 +53,9 @@ Layout LayoutOf(Schema schema) {
 }
 
 bool IsText(const Cell& cell, QStringView word) {
-    return cell.length == word.size() * 2 &&
-           QStringView(reinterpret_cast<const char16_t*>(cell.data), word.size())
-                   .compare(word, Qt::CaseInsensitive) == 0;
+    if (cell.length != word.size() * 2) return false;
+    const QStringView text(reinterpret_cast<const char16_t*>(cell.data), word.size());
+    return text == word || text.compare(word, Qt::CaseInsensitive) == 0;
 }
 
 }  // namespace
