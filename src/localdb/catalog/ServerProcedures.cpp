@@ -54,8 +54,9 @@ constexpr std::array<Attribute, 29> Attributes = {{
 
 QString ValueOf(const Attribute& attribute) {
     if (attribute.value) return QString::fromUtf16(attribute.value);
-    const bool whole = attribute.id == 2;
-    return whole ? engine::Server::VersionText() : engine::Server::ProductVersion();
+    // Shorter than @@VERSION, as clients show it beside the server's name.
+    const QString product = attribute.id == 2 ? QStringLiteral("SQL Server 2022 - ") : QString();
+    return product + engine::Server::ProductVersion();
 }
 
 int ServerInfo(SystemCall& call) {
