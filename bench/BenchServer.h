@@ -15,6 +15,8 @@ class BenchServer {
     ~BenchServer();
 
     int Port() const { return port_; }
+    // Where it keeps its databases' files.
+    QString DataFolder() const { return folder_.filePath(QStringLiteral("data")); }
 
   private:
     QTemporaryDir folder_;

@@ -4,9 +4,6 @@
 // was shown and what it loads meanwhile was loaded; the bare one comes after another empty window.
 // The server is ours, started by hand on a folder of its own; its time is in both elapsed times and
 // in neither CPU time.
-#include <sql.h>
-#include <sqlext.h>
-
 #include <QApplication>
 #include <QPaintEvent>
 #include <QProcess>
@@ -19,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "BareConnection.h"
 #include "BenchServer.h"
 #include "Ratio.h"
 #include "app/DatabaseView.h"
@@ -30,6 +28,8 @@
 
 namespace {
 
+using quarv::bench::BareConnection;
+using quarv::bench::BareString;
 using quarv::bench::BenchServer;
 using quarv::bench::Cost;
 using quarv::bench::Measure;
@@ -66,89 +66,6 @@ class PaintWatch : public QObject {
     throw std::runtime_error(what);
 }
 
-void Check(SQLRETURN code, const char* what) {
-    if (!SQL_SUCCEEDED(code)) Fail(std::string(what) + " failed");
-}
-
-struct Cell {
-    std::array<SQLWCHAR, 256> text;
-    SQLLEN length;
-};
-
-// One bare ODBC connection.
-class BareConnection {
-  public:
-    explicit BareConnection(const QByteArray& text) {
-        Check(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_), "SQLAllocHandle");
-        Check(SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION,
-                            reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0),
-              "SQLSetEnvAttr");
-        Check(SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_), "SQLAllocHandle");
-        QByteArray string = text;
-        Check(SQLDriverConnect(connection_, nullptr, reinterpret_cast<SQLCHAR*>(string.data()),
-                               SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT),
-              "SQLDriverConnect");
-    }
-    ~BareConnection() {
-        SQLDisconnect(connection_);
-        SQLFreeHandle(SQL_HANDLE_DBC, connection_);
-        SQLFreeHandle(SQL_HANDLE_ENV, environment_);
-    }
-    BareConnection(const BareConnection&) = delete;
-    BareConnection& operator=(const BareConnection&) = delete;
-
-    void Execute(const QByteArray& sql) {
-        QByteArray text = sql;
-        WithStatement([&text](SQLHSTMT statement) {
-            SQLRETURN code =
-                SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
-            // "No data" is a statement that touched no row.
-            while (SQL_SUCCEEDED(code)) code = SQLMoreResults(statement);
-            if (code == SQL_NO_DATA) return;
-            SQLCHAR state[6];
-            SQLCHAR message[512] = "the server refused a statement";
-            SQLGetDiagRec(SQL_HANDLE_STMT, statement, 1, state, nullptr, message, sizeof message,
-                          nullptr);
-            Fail(reinterpret_cast<const char*>(message));
-        });
-    }
-
-    // Fetches every row of a catalogue call, all its columns bound; the number of rows.
-    int Count(const std::function<SQLRETURN(SQLHSTMT)>& catalogueCall) {
-        int rows = 0;
-        WithStatement([&](SQLHSTMT statement) {
-            Check(catalogueCall(statement), "the catalogue call");
-            SQLSMALLINT columns = 0;
-            Check(SQLNumResultCols(statement, &columns), "SQLNumResultCols");
-            std::vector<Cell> cells(static_cast<std::size_t>(columns));
-            for (SQLSMALLINT i = 0; i < columns; ++i) {
-                Cell& cell = cells[static_cast<std::size_t>(i)];
-                Check(SQLBindCol(statement, static_cast<SQLUSMALLINT>(i + 1), SQL_C_WCHAR,
-                                 cell.text.data(), sizeof cell.text, &cell.length),
-                      "SQLBindCol");
-            }
-            while (SQL_SUCCEEDED(SQLFetch(statement))) ++rows;
-        });
-        return rows;
-    }
-
-  private:
-    void WithStatement(const std::function<void(SQLHSTMT)>& use) {
-        SQLHSTMT statement = nullptr;
-        Check(SQLAllocHandle(SQL_HANDLE_STMT, connection_, &statement), "SQLAllocHandle");
-        use(statement);
-        SQLFreeHandle(SQL_HANDLE_STMT, statement);
-    }
-
-    SQLHENV environment_ = nullptr;
-    SQLHDBC connection_ = nullptr;
-};
-
-QByteArray BareString(int port) {
-    return "Driver={FreeTDS};Server=127.0.0.1;Port=" + QByteArray::number(port) +
-           ";UID=bench;PWD=bench;Database=mirel;TDS_Version=7.4;ClientCharset=UTF-8;";
-}
-
 QString OurString(int port) {
     return QStringLiteral(
                "Provider=sqloledb;Data Source=127.0.0.1,%1;Initial Catalog=mirel;"
@@ -157,7 +74,7 @@ QString OurString(int port) {
 }
 
 void Fill(int port) {
-    BareConnection connection(BareString(port));
+    BareConnection connection(BareString(port, "mirel"));
     for (int i = 0; i < Tables;) {
         QByteArray batch;
         for (int end = i + 200; i < end; ++i)
@@ -198,7 +115,7 @@ Cost OpenBare(int port) {
     std::unique_ptr<BareConnection> connection;
     std::unique_ptr<QWidget> window;
     return Measure([&] {
-        connection = std::make_unique<BareConnection>(BareString(port));
+        connection = std::make_unique<BareConnection>(BareString(port, "mirel"));
         const int tables = connection->Count([](SQLHSTMT s) {
             return SQLTables(s, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0);
         });

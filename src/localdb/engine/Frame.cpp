@@ -21,11 +21,17 @@ Frame::Frame(SessionState& session, QString procedure, int64_t procedureId)
 }
 
 void Frame::BeginStatement() {
-    const Moment now = Moment::Now();
-    now_ = now.Store(TypeKind::DateTime).value_or(0);
-    const int offset = QDateTime::currentDateTime().offsetFromUtc();
-    utcNow_ = now_ - int64_t{offset} * 300;
+    clock_.reset();
     texts_.Reset();
+}
+
+const Frame::Clock& Frame::TimeOfStatement() const {
+    if (!clock_) {
+        const int64_t now = Moment::Now().Store(TypeKind::DateTime).value_or(0);
+        const int offset = QDateTime::currentDateTime().offsetFromUtc();
+        clock_ = Clock{now, now - int64_t{offset} * 300};
+    }
+    return *clock_;
 }
 
 BindContext Frame::NewContext() {
@@ -123,9 +129,9 @@ SqlValue Frame::Ask(SystemValue what) const {
         case SystemValue::ProcId:
             return SqlValue::Integer(procedureId_);
         case SystemValue::Now:
-            return SqlValue::Integer(now_);
+            return SqlValue::Integer(TimeOfStatement().now);
         case SystemValue::UtcNow:
-            return SqlValue::Integer(utcNow_);
+            return SqlValue::Integer(TimeOfStatement().utcNow);
         case SystemValue::Options:
             // ANSI_WARNINGS, ANSI_PADDING, ARITHABORT, QUOTED_IDENTIFIER, ANSI_NULL_DFLT_ON,
             // ANSI_NULLS, CONCAT_NULL_YIELDS_NULL; and NOCOUNT where it is on.

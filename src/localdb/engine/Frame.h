@@ -42,6 +42,14 @@ class Frame : public Environment {
     std::optional<int64_t> scopeIdentity;
 
   private:
+    // The statement's time, as datetime stores it.
+    struct Clock {
+        int64_t now = 0;
+        int64_t utcNow = 0;
+    };
+
+    // Looked at once a statement, when it is asked for: the time zone's rules cost a look at files.
+    const Clock& TimeOfStatement() const;
     SqlValue Keep(const QString& text) const;
     BoundPtr BindAlone(const tsql::Expression& expression);
 
@@ -50,8 +58,7 @@ class Frame : public Environment {
     const int64_t procedureId_;
     std::optional<DatabaseEntry> home_;
     VariableTable variables_;
-    int64_t now_ = 0;
-    int64_t utcNow_ = 0;
+    mutable std::optional<Clock> clock_;
     mutable TextArena texts_;  // what Ask gave out in this statement
 };
 
