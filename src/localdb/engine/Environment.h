@@ -45,6 +45,8 @@ class Environment {
 
     // The value of a declared variable, by its index.
     virtual SqlValue VariableValue(size_t index) const = 0;
+    // Gives a declared variable a value of its type while a statement runs.
+    virtual void AssignVariable(size_t index, const SqlValue& value) const = 0;
     // The same within one statement. The text lives as long as the statement.
     virtual SqlValue Ask(SystemValue what) const = 0;
     // Null where there is no such object or database.

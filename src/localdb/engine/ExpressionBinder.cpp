@@ -154,11 +154,15 @@ BoundPtr ExpressionBinder::BindNegate(const tsql::Negate& negate) {
 BoundPtr ExpressionBinder::BindArithmetic(const tsql::Arithmetic& arithmetic) {
     BoundPtr a = Value(*arithmetic.left);
     BoundPtr b = Value(*arithmetic.right);
+    return Combine(arithmetic.sign, std::move(a), std::move(b));
+}
+
+BoundPtr ExpressionBinder::Combine(char16_t sign, BoundPtr a, BoundPtr b) {
     TakeTypeOf(a, *b);
     TakeTypeOf(b, *a);
     const SqlType typeA = TypeForArithmetic(*a, *b), typeB = TypeForArithmetic(*b, *a);
-    auto node = std::make_unique<BoundArithmetic>(arithmetic.sign);
-    node->type = TypeRules::OfArithmetic(arithmetic.sign, typeA, typeB);
+    auto node = std::make_unique<BoundArithmetic>(sign);
+    node->type = TypeRules::OfArithmetic(sign, typeA, typeB);
     node->nullable = a->nullable || b->nullable;
     if (ClassOf(node->type) == TypeClass::Decimal) {
         // Each side keeps its own scale; the arithmetic brings them together.

@@ -20,6 +20,8 @@ class ExpressionBinder {
 
     // The value as `type`, itself where it has it already. Raises SqlError 206 or 257.
     static BoundPtr Convert(BoundPtr value, const SqlType& type, bool isExplicit = false);
+    // a + b and its like, converted by the rules of arithmetic.
+    static BoundPtr Combine(char16_t sign, BoundPtr a, BoundPtr b);
     // Both as their common type, ready to be compared.
     static void Unify(BoundPtr& a, BoundPtr& b);
 

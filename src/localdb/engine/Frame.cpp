@@ -79,6 +79,10 @@ SqlValue Frame::VariableValue(size_t index) const {
     return variables_.At(index).value.View();
 }
 
+void Frame::AssignVariable(size_t index, const SqlValue& value) const {
+    variables_.Set(index, value);
+}
+
 SqlValue Frame::Keep(const QString& text) const {
     return SqlValue::Text(texts_.Keep(ToUtf8(text)));
 }

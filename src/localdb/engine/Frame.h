@@ -32,6 +32,7 @@ class Frame : public Environment {
     bool Decide(const tsql::Expression& condition);
 
     SqlValue VariableValue(size_t index) const override;
+    void AssignVariable(size_t index, const SqlValue& value) const override;
     SqlValue Ask(SystemValue what) const override;
     SqlValue ObjectId(const QString& name, const QString& type) const override;
     SqlValue ObjectName(int64_t id) const override;
@@ -57,7 +58,7 @@ class Frame : public Environment {
     const QString procedure_;
     const int64_t procedureId_;
     std::optional<DatabaseEntry> home_;
-    VariableTable variables_;
+    mutable VariableTable variables_;  // expressions of an UPDATE assign
     mutable std::optional<Clock> clock_;
     mutable TextArena texts_;  // what Ask gave out in this statement
 };

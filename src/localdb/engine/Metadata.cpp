@@ -244,6 +244,10 @@ void Metadata::SetLastIdentity(int64_t objectId, int64_t last) {
         .Run();
 }
 
+void Metadata::ResetIdentity(int64_t objectId) {
+    Cached("UPDATE $q_identity SET last = NULL WHERE object_id = ?1").Bind(1, objectId).Run();
+}
+
 void Metadata::RemoveIndex(int64_t objectId, int indexId) {
     for (const char* sql : {"DELETE FROM $q_index_columns WHERE object_id = ?1 AND index_id = ?2",
                             "DELETE FROM $q_indexes WHERE object_id = ?1 AND index_id = ?2"}) {

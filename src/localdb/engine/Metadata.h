@@ -35,6 +35,8 @@ class Metadata {
     void AddIdentity(int64_t objectId, const IdentityInfo& identity);
     void AddParameter(int64_t objectId, int number, const ParameterInfo& parameter);
     void SetLastIdentity(int64_t objectId, int64_t last);
+    // The next identity value is the seed again.
+    void ResetIdentity(int64_t objectId);
     void RemoveIndex(int64_t objectId, int indexId);
     // The object, what belongs to it and its constraints; not its storage.
     void RemoveObject(int64_t objectId);

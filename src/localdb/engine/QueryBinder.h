@@ -18,6 +18,11 @@ class QueryBinder {
     // The same, with exactly one column.
     std::unique_ptr<BoundQuery> BindScalar(const tsql::Query& query);
 
+    // FROM, WHERE and TOP alone, `target` in front of the sources where it is not among them.
+    std::unique_ptr<BoundQuery> BindRows(const tsql::Query& query, const tsql::NamedTable* target);
+    // The names of the query that was bound last.
+    const Scope& Names() const { return scope_; }
+
   private:
     void BindFrom(const tsql::Query& query);
     std::unique_ptr<BoundSource> BindSource(const tsql::TableSource& source);

@@ -10,8 +10,6 @@
 #include "localdb/engine/StoredForm.h"
 #include "localdb/engine/TableStorage.h"
 #include "localdb/engine/TypeTable.h"
-#include "localdb/engine/Utf8.h"
-#include "localdb/tsql/BatchParser.h"
 
 namespace quarv::localdb::engine {
 
@@ -22,12 +20,6 @@ bool IsDefaultWord(const tsql::Expression& expression) {
            static_cast<const tsql::Literal&>(expression).literal == tsql::LiteralKind::Default;
 }
 
-// A text column takes the whole text, so that its length can be checked.
-SqlType AssignmentType(const SqlType& from, const SqlType& to) {
-    const bool texts = ClassOf(from) == TypeClass::Text && ClassOf(to) == TypeClass::Text;
-    return texts ? from : to;
-}
-
 }  // namespace
 
 RowInserter::RowInserter(Frame& frame, BindContext& context, Metadata& metadata,
@@ -36,6 +28,7 @@ RowInserter::RowInserter(Frame& frame, BindContext& context, Metadata& metadata,
       context_(context),
       metadata_(metadata),
       table_(table),
+      checker_(metadata, table, QStringLiteral("INSERT")),
       namesGiven_(!columns.empty()),
       defaults_(table.columns.size()),
       given_(table.columns.size(), false) {
@@ -80,22 +73,10 @@ void RowInserter::CheckCount(size_t given, bool fromQuery) const {
     throw SqlError(given < targets_.size() ? 109 : 110);
 }
 
-BoundPtr RowInserter::ConvertTo(BoundPtr value, const ColumnInfo& column) {
-    const SqlType type = AssignmentType(value->type, column.type);
-    return ExpressionBinder::Convert(std::move(value), value->untypedNull ? column.type : type);
-}
-
-BoundPtr RowInserter::BindDefault(const ColumnInfo& column) {
-    if (column.defaultText.isEmpty()) {
-        return std::make_unique<BoundConstant>(SqlValue(), column.type);
-    }
-    const Scope none;
-    ExpressionBinder binder(context_, none);
-    return ConvertTo(binder.Value(*tsql::ParseExpressionText(column.defaultText)), column);
-}
-
 OwnedValue RowInserter::DefaultValue(size_t column) {
-    if (!defaults_[column]) defaults_[column] = BindDefault(table_.columns[column]);
+    if (!defaults_[column]) {
+        defaults_[column] = RowChecker::BindDefault(context_, table_.columns[column]);
+    }
     return frame_.Compute(*defaults_[column]);
 }
 
@@ -109,7 +90,8 @@ void RowInserter::InsertRow(const tsql::ExpressionList& values) {
         for (size_t i = 0; i < values.size(); ++i) {
             if (IsDefaultWord(*values[i])) continue;
             const size_t column = targets_[i];
-            const BoundPtr value = ConvertTo(binder.Value(*values[i]), table_.columns[column]);
+            const BoundPtr value =
+                RowChecker::ConvertTo(binder.Value(*values[i]), table_.columns[column]);
             row[column] = frame_.Compute(*value);
             filled[column] = true;
         }
@@ -128,7 +110,8 @@ void RowInserter::InsertQuery(const tsql::Query& query, ResultSink& sink) {
     if (!bound->assigned.empty()) throw SqlError(102, {QStringLiteral("=")}, query.line);
     CheckCount(bound->items.size(), true);
     for (size_t i = 0; i < bound->items.size(); ++i) {
-        bound->items[i] = ConvertTo(std::move(bound->items[i]), table_.columns[targets_[i]]);
+        bound->items[i] =
+            RowChecker::ConvertTo(std::move(bound->items[i]), table_.columns[targets_[i]]);
     }
     SqlWriter writer(frame_);
     writer.Text("WITH m AS MATERIALIZED (");
@@ -147,40 +130,6 @@ void RowInserter::InsertQuery(const tsql::Query& query, ResultSink& sink) {
         }
         Insert(row);
     }
-}
-
-void RowInserter::CheckLength(const ColumnInfo& column, OwnedValue& value) const {
-    const SqlType& type = column.type;
-    const SqlValue view = value.View();
-    if (type.length == SqlType::Max || view.kind != SqlValue::Kind::Text) return;
-    const auto limit = static_cast<size_t>(type.length);
-    const bool unicode = IsUnicode(type.kind);
-    const auto length = [unicode](std::string_view text) {
-        return unicode ? Utf16Length(text) : text.size();
-    };
-    // Blanks beyond the end are dropped; anything else would be lost.
-    if (length(WithoutTrailingBlanks(view.text)) > limit) {
-        const std::string_view cut =
-            unicode ? TakeUtf16(view.text, limit) : TakeBytes(view.text, limit);
-        throw SqlError(2628, {metadata_.Database().name + u'.' + table_.object.schema + u'.' +
-                                  table_.object.name,
-                              column.name, FromUtf8(cut)});
-    }
-    if (length(view.text) == limit && !IsFixedLength(type.kind)) return;
-    TextArena arena;
-    const SqlType whole = MakeType(TypeKind::NVarChar, SqlType::Max);
-    value = Conversion::Convert(view, whole, type, Conversion::NoStyle, arena);
-}
-
-void RowInserter::Check(const ColumnInfo& column, OwnedValue& value) const {
-    if (value.View().IsNull()) {
-        if (column.nullable) return;
-        throw SqlError(515, {column.name,
-                             metadata_.Database().name + u'.' + table_.object.schema + u'.' +
-                                 table_.object.name,
-                             QStringLiteral("INSERT")});
-    }
-    if (ClassOf(column.type) == TypeClass::Text) CheckLength(column, value);
 }
 
 void RowInserter::TakeIdentity(const OwnedValue& value) {
@@ -207,7 +156,7 @@ void RowInserter::Insert(std::vector<OwnedValue>& row) {
             row[i] = Conversion::Convert(SqlValue::Integer(next), MakeType(TypeKind::BigInt),
                                          column.type, Conversion::NoStyle, arena);
         }
-        Check(column, row[i]);
+        checker_.Check(column, row[i]);
         if (column.identity) TakeIdentity(row[i]);
         insert_.Bind(static_cast<int>(i) + 1, row[i].View(), column.type);
     }
@@ -215,27 +164,9 @@ void RowInserter::Insert(std::vector<OwnedValue>& row) {
         insert_.Run();
     } catch (const DuplicateKey& duplicate) {
         insert_.Reset();
-        RaiseDuplicate(duplicate.text, row);
+        checker_.RaiseDuplicate(duplicate.text, row);
     }
     ++count_;
-}
-
-void RowInserter::RaiseDuplicate(const std::string& text,
-                                 const std::vector<OwnedValue>& row) const {
-    const IndexInfo* index = TableStorage::FindViolated(table_, text);
-    if (!index) throw SqlError(945, {metadata_.Database().name});
-    QStringList values;
-    for (const IndexInfo::Key& key : index->keys) {
-        const ColumnInfo* column = table_.FindColumn(key.columnId);
-        const auto place = static_cast<size_t>(column - table_.columns.data());
-        values += Conversion::ToMessageText(row[place].View(), column->type);
-    }
-    const QString object = table_.object.schema + u'.' + table_.object.name;
-    const QString list = values.join(QStringLiteral(", "));
-    if (index->constraintId == 0) throw SqlError(2601, {object, index->name, list});
-    const QString kind =
-        index->primary ? QStringLiteral("PRIMARY KEY") : QStringLiteral("UNIQUE KEY");
-    throw SqlError(2627, {kind, index->name, object, list});
 }
 
 void RowInserter::Finish() {

@@ -4,6 +4,7 @@
 
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/Frame.h"
+#include "localdb/engine/RowChecker.h"
 #include "localdb/tsql/Query.h"
 
 namespace quarv::localdb::engine {
@@ -26,20 +27,15 @@ class RowInserter {
     void FindColumns(const std::vector<QString>& names);
     void CheckIdentity() const;
     void CheckCount(size_t given, bool fromQuery) const;
-    BoundPtr BindDefault(const ColumnInfo& column);
-    BoundPtr ConvertTo(BoundPtr value, const ColumnInfo& column);
     OwnedValue DefaultValue(size_t column);
     void Insert(std::vector<OwnedValue>& row);
-    void Check(const ColumnInfo& column, OwnedValue& value) const;
-    void CheckLength(const ColumnInfo& column, OwnedValue& value) const;
-    [[noreturn]] void RaiseDuplicate(const std::string& text,
-                                     const std::vector<OwnedValue>& row) const;
     void TakeIdentity(const OwnedValue& value);
 
     Frame& frame_;
     BindContext& context_;
     Metadata& metadata_;
     const TableInfo& table_;
+    const RowChecker checker_;
     const bool namesGiven_;
     std::vector<size_t> targets_;     // the table's columns that values are given for
     std::vector<BoundPtr> defaults_;  // by column; bound when first needed

@@ -22,6 +22,8 @@ struct Source {
     QString name;    // the alias, else the table's name
     QString schema;  // empty behind an alias
     std::vector<SourceColumn> columns;
+    int64_t objectId = 0;  // of a table, else 0
+    std::string storageAlias;
 };
 
 class Scope {

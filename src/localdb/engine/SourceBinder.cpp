@@ -24,6 +24,19 @@ std::unique_ptr<BoundSource> Named(std::string sql, std::string alias) {
 
 }  // namespace
 
+std::unique_ptr<BoundQuery> QueryBinder::BindRows(const tsql::Query& query,
+                                                  const tsql::NamedTable* target) {
+    result_ = std::make_unique<BoundQuery>();
+    if (target) result_->from = BindSource(*target);
+    BindFrom(query);
+    if (query.where) {
+        ExpressionBinder binder(context_, scope_);
+        result_->where = binder.Condition(*query.where);
+    }
+    BindLimits(query);
+    return std::move(result_);
+}
+
 void QueryBinder::BindFrom(const tsql::Query& query) {
     for (const tsql::TableSourcePtr& source : query.from) {
         std::unique_ptr<BoundSource> bound = BindSource(*source);
@@ -67,6 +80,8 @@ std::unique_ptr<BoundSource> QueryBinder::BindTable(const tsql::NamedTable& tabl
     const TableInfo info = metadata.LoadTable(*object);
     const std::string alias = context_.NextAlias();
     Source source = SourceFor(table, object->schema);
+    source.objectId = object->id;
+    source.storageAlias = alias;
     for (const ColumnInfo& column : info.columns) {
         source.columns.push_back({column.name, column.type, column.nullable, column.identity,
                                   alias + '.' + column.StorageName()});

@@ -28,17 +28,20 @@ Runner FindRunner(StatementType type) {
         StatementType type;
         Runner run;
     };
-    static constexpr std::array<Entry, 10> Table = {{
+    static constexpr std::array<Entry, 13> Table = {{
         {StatementType::CreateDatabase, RunCreateDatabase},
         {StatementType::CreateIndex, RunCreateIndex},
         {StatementType::CreateProcedure, RunCreateProcedure},
         {StatementType::CreateTable, RunCreateTable},
         {StatementType::CreateView, RunCreateView},
+        {StatementType::Delete, RunDelete},
         {StatementType::DropObject, RunDrop},
         {StatementType::Execute, RunExecute},
         {StatementType::Insert, RunInsert},
         {StatementType::Select, RunSelect},
         {StatementType::SetOption, RunSetOption},
+        {StatementType::Truncate, RunTruncate},
+        {StatementType::Update, RunUpdate},
     }};
     for (const Entry& entry : Table) {
         if (entry.type == type) return entry.run;
@@ -62,9 +65,19 @@ StatementKind KindOf(const tsql::Statement& statement) {
             return StatementKind::Select;
         case StatementType::Insert:
             return StatementKind::Insert;
+        case StatementType::Update:
+            return StatementKind::Update;
+        case StatementType::Delete:
+            return StatementKind::Delete;
         default:
             return StatementKind::Other;
     }
+}
+
+// Statements whose failure message 3621 follows.
+bool ChangesRows(const tsql::Statement& statement) {
+    return statement.type == StatementType::Insert || statement.type == StatementType::Update ||
+           statement.type == StatementType::Delete;
 }
 
 }  // namespace
@@ -117,7 +130,7 @@ Flow StatementRunner::RunOne(const tsql::Statement& statement) {
     } catch (const SqlError& error) {
         Report(error, statement.line);
         session.transactions.CheckLost(sink_);
-        if (statement.type == StatementType::Insert) {
+        if (ChangesRows(statement)) {
             Report(SqlError(3621), statement.line);
             session.error = error.Number();
         }

@@ -42,7 +42,10 @@ class StatementRunner {
 
 // The runners of the kinds, each raising SqlError. They send rows and StatementDone themselves.
 void RunSelect(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunDelete(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunInsert(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunTruncate(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunUpdate(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunExecute(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunSetOption(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunCreateDatabase(const tsql::Statement& statement, Frame& frame, ResultSink& sink);

@@ -125,13 +125,22 @@ void TableStorage::Drop(const TableInfo& table) {
     store_.Run("DROP TABLE " + prefix_ + table.StorageName());
 }
 
-std::string TableStorage::InsertSql(const TableInfo& table) const {
+const IndexInfo* TableStorage::StorageKey(const TableInfo& table) {
+    const IndexInfo* clustered = table.Clustered();
+    return clustered && IsStorageKey(table, *clustered) ? clustered : nullptr;
+}
+
+std::string TableStorage::InsertSql(const TableInfo& table, bool numbered) const {
     std::string columns, values;
     int number = 0;
     for (const ColumnInfo& column : table.columns) {
         columns += (number ? ", " : "") + column.StorageName();
         values += (number ? ", ?" : "?") + std::to_string(number + 1);
         ++number;
+    }
+    if (numbered) {
+        columns += ", rowid";
+        values += ", ?" + std::to_string(number + 1);
     }
     return "INSERT INTO " + prefix_ + table.StorageName() + "(" + columns + ") VALUES (" + values +
            ")";

@@ -21,7 +21,10 @@ class TableStorage {
     // The index that the last failed insertion violated; nothing where none was.
     static const IndexInfo* FindViolated(const TableInfo& table, const std::string& libraryError);
     // "INSERT INTO d5.t1(c1, c2) VALUES (?1, ?2)", all columns in their order.
-    std::string InsertSql(const TableInfo& table) const;
+    // `numbered`: behind them the number of the row, of a table without StorageKey.
+    std::string InsertSql(const TableInfo& table, bool numbered = false) const;
+    // The index in whose order the table is stored; nothing for a heap, whose rows have numbers.
+    static const IndexInfo* StorageKey(const TableInfo& table);
 
   private:
     static bool IsStorageKey(const TableInfo& table, const IndexInfo& index);

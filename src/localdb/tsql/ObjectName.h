@@ -15,6 +15,7 @@ struct ObjectName {
     QString schema;
     QString name;
     int line = 0;
+    bool isVariable = false;  // a table variable: only `name`, with its "@"
 
     // As written, without quotes: "db..name".
     QString ToText() const;

@@ -2,6 +2,7 @@
 
 #include "localdb/tsql/ExpressionParser.h"
 #include "localdb/tsql/Query.h"
+#include "localdb/tsql/QueryClauses.h"
 
 namespace quarv::localdb::tsql {
 
@@ -93,6 +94,8 @@ TableSourcePtr ParseDerived(TokenReader& reader) {
     return table;
 }
 
+}  // namespace
+
 // Locking hints change no result here: a reader sees what is committed and blocks nobody.
 void SkipTableHints(TokenReader& reader) {
     const bool with = reader.AtWord(u"with") && reader.AtSign(u"(", 1);
@@ -110,6 +113,8 @@ void SkipTableHints(TokenReader& reader) {
     } while (reader.TrySign(u","));
     reader.ExpectSign(u")");
 }
+
+namespace {
 
 TableSourcePtr ParseTable(TokenReader& reader) {
     if (reader.AtSign(u"(")) return ParseDerived(reader);
@@ -188,6 +193,16 @@ TableSourcePtr ParseJoined(TokenReader& reader) {
     }
 }
 
+}  // namespace
+
+SelectItem ParseSelectItem(TokenReader& reader) {
+    return ParseItem(reader);
+}
+
+TableSourcePtr ParseTableSource(TokenReader& reader) {
+    return ParseJoined(reader);
+}
+
 void ParseTop(TokenReader& reader, Query& query) {
     if (!reader.TryWord(u"top")) return;
     if (reader.TrySign(u"(")) {
@@ -202,6 +217,8 @@ void ParseTop(TokenReader& reader, Query& query) {
         reader.Unsupported(QStringLiteral("WITH TIES"));
     }
 }
+
+namespace {
 
 void ParseGrouping(TokenReader& reader, Query& query) {
     if (reader.TryWord(u"group")) {

@@ -10,6 +10,7 @@
 #include "localdb/tsql/CreateTable.h"
 #include "localdb/tsql/CreateView.h"
 #include "localdb/tsql/Declare.h"
+#include "localdb/tsql/Delete.h"
 #include "localdb/tsql/DropObject.h"
 #include "localdb/tsql/Execute.h"
 #include "localdb/tsql/Insert.h"
@@ -17,6 +18,7 @@
 #include "localdb/tsql/Select.h"
 #include "localdb/tsql/SetOption.h"
 #include "localdb/tsql/Transaction.h"
+#include "localdb/tsql/Update.h"
 #include "localdb/tsql/Use.h"
 
 namespace quarv::localdb::tsql {
@@ -51,34 +53,23 @@ StatementPtr ParseCreate(TokenReader& reader) {
     reader.Unsupported(QStringLiteral("CREATE ") + what.text.toUpper());
 }
 
-constexpr std::array<Entry, 19> Statements = {{{u"begin", ParseBegin},
-                                               {u"break", ParseLoopJump},
-                                               {u"commit", ParseTransaction},
-                                               {u"continue", ParseLoopJump},
-                                               {u"create", ParseCreate},
-                                               {u"declare", ParseDeclare},
-                                               {u"drop", ParseDrop},
-                                               {u"exec", ParseExecute},
-                                               {u"execute", ParseExecute},
-                                               {u"if", ParseIf},
-                                               {u"insert", ParseInsert},
-                                               {u"print", ParsePrint},
-                                               {u"return", ParseReturn},
-                                               {u"rollback", ParseTransaction},
-                                               {u"save", ParseTransaction},
-                                               {u"select", ParseSelect},
-                                               {u"set", ParseSet},
-                                               {u"use", ParseUse},
-                                               {u"while", ParseWhile}}};
+constexpr std::array<Entry, 22> Statements = {
+    {{u"begin", ParseBegin},       {u"break", ParseLoopJump}, {u"commit", ParseTransaction},
+     {u"continue", ParseLoopJump}, {u"create", ParseCreate},  {u"declare", ParseDeclare},
+     {u"delete", ParseDelete},     {u"drop", ParseDrop},      {u"exec", ParseExecute},
+     {u"execute", ParseExecute},   {u"if", ParseIf},          {u"insert", ParseInsert},
+     {u"print", ParsePrint},       {u"return", ParseReturn},  {u"rollback", ParseTransaction},
+     {u"save", ParseTransaction},  {u"select", ParseSelect},  {u"set", ParseSet},
+     {u"truncate", ParseTruncate}, {u"update", ParseUpdate},  {u"use", ParseUse},
+     {u"while", ParseWhile}}};
 
 // First words of statements that SQL Server has and this server has not.
-constexpr std::array<QStringView, 32> Unknown = {
-    u"alter",      u"backup",      u"bulk",     u"checkpoint", u"close",      u"dbcc",
-    u"deallocate", u"delete",      u"deny",     u"disable",    u"enable",     u"fetch",
-    u"goto",       u"grant",       u"kill",     u"merge",      u"open",       u"raiserror",
-    u"readtext",   u"reconfigure", u"restore",  u"revert",     u"revoke",     u"setuser",
-    u"shutdown",   u"throw",       u"truncate", u"update",     u"updatetext", u"waitfor",
-    u"with",       u"writetext"};
+constexpr std::array<QStringView, 29> Unknown = {
+    u"alter",       u"backup",     u"bulk",    u"checkpoint", u"close",     u"dbcc",
+    u"deallocate",  u"deny",       u"disable", u"enable",     u"fetch",     u"goto",
+    u"grant",       u"kill",       u"merge",   u"open",       u"raiserror", u"readtext",
+    u"reconfigure", u"restore",    u"revert",  u"revoke",     u"setuser",   u"shutdown",
+    u"throw",       u"updatetext", u"waitfor", u"with",       u"writetext"};
 
 Parser FindParser(TokenReader& reader) {
     if (reader.Peek().kind != TokenKind::Word) return nullptr;

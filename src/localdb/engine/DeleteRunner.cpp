@@ -1,0 +1,72 @@
+#include <sqlite3.h>
+
+#include "localdb/engine/ChangeQuery.h"
+#include "localdb/engine/StatementRunner.h"
+#include "localdb/engine/StoredForm.h"
+#include "localdb/tsql/Delete.h"
+
+namespace quarv::localdb::engine {
+
+namespace {
+
+// Row by row: what is to go was found before the first row goes.
+int64_t DeleteEach(ChangeQuery& query, Frame& frame, ResultSink& sink) {
+    SessionState& session = frame.Session();
+    SqliteStatement rows = query.Prepare(frame, session.store, session.options.rowCount);
+    SqliteStatement remove =
+        session.store.Prepare("DELETE FROM " + query.Target().metadata.Prefix() +
+                              query.Target().table.StorageName() + query.KeyCondition(1));
+    const std::vector<SqlType>& keys = query.KeyTypes();
+    int64_t count = 0;
+    while (rows.Step()) {
+        if (sink.Cancelled()) throw Cancelled();
+        for (size_t i = 0; i < keys.size(); ++i) {
+            const int column = static_cast<int>(i);
+            remove.Bind(column + 1, ReadColumn(rows.Handle(), column, keys[i]), keys[i]);
+        }
+        remove.Run();
+        ++count;
+    }
+    return count;
+}
+
+int64_t DeleteAll(ChangeQuery& query, Store& store) {
+    store.Run("DELETE FROM " + query.Target().metadata.Prefix() +
+              query.Target().table.StorageName());
+    return sqlite3_changes64(store.Handle());
+}
+
+}  // namespace
+
+void RunDelete(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
+    const auto& node = static_cast<const tsql::Delete&>(statement);
+    SessionState& session = frame.Session();
+    BindContext context = frame.NewContext();
+    ChangeQuery query(context, node.target, node.rows, QStringLiteral("DELETE"));
+    Transactions::Writing writing(session.transactions, query.Target().metadata.Prefix());
+    const bool all = !query.IsJoin() && !query.IsLimited() && !node.rows.where && !node.output &&
+                     session.options.rowCount == 0;
+    const int64_t count = all ? DeleteAll(query, session.store) : DeleteEach(query, frame, sink);
+    writing.Commit();
+    session.rowCount = count;
+    sink.StatementDone(StatementKind::Delete, session.options.noCount ? -1 : count, false);
+}
+
+void RunTruncate(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
+    const auto& node = static_cast<const tsql::Truncate&>(statement);
+    SessionState& session = frame.Session();
+    BindContext context = frame.NewContext();
+    Metadata metadata = context.MetadataFor(node.table);
+    Transactions::Writing writing(session.transactions, metadata.Prefix());
+    const std::optional<ObjectInfo> object = metadata.Find(node.table.schema, node.table.name);
+    if (!object) throw SqlError(4701, {node.table.name}, node.table.line);
+    if (object->type != u"U") throw SqlError(4708, {node.table.name}, node.table.line);
+    const TableInfo table = metadata.LoadTable(*object);
+    session.store.Run("DELETE FROM " + metadata.Prefix() + table.StorageName());
+    if (table.identity) metadata.ResetIdentity(object->id);
+    writing.Commit();
+    session.rowCount = 0;
+    sink.StatementDone(StatementKind::Other, -1, false);
+}
+
+}  // namespace quarv::localdb::engine

@@ -1,0 +1,33 @@
+// RowChecker: what a table asks of the values that a statement puts into it: no null where none may
+// be, no text that is too long, no key that is there already. Lives for one statement.
+#pragma once
+
+#include "localdb/engine/BindContext.h"
+
+namespace quarv::localdb::engine {
+
+class RowChecker {
+  public:
+    // `verb` is INSERT or UPDATE, as messages name the statement. Borrows the table.
+    RowChecker(const Metadata& metadata, const TableInfo& table, QString verb);
+
+    // The expression as the column takes it: texts keep their length, so that Check can see it.
+    static BoundPtr ConvertTo(BoundPtr value, const ColumnInfo& column);
+    // The column's default; null where it has none.
+    static BoundPtr BindDefault(BindContext& context, const ColumnInfo& column);
+
+    // Brings the value to the column's form. Raises SqlError 515 or 2628.
+    void Check(const ColumnInfo& column, OwnedValue& value) const;
+    // Raises SqlError 2601 or 2627. `text` is the storage's own; `row` has every column.
+    [[noreturn]] void RaiseDuplicate(const std::string& text,
+                                     const std::vector<OwnedValue>& row) const;
+
+  private:
+    void CheckLength(const ColumnInfo& column, OwnedValue& value) const;
+
+    const QString database_;
+    const TableInfo& table_;
+    const QString verb_;
+};
+
+}  // namespace quarv::localdb::engine

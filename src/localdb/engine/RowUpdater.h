@@ -1,0 +1,54 @@
+// RowUpdater: runs one UPDATE: computes the new values of every row that is meant and puts them in
+// their place. Where a key changes, all old rows go before the first new one comes, so that only
+// the outcome of the whole statement has to be free of equal keys.
+#pragma once
+
+#include "localdb/engine/ChangeQuery.h"
+#include "localdb/engine/Frame.h"
+#include "localdb/engine/RowChecker.h"
+#include "localdb/engine/RowSpool.h"
+#include "localdb/tsql/Update.h"
+
+namespace quarv::localdb::engine {
+
+class RowUpdater {
+  public:
+    // Raises SqlError 207, 264, 8102 and what binding raises.
+    RowUpdater(Frame& frame, BindContext& context, const tsql::Update& update);
+
+    // Of the database that is changed.
+    const std::string& Prefix() { return query_.Target().metadata.Prefix(); }
+    // Inside the caller's transaction.
+    void Run(ResultSink& sink);
+    int64_t Count() const { return count_; }
+
+  private:
+    void BindAssignment(const tsql::Update::Assignment& assignment, bool assigns);
+    size_t FindColumn(const tsql::ObjectName& name) const;
+    BoundPtr BindValue(const tsql::Update::Assignment& assignment, std::optional<size_t> column);
+    BoundPtr AssignTo(const QString& variable, BoundPtr value);
+    // Kept from being computed once for all rows.
+    BoundPtr ForEachRow(BoundPtr value) const;
+    bool ChangesKey() const;
+    void ReadRow(const SqliteStatement& rows);
+    void ChangeInPlace(SqliteStatement& rows, ResultSink& sink);
+    void ChangeByMoving(SqliteStatement& rows, ResultSink& sink);
+    void BindKey(SqliteStatement& statement, const SqliteStatement& rows, int first) const;
+
+    Frame& frame_;
+    BindContext& context_;
+    ChangeQuery query_;
+    const TableInfo& table_;
+    const RowChecker checker_;
+    struct Target {
+        size_t column;
+        size_t item;  // of the query
+    };
+    std::vector<Target> targets_;
+    bool moves_ = false;
+    std::vector<size_t> old_;      // by column, the item with its old value; where rows move
+    std::vector<OwnedValue> row_;  // by column, the new row
+    int64_t count_ = 0;
+};
+
+}  // namespace quarv::localdb::engine
