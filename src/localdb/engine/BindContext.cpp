@@ -1,6 +1,8 @@
 #include "localdb/engine/BindContext.h"
 
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/TemporaryTables.h"
+#include "localdb/engine/VariableTable.h"
 
 namespace quarv::localdb::engine {
 
@@ -13,11 +15,20 @@ BindContext::BindContext(Store& store, const DatabaseList& databases, const Data
       variables_(variables) {}
 
 Metadata BindContext::MetadataFor(const tsql::ObjectName& name) {
+    if (name.isVariable || TemporaryTables::IsTemporary(name.name, name.line)) {
+        return Metadata(store_, DatabaseList::Temporary());
+    }
     if (!name.server.isEmpty()) throw SqlError(40515, {name.ToText()}, name.line);
     if (name.database.isEmpty()) return CurrentMetadata();
     const std::optional<DatabaseEntry> entry = databases_.Find(name.database);
     if (!entry) throw SqlError(208, {name.ToText()}, name.line);
     return Metadata(store_, *entry);
+}
+
+const std::shared_ptr<TableInfo>& BindContext::TableVariable(const tsql::ObjectName& name) const {
+    const std::shared_ptr<TableInfo>* table = variables_.FindTable(name.name);
+    if (!table) throw SqlError(1087, {name.name}, name.line);
+    return *table;
 }
 
 BindContext::InView::InView(BindContext& context, const DatabaseEntry& database)

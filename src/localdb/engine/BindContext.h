@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "localdb/engine/Metadata.h"
@@ -24,6 +25,8 @@ class BindContext {
     // The catalogue of the database that the name means. Raises SqlError 208 where there is no such
     // database, 40515 for another server.
     Metadata MetadataFor(const tsql::ObjectName& name);
+    // Raises SqlError 1087 where no table variable of that name is declared.
+    const std::shared_ptr<TableInfo>& TableVariable(const tsql::ObjectName& name) const;
     Metadata CurrentMetadata() { return Metadata(store_, current_); }
 
     const SystemObjects& System() const { return system_; }

@@ -84,6 +84,13 @@ ChangeQuery::ChangeQuery(BindContext& context, const tsql::NamedTable& target,
     AddKey();
 }
 
+const tsql::ObjectName& ChangeQuery::TargetName(const tsql::NamedTable& target,
+                                                const tsql::Query& rows) {
+    const tsql::TableSource* source = FindTarget(target.name, rows);
+    const tsql::NamedTable* table = source ? AsTable(*source) : nullptr;
+    return table ? table->name : target.name;
+}
+
 void ChangeQuery::FindSource(const tsql::NamedTable& target, const tsql::Query& rows) {
     const tsql::TableSource* listed = FindTarget(target.name, rows);
     query_ = binder_.BindRows(rows, listed ? nullptr : &target);

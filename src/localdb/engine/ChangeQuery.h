@@ -15,6 +15,10 @@ class ChangeQuery {
     ChangeQuery(BindContext& context, const tsql::NamedTable& target, const tsql::Query& rows,
                 const QString& verb);
 
+    // The table that the target means: its own name, or that behind an alias of FROM. Raises
+    // SqlError 8154.
+    static const tsql::ObjectName& TargetName(const tsql::NamedTable& target,
+                                              const tsql::Query& rows);
     TargetTable& Target() { return target_; }
     // The names that expressions over a row can mean.
     const Scope& Names() const { return binder_.Names(); }

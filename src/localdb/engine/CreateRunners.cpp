@@ -30,6 +30,17 @@ ObjectInfo NewObject(Metadata& metadata, const tsql::ObjectName& name, const QSt
     return object;
 }
 
+// A temporary table hides one of the same name that an outer level made, and no other.
+void NameTemporary(ObjectInfo& object, int64_t id, Metadata& metadata, SessionState& session) {
+    if (!TemporaryTables::IsTemporary(object.name)) return;
+    const std::optional<ObjectInfo> same = metadata.Find(object.schema, object.name);
+    if (same && session.temporaries.IsOfLevel(same->id, session.nestLevel)) {
+        throw SqlError(2714, {object.name});
+    }
+    object.name = TemporaryTables::StoredName(object.name, id);
+    session.temporaries.Made(id, session.nestLevel);
+}
+
 ObjectInfo Constraint(const QString& name, const QString& type, const QString& definition) {
     ObjectInfo object;
     object.schema = QStringLiteral("dbo");
@@ -128,16 +139,15 @@ void RunCreateDatabase(const tsql::Statement& statement, Frame& frame, ResultSin
 
 void RunCreateTable(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
     const auto& node = static_cast<const tsql::CreateTable&>(statement);
-    if (node.name.name.startsWith(u'#')) {
-        throw SqlError(40517, {QStringLiteral("temporary table")}, node.name.line);
-    }
     SessionState& session = frame.Session();
     BindContext context = frame.NewContext();
     Metadata metadata = context.MetadataFor(node.name);
     Transactions::Writing writing(session.transactions, metadata.Prefix());
-    const ObjectInfo object = NewObject(metadata, node.name, QStringLiteral("U"));
+    ObjectInfo object = NewObject(metadata, node.name, QStringLiteral("U"));
+    const int64_t id = metadata.NextObjectId();
+    NameTemporary(object, id, metadata, session);
     TableBuilder builder(node, context);
-    TableInfo table = builder.Build(metadata.NextObjectId(), object);
+    TableInfo table = builder.Build(id, object);
     StoreTable(metadata, table, builder);
     TableStorage(session.store, metadata).Create(table);
     writing.Commit();

@@ -49,13 +49,20 @@ QString DatabaseList::PathFor(int id, const QString& name) const {
     return QDir(directory_).filePath(file);
 }
 
+const DatabaseEntry& DatabaseList::Temporary() {
+    static const DatabaseEntry entry{TemporaryId, QStringLiteral("tempdb"), QString(), 0};
+    return entry;
+}
+
 std::optional<DatabaseEntry> DatabaseList::Find(const QString& name) const {
+    if (Key(name) == Temporary().name) return Temporary();
     const std::lock_guard lock(mutex_);
     const auto found = byName_.find(Key(name));
     return found != byName_.end() ? std::optional(found->second) : std::nullopt;
 }
 
 std::optional<DatabaseEntry> DatabaseList::Find(int id) const {
+    if (id == TemporaryId) return Temporary();
     const std::lock_guard lock(mutex_);
     for (const auto& [key, entry] : byName_) {
         if (entry.id == id) return entry;
@@ -72,7 +79,7 @@ std::vector<DatabaseEntry> DatabaseList::All() const {
 
 DatabaseEntry DatabaseList::Create(const QString& name) {
     const std::lock_guard lock(mutex_);
-    if (byName_.contains(Key(name))) throw SqlError(1801, {name});
+    if (byName_.contains(Key(name)) || Key(name) == Temporary().name) throw SqlError(1801, {name});
     MasterFile master(PathFor(MasterId, MasterName));
     DatabaseEntry entry;
     entry.id = nextId_++;
@@ -91,13 +98,14 @@ DatabaseEntry DatabaseList::Create(const QString& name) {
 
 void DatabaseList::Drop(const QString& name) {
     const std::lock_guard lock(mutex_);
+    const bool system = Key(name) == MasterName || Key(name) == Temporary().name;
+    if (system) {
+        throw SqlError(3708, {QStringLiteral("drop"), QStringLiteral("database"), name,
+                              QStringLiteral("database")});
+    }
     const auto found = byName_.find(Key(name));
     if (found == byName_.end()) {
         throw SqlError(3701, {QStringLiteral("drop"), QStringLiteral("database"), name});
-    }
-    if (found->second.id == MasterId) {
-        throw SqlError(3708, {QStringLiteral("drop"), QStringLiteral("database"), name,
-                              QStringLiteral("database")});
     }
     if (users_[found->second.id] > 0) throw SqlError(3702, {name});
     MasterFile(PathFor(MasterId, MasterName)).Remove(found->second.id);
@@ -106,6 +114,7 @@ void DatabaseList::Drop(const QString& name) {
 }
 
 DatabaseEntry DatabaseList::Acquire(const QString& name) {
+    if (Key(name) == Temporary().name) return Temporary();
     const std::lock_guard lock(mutex_);
     const auto found = byName_.find(Key(name));
     if (found == byName_.end()) throw SqlError(911, {name});

@@ -20,6 +20,10 @@ struct DatabaseEntry {
 class DatabaseList {
   public:
     static constexpr int MasterId = 1;
+    static constexpr int TemporaryId = 2;
+
+    // "tempdb", of which every session has its own.
+    static const DatabaseEntry& Temporary();
 
     // Reads the list in `directory`, making it and "master" where they are missing. Raises
     // SqlError.

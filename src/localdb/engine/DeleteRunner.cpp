@@ -42,8 +42,9 @@ void RunDelete(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     const auto& node = static_cast<const tsql::Delete&>(statement);
     SessionState& session = frame.Session();
     BindContext context = frame.NewContext();
+    const tsql::ObjectName& target = ChangeQuery::TargetName(node.target, node.rows);
+    Transactions::Writing writing(session.transactions, context.MetadataFor(target).Prefix());
     ChangeQuery query(context, node.target, node.rows, QStringLiteral("DELETE"));
-    Transactions::Writing writing(session.transactions, query.Target().metadata.Prefix());
     const bool all = !query.IsJoin() && !query.IsLimited() && !node.rows.where && !node.output &&
                      session.options.rowCount == 0;
     const int64_t count = all ? DeleteAll(query, session.store) : DeleteEach(query, frame, sink);

@@ -20,6 +20,12 @@ Frame::Frame(SessionState& session, QString procedure, int64_t procedureId)
     BeginStatement();
 }
 
+Frame::~Frame() {
+    for (const auto& [name, table] : variables_.Tables()) {
+        session_.temporaries.DropVariable(*table);
+    }
+}
+
 void Frame::BeginStatement() {
     clock_.reset();
     texts_.Reset();

@@ -13,6 +13,10 @@ class Frame : public Environment {
   public:
     // `procedure` is empty for a batch; `database` is where its names are looked up.
     Frame(SessionState& session, QString procedure, int64_t procedureId);
+    // Its table variables end with it.
+    ~Frame() override;
+    Frame(const Frame&) = delete;
+    Frame& operator=(const Frame&) = delete;
 
     SessionState& Session() { return session_; }
     VariableTable& Variables() { return variables_; }

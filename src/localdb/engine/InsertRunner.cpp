@@ -1,34 +1,18 @@
 #include "localdb/engine/RowInserter.h"
 #include "localdb/engine/StatementRunner.h"
+#include "localdb/engine/TargetTable.h"
 #include "localdb/tsql/Insert.h"
 
 namespace quarv::localdb::engine {
-
-namespace {
-
-TableInfo FindTarget(const tsql::Insert& insert, Metadata& metadata, Frame& frame) {
-    const tsql::ObjectName& name = insert.table;
-    if (frame.Session().objects.FindView(name.schema, name.name)) {
-        throw SqlError(259, {}, name.line);
-    }
-    const std::optional<ObjectInfo> object = metadata.Find(name.schema, name.name);
-    if (object && object->type == u"V") {
-        throw SqlError(40517, {QStringLiteral("INSERT into a view")}, name.line);
-    }
-    if (!object || object->type != u"U") throw SqlError(208, {name.ToText()}, name.line);
-    return metadata.LoadTable(*object);
-}
-
-}  // namespace
 
 void RunInsert(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
     const auto& insert = static_cast<const tsql::Insert&>(statement);
     SessionState& session = frame.Session();
     BindContext context = frame.NewContext();
-    Metadata metadata = context.MetadataFor(insert.table);
-    Transactions::Writing writing(session.transactions, metadata.Prefix());
-    const TableInfo table = FindTarget(insert, metadata, frame);
-    RowInserter inserter(frame, context, metadata, table, insert.columns);
+    // What is known of the table, its last identity value too, is read behind the lock.
+    Transactions::Writing writing(session.transactions, context.MetadataFor(insert.table).Prefix());
+    TargetTable target = TargetTable::Open(insert.table, context, QStringLiteral("INSERT"));
+    RowInserter inserter(frame, context, target.metadata, target.table, insert.columns);
     if (insert.query) {
         inserter.InsertQuery(*insert.query, sink);
     } else if (insert.rows.empty()) {
@@ -41,6 +25,7 @@ void RunInsert(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     }
     inserter.Finish();
     writing.Commit();
+    if (target.variable) target.variable->identity = inserter.Identity();
     session.rowCount = inserter.Count();
     sink.StatementDone(StatementKind::Insert, session.options.noCount ? -1 : inserter.Count(),
                        false);

@@ -123,6 +123,7 @@ void LocalSession::RollbackTransaction(ResultSink& sink) {
 
 void LocalSession::Reset(const QString& database) {
     state_.transactions.Abandon();
+    state_.temporaries.Clear();
     state_.options = SessionOptions();
     state_.rowCount = 0;
     state_.error = 0;

@@ -154,6 +154,7 @@ constexpr MessageText Table[] = {
     {1060, 15, 1,
      u"The number of rows provided for a TOP or FETCH clauses row count parameter must be an "
      u"integer."},
+    {1087, 15, 2, u"Must declare the table variable \"%\"."},
     {1088, 16, 12,
      u"Cannot find the object \"%\" because it does not exist or you do not have permissions."},
     {1105, 17, 2,

@@ -4,6 +4,7 @@
 
 #include "localdb/engine/Moment.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/TemporaryTables.h"
 #include "localdb/engine/TypeTable.h"
 
 namespace quarv::localdb::engine {
@@ -62,7 +63,23 @@ std::optional<int> Metadata::FindSchema(const QString& schema) {
     return id;
 }
 
+// Of several tables of that name, each of another call level, the innermost is meant.
+std::optional<ObjectInfo> Metadata::FindTemporary(const QString& name) {
+    static const std::string sql = std::string(ObjectColumns) +
+                                   " WHERE substr(o.name, 1, ?2) = ?1 COLLATE tsql AND o.type = 'U'"
+                                   " ORDER BY o.object_id DESC LIMIT 1";
+    const QString shared = TemporaryTables::SharedName(name);
+    SqliteStatement& row = Cached(sql.c_str());
+    row.Bind(1, shared).Bind(2, int64_t{shared.toUcs4().size()});
+    const std::optional<ObjectInfo> object =
+        row.Step() ? std::optional(ReadObject(row)) : std::nullopt;
+    row.Reset();
+    return object;
+}
+
 std::optional<ObjectInfo> Metadata::Find(const QString& schema, const QString& name) {
+    const bool temporary = database_.id == DatabaseList::TemporaryId && name.startsWith(u'#');
+    if (temporary && name == TemporaryTables::WrittenName(name)) return FindTemporary(name);
     const std::optional<int> schemaId = FindSchema(schema);
     if (!schemaId) return std::nullopt;
     SqliteStatement& row = Cached(FindByName.c_str());

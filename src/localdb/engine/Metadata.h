@@ -49,6 +49,7 @@ class Metadata {
     std::vector<ColumnInfo> LoadColumns(int64_t objectId);
     std::vector<IndexInfo> LoadIndexes(int64_t objectId);
     std::optional<IdentityInfo> LoadIdentity(int64_t objectId);
+    std::optional<ObjectInfo> FindTemporary(const QString& name);
     static ObjectInfo ReadObject(const SqliteStatement& row);
 
     Store& store_;

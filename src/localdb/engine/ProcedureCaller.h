@@ -84,6 +84,7 @@ class ProcedureCaller::Nested {
         ++session.nestLevel;
     }
     ~Nested() {
+        session_.temporaries.EndLevel(session_.nestLevel);
         --session_.nestLevel;
         session_.options = options_;
     }

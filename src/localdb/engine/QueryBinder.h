@@ -27,6 +27,8 @@ class QueryBinder {
     void BindFrom(const tsql::Query& query);
     std::unique_ptr<BoundSource> BindSource(const tsql::TableSource& source);
     std::unique_ptr<BoundSource> BindTable(const tsql::NamedTable& table);
+    std::unique_ptr<BoundSource> BindStored(const Metadata& metadata, const TableInfo& info,
+                                            const tsql::NamedTable& table);
     std::unique_ptr<BoundSource> BindView(const ObjectInfo& view, Metadata& metadata,
                                           const tsql::NamedTable& table);
     std::unique_ptr<BoundSource> BindSystemView(const SystemView& view, Metadata& metadata,

@@ -4,6 +4,7 @@
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TableStorage.h"
+#include "localdb/engine/TemporaryTables.h"
 #include "localdb/engine/TypeTable.h"
 #include "localdb/engine/Utf8.h"
 #include "localdb/tsql/BatchParser.h"
@@ -37,6 +38,12 @@ BoundPtr RowChecker::BindDefault(BindContext& context, const ColumnInfo& column)
     return ConvertTo(binder.Value(*tsql::ParseExpressionText(column.defaultText)), column);
 }
 
+// A table variable stands in no database.
+QString RowChecker::FullName() const {
+    if (table_.object.name.startsWith(u'@')) return table_.object.name;
+    return database_ + u'.' + table_.object.schema + u'.' + table_.object.name;
+}
+
 void RowChecker::CheckLength(const ColumnInfo& column, OwnedValue& value) const {
     const SqlType& type = column.type;
     const SqlValue view = value.View();
@@ -50,8 +57,7 @@ void RowChecker::CheckLength(const ColumnInfo& column, OwnedValue& value) const 
     if (length(WithoutTrailingBlanks(view.text)) > limit) {
         const std::string_view cut =
             unicode ? TakeUtf16(view.text, limit) : TakeBytes(view.text, limit);
-        throw SqlError(2628, {database_ + u'.' + table_.object.schema + u'.' + table_.object.name,
-                              column.name, FromUtf8(cut)});
+        throw SqlError(2628, {FullName(), column.name, FromUtf8(cut)});
     }
     if (length(view.text) == limit && !IsFixedLength(type.kind)) return;
     TextArena arena;
@@ -62,9 +68,7 @@ void RowChecker::CheckLength(const ColumnInfo& column, OwnedValue& value) const 
 void RowChecker::Check(const ColumnInfo& column, OwnedValue& value) const {
     if (value.View().IsNull()) {
         if (column.nullable) return;
-        throw SqlError(
-            515, {column.name, database_ + u'.' + table_.object.schema + u'.' + table_.object.name,
-                  verb_});
+        throw SqlError(515, {column.name, FullName(), verb_});
     }
     if (ClassOf(column.type) == TypeClass::Text) CheckLength(column, value);
 }
@@ -78,7 +82,8 @@ void RowChecker::RaiseDuplicate(const std::string& text, const std::vector<Owned
         const auto place = static_cast<size_t>(column - table_.columns.data());
         values += Conversion::ToMessageText(row[place].View(), column->type);
     }
-    const QString object = table_.object.schema + u'.' + table_.object.name;
+    const QString object =
+        table_.object.schema + u'.' + TemporaryTables::WrittenName(table_.object.name);
     const QString list = values.join(QStringLiteral(", "));
     if (index->constraintId == 0) throw SqlError(2601, {object, index->name, list});
     const QString kind =

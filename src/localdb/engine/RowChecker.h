@@ -23,6 +23,8 @@ class RowChecker {
                                      const std::vector<OwnedValue>& row) const;
 
   private:
+    // The table as messages name it, with its database.
+    QString FullName() const;
     void CheckLength(const ColumnInfo& column, OwnedValue& value) const;
 
     const QString database_;

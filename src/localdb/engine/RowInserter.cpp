@@ -169,6 +169,12 @@ void RowInserter::Insert(std::vector<OwnedValue>& row) {
     ++count_;
 }
 
+std::optional<IdentityInfo> RowInserter::Identity() const {
+    std::optional<IdentityInfo> identity = table_.identity;
+    if (identity) identity->last = lastIdentity_;
+    return identity;
+}
+
 void RowInserter::Finish() {
     if (identityChanged_) metadata_.SetLastIdentity(table_.object.id, *lastIdentity_);
 }

@@ -22,6 +22,8 @@ class RowInserter {
     // Keeps the identity values that were used.
     void Finish();
     int64_t Count() const { return count_; }
+    // The table's identity with the last value that was used.
+    std::optional<IdentityInfo> Identity() const;
 
   private:
     void FindColumns(const std::vector<QString>& names);

@@ -8,6 +8,7 @@
 #include "localdb/engine/ResultSink.h"
 #include "localdb/engine/Store.h"
 #include "localdb/engine/SystemObjects.h"
+#include "localdb/engine/TemporaryTables.h"
 #include "localdb/engine/Transactions.h"
 
 namespace quarv::localdb::engine {
@@ -32,7 +33,10 @@ struct SessionState {
           objects(system),
           login(std::move(loginName)),
           id(spid),
-          transactions(store) {}
+          transactions(store),
+          temporaries(store, transactions) {
+        transactions.SetUndo([this](const auto& undo) { temporaries.Undo(undo); });
+    }
 
     // Makes another database the current one. Raises SqlError 911 or 945 and changes nothing then.
     void ChangeDatabase(const QString& name);
@@ -43,6 +47,7 @@ struct SessionState {
     const int id;
     Store store;
     Transactions transactions;
+    TemporaryTables temporaries;
     DatabaseEntry database;  // the current one
     SessionOptions options;
     int64_t rowCount = 0;             // @@ROWCOUNT

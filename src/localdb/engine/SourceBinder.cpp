@@ -71,16 +71,22 @@ std::unique_ptr<BoundSource> QueryBinder::BindSource(const tsql::TableSource& so
 std::unique_ptr<BoundSource> QueryBinder::BindTable(const tsql::NamedTable& table) {
     const tsql::ObjectName& name = table.name;
     Metadata metadata = context_.MetadataFor(name);
+    if (name.isVariable) return BindStored(metadata, *context_.TableVariable(name), table);
     if (const SystemView* view = context_.System().FindView(name.schema, name.name)) {
         return BindSystemView(*view, metadata, table);
     }
     const std::optional<ObjectInfo> object = metadata.Find(name.schema, name.name);
     if (object && object->type == u"V") return BindView(*object, metadata, table);
     if (!object || object->type != u"U") throw SqlError(208, {name.ToText()}, name.line);
-    const TableInfo info = metadata.LoadTable(*object);
+    return BindStored(metadata, metadata.LoadTable(*object), table);
+}
+
+std::unique_ptr<BoundSource> QueryBinder::BindStored(const Metadata& metadata,
+                                                     const TableInfo& info,
+                                                     const tsql::NamedTable& table) {
     const std::string alias = context_.NextAlias();
-    Source source = SourceFor(table, object->schema);
-    source.objectId = object->id;
+    Source source = SourceFor(table, info.object.schema);
+    source.objectId = info.object.id;
     source.storageAlias = alias;
     for (const ColumnInfo& column : info.columns) {
         source.columns.push_back({column.name, column.type, column.nullable, column.identity,

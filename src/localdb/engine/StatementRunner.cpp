@@ -5,10 +5,12 @@
 
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/ExpressionBinder.h"
+#include "localdb/engine/TableBuilder.h"
 #include "localdb/engine/TypeTable.h"
 #include "localdb/engine/Utf8.h"
 #include "localdb/tsql/BatchParser.h"
 #include "localdb/tsql/ControlFlow.h"
+#include "localdb/tsql/CreateTable.h"
 #include "localdb/tsql/Declare.h"
 #include "localdb/tsql/Print.h"
 #include "localdb/tsql/SyntaxError.h"
@@ -208,12 +210,36 @@ void StatementRunner::RunDeclare(const tsql::Statement& statement) {
     VariableTable& variables = frame_.Variables();
     int ordinal = 0;
     for (const tsql::Declare::Item& item : static_cast<const tsql::Declare&>(statement).items) {
-        const SqlType type = BindType(item.type, ++ordinal);
+        ++ordinal;
+        if (item.table) {
+            DeclareTable(*item.table);
+            continue;
+        }
+        const SqlType type = BindType(item.type, ordinal);
         // A loop comes by again and again; a variable is declared once and set anew.
         std::optional<size_t> index = variables.Find(item.name);
         if (!index) index = variables.Declare(item.name, type);
         if (item.value) variables.Set(*index, frame_.Compute(*item.value, type).View());
     }
+}
+
+void StatementRunner::DeclareTable(const tsql::CreateTable& definition) {
+    VariableTable& variables = frame_.Variables();
+    const QString& name = definition.name.name;
+    if (variables.FindTable(name)) return;
+    TemporaryTables& temporaries = frame_.Session().temporaries;
+    BindContext context = frame_.NewContext();
+    ObjectInfo object;
+    object.schema = QStringLiteral("dbo");
+    object.type = QStringLiteral("U");
+    const int64_t id = temporaries.NextVariableId();
+    // Its constraints are named after a number.
+    object.name = u'#' + QString::number(id, 16).toUpper();
+    auto table = std::make_shared<TableInfo>(TableBuilder(definition, context).Build(id, object));
+    table->object.name = name;
+    for (IndexInfo& index : table->indexes) index.constraintId = id;
+    variables.DeclareTable(name, table);
+    temporaries.MakeVariable(table);
 }
 
 void StatementRunner::RunSetVariable(const tsql::Statement& statement) {

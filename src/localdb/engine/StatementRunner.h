@@ -7,6 +7,10 @@
 #include "localdb/tsql/Statement.h"
 #include "localdb/tsql/SyntaxError.h"
 
+namespace quarv::localdb::tsql {
+struct CreateTable;
+}
+
 namespace quarv::localdb::engine {
 
 // Thrown through frames when an error ends the whole batch; its message was sent.
@@ -29,6 +33,7 @@ class StatementRunner {
     Flow RunIf(const tsql::Statement& statement);
     Flow RunWhile(const tsql::Statement& statement);
     Flow RunReturn(const tsql::Statement& statement);
+    void DeclareTable(const tsql::CreateTable& definition);
     void RunDeclare(const tsql::Statement& statement);
     void RunSetVariable(const tsql::Statement& statement);
     void RunPrint(const tsql::Statement& statement);

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "localdb/engine/Collation.h"
+#include "localdb/engine/MetaSchema.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/SqlFunctions.h"
 #include "localdb/engine/Utf8.h"
@@ -55,6 +56,7 @@ Store::~Store() {
 }
 
 std::string Store::Attach(const DatabaseEntry& database) {
+    if (database.id == DatabaseList::TemporaryId) return AttachTemporary();
     const std::string name = SchemaName(database.id);
     for (auto entry = attached_.begin(); entry != attached_.end(); ++entry) {
         if (entry->id != database.id) continue;
@@ -82,6 +84,41 @@ std::string Store::Attach(const DatabaseEntry& database) {
         throw SqlError(945, {database.name});
     }
     return name;
+}
+
+// A file without a name, which nobody else sees and which goes with the connection. What a rollback
+// took away of its catalogue is made anew.
+std::string Store::AttachTemporary() {
+    const std::string name = SchemaName(DatabaseList::TemporaryId);
+    if (!temporaryAttached_) {
+        Run("ATTACH '' AS " + name);
+        temporaryAttached_ = true;
+        if (!InTransaction()) Run("PRAGMA " + name + ".synchronous=OFF");
+    }
+    SqliteStatement& made =
+        Cached("SELECT 1 FROM " + name + ".sqlite_master WHERE name = 'q_meta'");
+    const bool exists = made.Step();
+    made.Reset();
+    if (exists) return name;
+    std::string script = MetaSchema;
+    for (const char* word : {"TABLE q_", "INTO q_", "INDEX q_"}) {
+        const std::string_view found(word);
+        for (size_t at = 0; (at = script.find(found, at)) != std::string::npos;
+             at += found.size() + name.size()) {
+            script.insert(at + found.size() - 2, name + '.');
+        }
+    }
+    const int result = sqlite3_exec(handle_, script.c_str(), nullptr, nullptr, nullptr);
+    if (result != SQLITE_OK) Raise(result);
+    return name;
+}
+
+void Store::DropTemporary() {
+    if (!temporaryAttached_) return;
+    const std::string name = SchemaName(DatabaseList::TemporaryId);
+    ForgetStatements(name + ".");
+    Run("DETACH " + name);
+    temporaryAttached_ = false;
 }
 
 void Store::Detach(int databaseId) {

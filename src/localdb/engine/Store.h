@@ -38,6 +38,8 @@ class Store {
     // The name under which the database's tables are reached ("d5"), attached at first use. Raises
     // SqlError 945 where the file is missing, damaged or locked.
     std::string Attach(const DatabaseEntry& database);
+    // Throws the session's tempdb away. Not inside a transaction.
+    void DropTemporary();
     // Lets go of the database's file. Raises SqlError where a transaction has touched it.
     void Detach(int databaseId);
 
@@ -60,6 +62,7 @@ class Store {
   private:
     static int OnProgress(void* self);
     static int OnBusy(void* self, int calls);
+    std::string AttachTemporary();
     void DetachOldest();
     void ForgetStatements(const std::string& prefix);
 
@@ -68,6 +71,7 @@ class Store {
     std::function<bool()> cancelled_;
     bool stoppable_ = false;
     std::list<DatabaseEntry> attached_;  // the last used first
+    bool temporaryAttached_ = false;
     std::unordered_map<std::string, SqliteStatement> cache_;
 };
 

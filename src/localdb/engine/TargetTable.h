@@ -8,13 +8,12 @@ namespace quarv::localdb::engine {
 struct TargetTable {
     Metadata metadata;
     TableInfo table;
+    std::shared_ptr<TableInfo> variable;  // of a table variable, else nothing
 
     // Raises SqlError 208 where there is no such table, 259 for a view of the system's and 40517
     // for another view; `verb` names the statement then.
     static TargetTable Open(const tsql::ObjectName& name, BindContext& context,
                             const QString& verb);
-    // "dbo.t"
-    QString FullName() const { return table.object.schema + u'.' + table.object.name; }
 };
 
 }  // namespace quarv::localdb::engine

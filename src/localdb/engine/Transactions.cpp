@@ -41,6 +41,15 @@ void Transactions::End(bool committed, ResultSink& sink) {
     sink.TransactionEnded(id_, committed);
 }
 
+void Transactions::UndoBy(const std::string& sql) {
+    const auto run = [this, &sql] { RunQuietly(store_, sql.c_str()); };
+    if (undo_) {
+        undo_(run);
+    } else {
+        run();
+    }
+}
+
 void Transactions::Commit(ResultSink& sink) {
     if (count_ == 0) throw SqlError(3902);
     if (count_ > 1) {
@@ -55,12 +64,12 @@ void Transactions::Rollback(const QString& name, ResultSink& sink) {
     if (count_ == 0) throw SqlError(3903);
     for (size_t i = savepoints_.size(); !name.isEmpty() && i-- > 0;) {
         if (!SameName(savepoints_[i], name)) continue;
-        store_.Run("ROLLBACK TO " + SavepointName(i));
+        UndoBy("ROLLBACK TO " + SavepointName(i));
         savepoints_.resize(i + 1);
         return;
     }
     if (!name.isEmpty() && !SameName(name, name_)) throw SqlError(6401, {name});
-    if (changed_) RunQuietly(store_, "ROLLBACK");
+    if (changed_) UndoBy("ROLLBACK");
     End(false, sink);
 }
 

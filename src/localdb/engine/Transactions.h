@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,10 @@ namespace quarv::localdb::engine {
 class Transactions {
   public:
     explicit Transactions(Store& store) : store_(store) {}
+
+    // Every rollback is run by `undo`, which keeps what outlives it.
+    using Undo = std::function<void(const std::function<void()>&)>;
+    void SetUndo(Undo undo) { undo_ = std::move(undo); }
 
     int Count() const { return count_; }
 
@@ -39,8 +44,10 @@ class Transactions {
 
   private:
     void End(bool committed, ResultSink& sink);
+    void UndoBy(const std::string& sql);
 
     Store& store_;
+    Undo undo_;
     int count_ = 0;
     uint64_t id_ = 0;
     QString name_;

@@ -8,8 +8,9 @@ void RunUpdate(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     const auto& node = static_cast<const tsql::Update&>(statement);
     SessionState& session = frame.Session();
     BindContext context = frame.NewContext();
+    const tsql::ObjectName& target = ChangeQuery::TargetName(node.target, node.rows);
+    Transactions::Writing writing(session.transactions, context.MetadataFor(target).Prefix());
     RowUpdater updater(frame, context, node);
-    Transactions::Writing writing(session.transactions, updater.Prefix());
     updater.Run(sink);
     writing.Commit();
     session.rowCount = updater.Count();

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 #include <optional>
 #include <vector>
 
+#include "localdb/engine/ObjectInfo.h"
 #include "localdb/engine/SqlType.h"
 #include "localdb/engine/SqlValue.h"
 
@@ -18,6 +20,13 @@ class VariableTable {
         OwnedValue value;
     };
 
+    // A new table variable. Raises SqlError 134.
+    void DeclareTable(const QString& name, std::shared_ptr<TableInfo> table);
+    // Nothing where there is none.
+    const std::shared_ptr<TableInfo>* FindTable(const QString& name) const;
+    const std::vector<std::pair<QString, std::shared_ptr<TableInfo>>>& Tables() const {
+        return tables_;
+    }
     // A new variable, null. Raises SqlError 134 where the name is taken.
     size_t Declare(const QString& name, const SqlType& type);
     std::optional<size_t> Find(const QString& name) const;
@@ -27,6 +36,7 @@ class VariableTable {
 
   private:
     std::vector<Variable> variables_;
+    std::vector<std::pair<QString, std::shared_ptr<TableInfo>>> tables_;
 };
 
 }  // namespace quarv::localdb::engine

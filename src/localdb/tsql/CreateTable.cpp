@@ -138,18 +138,22 @@ bool TryTableConstraint(TokenReader& reader, CreateTable& table) {
 
 }  // namespace
 
+void ParseTableElements(TokenReader& reader, CreateTable& table) {
+    reader.ExpectSign(u"(");
+    do {
+        // A comma may stand before the closing parenthesis.
+        if (reader.AtSign(u")") && !table.columns.empty()) break;
+        if (!TryTableConstraint(reader, table)) ParseColumn(reader, table);
+    } while (reader.TrySign(u",") || reader.AtWord(u"constraint"));
+    reader.ExpectSign(u")");
+}
+
 StatementPtr ParseCreateTable(TokenReader& reader) {
     reader.Take();
     reader.Take();
     auto table = std::make_unique<CreateTable>();
     table->name = ParseObjectName(reader, true);
-    reader.ExpectSign(u"(");
-    do {
-        // A comma may stand before the closing parenthesis.
-        if (reader.AtSign(u")") && !table->columns.empty()) break;
-        if (!TryTableConstraint(reader, *table)) ParseColumn(reader, *table);
-    } while (reader.TrySign(u",") || reader.AtWord(u"constraint"));
-    reader.ExpectSign(u")");
+    ParseTableElements(reader, *table);
     ParseIndexOptions(reader);
     if (reader.AtWord(u"textimage_on")) reader.Unsupported(QStringLiteral("TEXTIMAGE_ON"));
     return table;

@@ -38,5 +38,7 @@ struct CreateTable : Statement {
 };
 
 StatementPtr ParseCreateTable(TokenReader& reader);
+// The columns and constraints in their parentheses.
+void ParseTableElements(TokenReader& reader, CreateTable& table);
 
 }  // namespace quarv::localdb::tsql

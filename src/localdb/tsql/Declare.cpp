@@ -1,8 +1,12 @@
 #include "localdb/tsql/Declare.h"
 
+#include "localdb/tsql/CreateTable.h"
 #include "localdb/tsql/ExpressionParser.h"
 
 namespace quarv::localdb::tsql {
+
+Declare::Declare() : Statement(StatementType::Declare) {}
+Declare::~Declare() = default;
 
 StatementPtr ParseDeclare(TokenReader& reader) {
     reader.Take();
@@ -13,10 +17,15 @@ StatementPtr ParseDeclare(TokenReader& reader) {
         item.line = reader.Line();
         item.name = reader.ExpectVariable();
         reader.TryWord(u"as");
-        if (reader.AtWord(u"table")) reader.Unsupported(QStringLiteral("table variable"));
         if (reader.AtWord(u"cursor")) reader.Unsupported(QStringLiteral("cursor"));
-        item.type = ParseTypeName(reader);
-        if (reader.TrySign(u"=")) item.value = ParseExpression(reader);
+        if (reader.TryWord(u"table")) {
+            item.table = std::make_unique<CreateTable>();
+            item.table->name.name = item.name;
+            ParseTableElements(reader, *item.table);
+        } else {
+            item.type = ParseTypeName(reader);
+            if (reader.TrySign(u"=")) item.value = ParseExpression(reader);
+        }
         statement->items.push_back(std::move(item));
     } while (reader.TrySign(u","));
     return statement;

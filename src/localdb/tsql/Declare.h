@@ -8,12 +8,17 @@ namespace quarv::localdb::tsql {
 
 class TokenReader;
 
+struct CreateTable;
+
+// DECLARE @x TABLE (...) too.
 struct Declare : Statement {
-    Declare() : Statement(StatementType::Declare) {}
+    Declare();
+    ~Declare() override;
     struct Item {
         QString name;
         TypeName type;
-        ExpressionPtr value;  // or nothing
+        ExpressionPtr value;                 // or nothing
+        std::unique_ptr<CreateTable> table;  // of a table variable, else nothing
         int line = 0;
     };
     std::vector<Item> items;

@@ -1,6 +1,7 @@
 #include "localdb/tsql/Insert.h"
 
 #include "localdb/tsql/ExpressionParser.h"
+#include "localdb/tsql/QueryClauses.h"
 
 namespace quarv::localdb::tsql {
 
@@ -35,17 +36,10 @@ StatementPtr ParseInsert(TokenReader& reader) {
             reader.Unsupported(QStringLiteral("INSERT ") + word.toString().toUpper());
     }
     reader.TryWord(u"into");
-    if (reader.Peek().kind == TokenKind::Variable) {
-        reader.Unsupported(QStringLiteral("table variable"));
-    }
-    insert->table = ParseObjectName(reader, true);
-    if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("INSERT ... WITH"));
-    if (reader.TrySign(u"(")) {
-        do {
-            insert->columns.push_back(reader.ExpectName());
-        } while (reader.TrySign(u","));
-        reader.ExpectSign(u")");
-    }
+    insert->table = ParseTableName(reader);
+    SkipTableHints(reader);
+    // A parenthesis may also open a query.
+    if (!reader.AtWord(u"select", 1)) insert->columns = ParseColumnNames(reader);
     if (reader.AtWord(u"output")) reader.Unsupported(QStringLiteral("OUTPUT"));
     if (reader.TryWord(u"values")) {
         ParseRows(reader, *insert);

@@ -118,12 +118,9 @@ namespace {
 
 TableSourcePtr ParseTable(TokenReader& reader) {
     if (reader.AtSign(u"(")) return ParseDerived(reader);
-    if (reader.Peek().kind == TokenKind::Variable) {
-        reader.Unsupported(QStringLiteral("table variable"));
-    }
     auto table = std::make_unique<NamedTable>();
     table->line = reader.Line();
-    table->name = ParseObjectName(reader, true);
+    table->name = ParseTableName(reader);
     if (reader.AtSign(u"(") && !reader.AtWord(u"nolock", 1)) {
         reader.Unsupported(QStringLiteral("table-valued function"));
     }
