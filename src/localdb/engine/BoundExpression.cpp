@@ -12,8 +12,9 @@ void BoundExpression::Write(SqlWriter& writer) const {
 }
 
 bool IsFixed(const BoundExpression& expression) {
-    return !expression.IsLeaf() && std::all_of(expression.parts.begin(), expression.parts.end(),
-                                               [](const BoundPtr& part) { return IsFixed(*part); });
+    return !expression.IsLeaf() && !expression.IsVolatile() &&
+           std::all_of(expression.parts.begin(), expression.parts.end(),
+                       [](const BoundPtr& part) { return IsFixed(*part); });
 }
 
 bool SameExpression(const BoundExpression& a, const BoundExpression& b) {

@@ -45,6 +45,8 @@ class BoundExpression {
     virtual bool IsAggregate() const { return false; }
     virtual bool IsColumn() const { return false; }
     virtual bool IsConstant() const { return false; }
+    // Gives another value each time it is asked.
+    virtual bool IsVolatile() const { return false; }
 
     // What tells this node from another of its class with equal parts and type.
     virtual std::string Detail() const { return {}; }

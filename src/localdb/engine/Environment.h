@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include "localdb/engine/SqlType.h"
 #include "localdb/engine/SqlValue.h"
@@ -39,6 +40,8 @@ enum class SystemValue : uint8_t {
     AppName,
 };
 
+class Metadata;
+
 class Environment {
   public:
     virtual ~Environment() = default;
@@ -49,6 +52,10 @@ class Environment {
     virtual void AssignVariable(size_t index, const SqlValue& value) const = 0;
     // The same within one statement. The text lives as long as the statement.
     virtual SqlValue Ask(SystemValue what) const = 0;
+    // At least 0 and below 1; a seed starts the session's row of numbers anew.
+    virtual double Random(std::optional<int64_t> seed) const = 0;
+    // The catalogue of the database whose names are looked up.
+    virtual Metadata Catalog() const = 0;
     // Null where there is no such object or database.
     virtual SqlValue ObjectId(const QString& name, const QString& type) const = 0;
     virtual SqlValue ObjectName(int64_t id) const = 0;

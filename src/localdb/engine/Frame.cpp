@@ -152,6 +152,14 @@ SqlValue Frame::Ask(SystemValue what) const {
     return {};
 }
 
+double Frame::Random(std::optional<int64_t> seed) const {
+    return session_.random.Next(seed);
+}
+
+Metadata Frame::Catalog() const {
+    return Metadata(session_.store, Database());
+}
+
 SqlValue Frame::ObjectId(const QString& name, const QString& type) const {
     const std::optional<tsql::ObjectName> parsed = tsql::ParseLooseName(name);
     if (!parsed) return {};

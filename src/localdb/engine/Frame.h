@@ -38,6 +38,8 @@ class Frame : public Environment {
     SqlValue VariableValue(size_t index) const override;
     void AssignVariable(size_t index, const SqlValue& value) const override;
     SqlValue Ask(SystemValue what) const override;
+    double Random(std::optional<int64_t> seed) const override;
+    Metadata Catalog() const override;
     SqlValue ObjectId(const QString& name, const QString& type) const override;
     SqlValue ObjectName(int64_t id) const override;
     SqlValue DatabaseIdOf(const QString& name) const override;

@@ -1,5 +1,6 @@
 #include "localdb/engine/Functions.h"
 
+#include <QHash>
 #include <array>
 
 #include "localdb/engine/SqlError.h"
@@ -8,13 +9,36 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-const FunctionEntry* FindFunction(const QString& name) {
-    for (const auto& table : {TextFunctions(), NumberFunctions(), SystemFunctions()}) {
-        for (const FunctionEntry& entry : table) {
-            if (entry.name.compare(name, Qt::CaseInsensitive) == 0) return &entry;
-        }
+using FunctionTable = QHash<QString, const FunctionEntry*>;
+
+FunctionTable AllFunctions() {
+    FunctionTable all;
+    for (const auto& table :
+         {TextFunctions(), TextEditFunctions(), TextSearchFunctions(), NumberFunctions(),
+          MathFunctions(), DateFunctions(), DateMakers(), ChoiceFunctions(), SystemFunctions()}) {
+        for (const FunctionEntry& entry : table) all.insert(entry.name.toString(), &entry);
     }
-    return nullptr;
+    return all;
+}
+
+const FunctionEntry* FindFunction(const QString& name) {
+    static const FunctionTable table = AllFunctions();
+    return table.value(name.toLower());
+}
+
+// The word that stands for a date part: a bare name, which the parser takes for a column.
+QString WordOf(const tsql::Expression& argument) {
+    if (argument.kind != tsql::ExpressionKind::Column) return {};
+    const tsql::ObjectName& name = static_cast<const tsql::ColumnName&>(argument).name;
+    return name.schema.isEmpty() ? name.name : QString();
+}
+
+void CheckCount(const FunctionEntry& entry, const tsql::Function& function) {
+    const size_t count = function.arguments.size();
+    if (count >= entry.least && count <= entry.most) return;
+    const QString name = function.name.toLower();
+    if (entry.least == entry.most) throw SqlError(174, {name, QString::number(entry.least)});
+    throw SqlError(189, {name, QString::number(entry.least), QString::number(entry.most)});
 }
 
 }  // namespace
@@ -35,7 +59,7 @@ SqlValue BoundCall::Evaluate(const Evaluation& evaluation) const {
 }
 
 std::string BoundCall::Detail() const {
-    return std::to_string(reinterpret_cast<uintptr_t>(compute_));
+    return std::to_string(reinterpret_cast<uintptr_t>(compute_)) + ':' + std::to_string(option);
 }
 
 BoundPtr BindScalarFunction(const tsql::Function& function, ExpressionBinder& binder) {
@@ -43,19 +67,14 @@ BoundPtr BindScalarFunction(const tsql::Function& function, ExpressionBinder& bi
     if (!entry) {
         throw SqlError(195, {function.name, QStringLiteral("built-in function name")});
     }
-    const size_t count = function.arguments.size();
-    if (count < entry->least || count > entry->most) {
-        const QString name = function.name.toLower();
-        if (entry->least == entry->most) {
-            throw SqlError(174, {name, QString::number(entry->least)});
-        }
-        throw SqlError(189, {name, QString::number(entry->least), QString::number(entry->most)});
-    }
+    CheckCount(*entry, function);
     std::vector<BoundPtr> arguments;
-    for (const tsql::ExpressionPtr& argument : function.arguments) {
-        arguments.push_back(binder.Value(*argument));
+    for (size_t i = entry->bindWord ? 1 : 0; i < function.arguments.size(); ++i) {
+        arguments.push_back(binder.Value(*function.arguments[i]));
     }
-    return entry->bind(std::move(arguments));
+    if (!entry->bindWord) return entry->bind(std::move(arguments));
+    return entry->bindWord(function.name.toLower(), WordOf(*function.arguments.front()),
+                           std::move(arguments));
 }
 
 }  // namespace quarv::localdb::engine

@@ -18,9 +18,13 @@ class BoundCall : public BoundExpression {
 
     BoundCall(Compute compute, bool takesNull) : compute_(compute), takesNull_(takesNull) {}
     SqlValue Evaluate(const Evaluation& evaluation) const override;
+    bool IsVolatile() const override { return isVolatile; }
     std::string Detail() const override;
 
     static constexpr size_t MaxArguments = 254;
+
+    bool isVolatile = false;  // another value for each row
+    int option = 0;           // what the function was bound with: a date part, a property
 
   private:
     Compute compute_;
@@ -29,16 +33,26 @@ class BoundCall : public BoundExpression {
 
 // How a function is bound; the arguments are bound already and may be converted.
 using BindFunctionCall = BoundPtr (*)(std::vector<BoundPtr> arguments);
+// Of a function whose first argument is a word, not a value. `word` is empty where it is none.
+using BindWordCall = BoundPtr (*)(const QString& function, const QString& word,
+                                  std::vector<BoundPtr> arguments);
 
 struct FunctionEntry {
     QStringView name;  // lower case
     size_t least, most;
     BindFunctionCall bind;
+    BindWordCall bindWord = nullptr;  // instead of `bind`
 };
 
-// The tables of the files TextFunctions, NumberFunctions and SystemFunctions.
+// The tables of the files that are named after them.
 std::span<const FunctionEntry> TextFunctions();
+std::span<const FunctionEntry> TextEditFunctions();
+std::span<const FunctionEntry> TextSearchFunctions();
 std::span<const FunctionEntry> NumberFunctions();
+std::span<const FunctionEntry> MathFunctions();
+std::span<const FunctionEntry> DateFunctions();
+std::span<const FunctionEntry> DateMakers();
+std::span<const FunctionEntry> ChoiceFunctions();
 std::span<const FunctionEntry> SystemFunctions();
 
 }  // namespace quarv::localdb::engine

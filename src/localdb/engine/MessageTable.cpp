@@ -59,6 +59,7 @@ constexpr MessageText Table[] = {
     {147, 15, 1,
      u"An aggregate may not appear in the WHERE clause unless it is in a subquery contained in a "
      u"HAVING clause or a select list, and the column being aggregated is an outer reference."},
+    {155, 15, 1, u"'%' is not a recognized % option."},
     {156, 15, 1, u"Incorrect syntax near the keyword '%'."},
     {158, 15, 1, u"An aggregate may not appear in the OUTPUT clause."},
     {164, 15, 1,
@@ -106,6 +107,12 @@ constexpr MessageText Table[] = {
      u"The column \"%\" cannot be modified because it is either a computed column or is the result "
      u"of a UNION operator."},
     {281, 16, 1, u"% is not a valid style number when converting from % to a character string."},
+    {289, 16, 1,
+     u"Cannot construct data type %, some of the arguments have values which are not valid."},
+    {302, 16, 0,
+     u"The newsequentialid() built-in function can only be used in a DEFAULT expression for a "
+     u"column of type 'uniqueidentifier' in a CREATE TABLE or ALTER TABLE statement. It cannot be "
+     u"combined with other operators to form a complex scalar expression."},
     {310, 15, 1,
      u"The value % specified for the MAXRECURSION option exceeds the allowed maximum of 32767."},
     {402, 16, 1, u"The data types % and % are incompatible in the % operator."},
@@ -117,8 +124,13 @@ constexpr MessageText Table[] = {
     {515, 16, 2,
      u"Cannot insert the value NULL into column '%', table '%'; column does not allow nulls. % "
      u"fails."},
+    {517, 16, 1, u"Adding a value to a '%' column caused an overflow."},
     {529, 16, 2, u"Explicit conversion from data type % to % is not allowed."},
-    {537, 16, 2, u"Invalid length parameter passed to the % function."},
+    {535, 16, 0,
+     u"The % function resulted in an overflow. The number of dateparts separating two date/time "
+     u"instances is too large. Try to use % with a less precise datepart."},
+    {536, 16, 1, u"Invalid length parameter passed to the % function."},
+    {537, 16, 2, u"Invalid length parameter passed to the LEFT or SUBSTRING function."},
     {544, 16, 1,
      u"Cannot insert explicit value for identity column in table '%' when IDENTITY_INSERT is set "
      u"to OFF."},
@@ -141,6 +153,7 @@ constexpr MessageText Table[] = {
     {1013, 16, 1,
      u"The objects \"%\" and \"%\" in the FROM clause have the same exposed names. Use correlation "
      u"names to distinguish them."},
+    {1023, 15, 1, u"Invalid parameter % specified for %."},
     {1033, 15, 1,
      u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and "
      u"common table expressions, unless TOP, OFFSET or FOR XML is also specified."},
@@ -220,6 +233,7 @@ constexpr MessageText Table[] = {
      u"it."},
     {2812, 16, 62, u"Could not find stored procedure '%'."},
     {3621, 0, 0, u"The statement has been terminated."},
+    {3623, 16, 1, u"An invalid floating point operation occurred."},
     {3701, 11, 5, u"Cannot % the % '%', because it does not exist or you do not have permission."},
     {3702, 16, 3, u"Cannot drop database \"%\" because it is currently in use."},
     {3705, 16, 1, u"Cannot use DROP % with '%' because '%' is a %. Use DROP %."},
@@ -302,6 +316,12 @@ constexpr MessageText Table[] = {
      u"The query processor ran out of internal resources and could not produce a query plan. This "
      u"is a rare event and only expected for extremely complex queries or queries that reference a "
      u"very large number of tables or partitions. Please simplify the query."},
+    {9806, 16, 1, u"The datepart % is not supported by date function %."},
+    {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
+    {9828, 16, 1,
+     u"The second and third arguments of the TRANSLATE built-in function must contain an equal "
+     u"number of "
+     u"characters."},
     {10738, 15, 1,
      u"The number of row value expressions in the INSERT statement exceeds the maximum allowed "
      u"number of 1000 row values."},

@@ -4,26 +4,13 @@
 
 #include "localdb/engine/Arithmetic.h"
 #include "localdb/engine/DecimalMath.h"
-#include "localdb/engine/Functions.h"
-#include "localdb/engine/Moment.h"
+#include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TypeRules.h"
 
 namespace quarv::localdb::engine {
 
 namespace {
-
-using Arguments = std::vector<BoundPtr>;
-using Compute = BoundCall::Compute;
-
-BoundPtr Call(Compute compute, const SqlType& type, Arguments arguments) {
-    auto call = std::make_unique<BoundCall>(compute, false);
-    call->type = type;
-    call->nullable = std::any_of(arguments.begin(), arguments.end(),
-                                 [](const BoundPtr& argument) { return argument->nullable; });
-    call->parts = std::move(arguments);
-    return call;
-}
 
 // A number as the numeric functions take it: text as float, small integers as int.
 BoundPtr AsNumber(BoundPtr value, const char16_t* function) {
@@ -37,11 +24,15 @@ BoundPtr AsNumber(BoundPtr value, const char16_t* function) {
             return ExpressionBinder::Convert(std::move(value), IntType());
         case TypeClass::Text:
             return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::Float));
-        case TypeClass::Moment:
+        case TypeClass::Money:
+            return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::Money));
+        case TypeClass::Real:
+            return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::Float));
+        case TypeClass::Decimal:
+            return value;
+        default:
             throw SqlError(8116,
                            {value->type.Name(), QStringLiteral("1"), QString::fromUtf16(function)});
-        default:
-            return value;
     }
 }
 
@@ -53,7 +44,7 @@ SqlValue Abs(const BoundCall& call, const SqlValue* a, const Evaluation&) {
 BoundPtr BindAbs(Arguments arguments) {
     arguments[0] = AsNumber(std::move(arguments[0]), u"abs");
     const SqlType type = arguments[0]->type;
-    return Call(Abs, type, std::move(arguments));
+    return MakeCall(Abs, type, std::move(arguments));
 }
 
 // The next whole number below (-1) or above (1).
@@ -78,7 +69,7 @@ BoundPtr BindToWhole(Arguments arguments) {
     arguments[0] = AsNumber(std::move(arguments[0]), Direction < 0 ? u"floor" : u"ceiling");
     SqlType type = arguments[0]->type;
     if (ClassOf(type) == TypeClass::Decimal) type.scale = 0;
-    return Call(ToWhole<Direction>, type, std::move(arguments));
+    return MakeCall(ToWhole<Direction>, type, std::move(arguments));
 }
 
 Int128 RoundTo(Int128 value, int scale, int64_t places, bool cut) {
@@ -130,36 +121,17 @@ BoundPtr BindRound(Arguments arguments) {
             ExpressionBinder::Convert(std::move(arguments[i]), MakeType(TypeKind::BigInt));
     }
     const SqlType type = arguments[0]->type;
-    return Call(Round, type, std::move(arguments));
-}
-
-enum class Part { Year, Month, Day };
-
-template <Part Which>
-SqlValue PartOfDate(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    const Moment moment = Moment::Load(TypeKind::DateTime, a[0].integer);
-    return SqlValue::Integer(Which == Part::Year    ? moment.year
-                             : Which == Part::Month ? moment.month
-                                                    : moment.day);
-}
-
-template <Part Which>
-BoundPtr BindPartOfDate(Arguments arguments) {
-    arguments[0] = ExpressionBinder::Convert(std::move(arguments[0]), MakeType(TypeKind::DateTime));
-    return Call(PartOfDate<Which>, IntType(), std::move(arguments));
+    return MakeCall(Round, type, std::move(arguments));
 }
 
 }  // namespace
 
 std::span<const FunctionEntry> NumberFunctions() {
-    static constexpr std::array<FunctionEntry, 7> Table = {{
+    static constexpr std::array<FunctionEntry, 4> Table = {{
         {u"abs", 1, 1, BindAbs},
         {u"floor", 1, 1, BindToWhole<-1>},
         {u"ceiling", 1, 1, BindToWhole<1>},
         {u"round", 2, 3, BindRound},
-        {u"year", 1, 1, BindPartOfDate<Part::Year>},
-        {u"month", 1, 1, BindPartOfDate<Part::Month>},
-        {u"day", 1, 1, BindPartOfDate<Part::Day>},
     }};
     return Table;
 }

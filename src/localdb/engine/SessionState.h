@@ -5,6 +5,7 @@
 #include <QString>
 #include <map>
 
+#include "localdb/engine/RandomNumbers.h"
 #include "localdb/engine/ResultSink.h"
 #include "localdb/engine/Store.h"
 #include "localdb/engine/SystemObjects.h"
@@ -54,6 +55,7 @@ struct SessionState {
     int error = 0;                    // @@ERROR
     std::optional<int64_t> identity;  // @@IDENTITY
     int nestLevel = 0;
+    RandomNumbers random;                      // RAND
     std::map<int64_t, PreparedText> prepared;  // by handle
     int64_t lastHandle = 0;
 };

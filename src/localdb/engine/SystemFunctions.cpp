@@ -1,77 +1,16 @@
 #include <array>
 
-#include "localdb/engine/Arithmetic.h"
-#include "localdb/engine/Functions.h"
-#include "localdb/engine/SqlError.h"
+#include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/SystemVariables.h"
-#include "localdb/engine/TypeRules.h"
 #include "localdb/engine/Utf8.h"
 
 namespace quarv::localdb::engine {
 
 namespace {
 
-using Arguments = std::vector<BoundPtr>;
-
 template <SystemValue What>
 BoundPtr BindSystemValue(Arguments) {
     return MakeSystemValue(What);
-}
-
-// ISNULL has the type of its first argument, whatever the second is.
-SqlValue IsNullValue(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    return a[0].IsNull() ? a[1] : a[0];
-}
-
-BoundPtr BindIsNullFunction(Arguments arguments) {
-    auto call = std::make_unique<BoundCall>(IsNullValue, true);
-    call->type = arguments[0]->untypedNull ? arguments[1]->type : arguments[0]->type;
-    call->nullable = arguments[0]->nullable && arguments[1]->nullable;
-    for (BoundPtr& argument : arguments) {
-        argument = ExpressionBinder::Convert(std::move(argument), call->type);
-    }
-    call->parts = std::move(arguments);
-    return call;
-}
-
-SqlValue FirstNotNull(const BoundCall& call, const SqlValue* a, const Evaluation&) {
-    for (size_t i = 0; i < call.parts.size(); ++i) {
-        if (!a[i].IsNull()) return a[i];
-    }
-    return {};
-}
-
-BoundPtr BindCoalesce(Arguments arguments) {
-    auto call = std::make_unique<BoundCall>(FirstNotNull, true);
-    bool typed = false;
-    call->nullable = true;
-    for (const BoundPtr& argument : arguments) {
-        call->nullable = call->nullable && argument->nullable;
-        if (argument->untypedNull) continue;
-        call->type = typed ? TypeRules::Common(call->type, argument->type) : argument->type;
-        typed = true;
-    }
-    if (!typed) throw SqlError(4127);
-    for (BoundPtr& argument : arguments) {
-        argument = ExpressionBinder::Convert(std::move(argument), call->type);
-    }
-    call->parts = std::move(arguments);
-    return call;
-}
-
-SqlValue NullIfValue(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    const bool equal = !a[0].IsNull() && !a[1].IsNull() && CompareValues(a[0], a[1]) == 0;
-    return equal ? SqlValue() : a[0];
-}
-
-BoundPtr BindNullIf(Arguments arguments) {
-    if (arguments[0]->untypedNull) throw SqlError(4151);
-    auto call = std::make_unique<BoundCall>(NullIfValue, true);
-    // The first argument's type stays, unless a comparison needs a wider one for both.
-    ExpressionBinder::Unify(arguments[0], arguments[1]);
-    call->type = arguments[0]->type;
-    call->parts = std::move(arguments);
-    return call;
 }
 
 BoundPtr BindDatabaseFunction(Arguments arguments, bool byName) {
@@ -132,10 +71,7 @@ BoundPtr BindObjectName(Arguments arguments) {
 }  // namespace
 
 std::span<const FunctionEntry> SystemFunctions() {
-    static constexpr std::array<FunctionEntry, 21> Table = {{
-        {u"isnull", 2, 2, BindIsNullFunction},
-        {u"coalesce", 1, BoundCall::MaxArguments, BindCoalesce},
-        {u"nullif", 2, 2, BindNullIf},
+    static constexpr std::array<FunctionEntry, 18> Table = {{
         {u"getdate", 0, 0, BindSystemValue<SystemValue::Now>},
         {u"current_timestamp", 0, 0, BindSystemValue<SystemValue::Now>},
         {u"getutcdate", 0, 0, BindSystemValue<SystemValue::UtcNow>},

@@ -2,8 +2,7 @@
 #include <array>
 
 #include "localdb/engine/Collation.h"
-#include "localdb/engine/Conversion.h"
-#include "localdb/engine/Functions.h"
+#include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TypeRules.h"
 #include "localdb/engine/Utf8.h"
@@ -12,39 +11,12 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-using Arguments = std::vector<BoundPtr>;
-using Compute = BoundCall::Compute;
-
-BoundPtr AsText(BoundPtr value) {
-    if (ClassOf(value->type) == TypeClass::Text && !value->untypedNull) return value;
-    return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::VarChar, 8000));
-}
-
-BoundPtr AsInteger(BoundPtr value) {
-    return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::BigInt));
-}
-
-BoundPtr Call(Compute compute, const SqlType& type, Arguments arguments, bool takesNull = false) {
-    auto call = std::make_unique<BoundCall>(compute, takesNull);
-    call->type = type;
-    call->nullable = std::any_of(arguments.begin(), arguments.end(),
-                                 [](const BoundPtr& argument) { return argument->nullable; });
-    call->parts = std::move(arguments);
-    return call;
-}
-
-SqlType Varying(SqlType type) {
-    if (type.kind == TypeKind::NChar) type.kind = TypeKind::NVarChar;
-    if (type.kind == TypeKind::Char) type.kind = TypeKind::VarChar;
-    return type;
-}
-
 // A function of one text that gives a text of the same type.
 template <Compute Function>
 BoundPtr BindSameText(Arguments arguments) {
     arguments[0] = AsText(std::move(arguments[0]));
     const SqlType type = Varying(arguments[0]->type);
-    return Call(Function, type, std::move(arguments));
+    return MakeCall(Function, type, std::move(arguments));
 }
 
 // The text first, numbers behind it.
@@ -53,7 +25,7 @@ BoundPtr BindTextAndNumbers(Arguments arguments) {
     arguments[0] = AsText(std::move(arguments[0]));
     for (size_t i = 1; i < arguments.size(); ++i) arguments[i] = AsInteger(std::move(arguments[i]));
     const SqlType type = Varying(arguments[0]->type);
-    return Call(Function, type, std::move(arguments));
+    return MakeCall(Function, type, std::move(arguments));
 }
 
 SqlValue Len(const BoundCall&, const SqlValue* a, const Evaluation&) {
@@ -64,7 +36,7 @@ SqlValue Len(const BoundCall&, const SqlValue* a, const Evaluation&) {
 BoundPtr BindLen(Arguments arguments) {
     arguments[0] = AsText(std::move(arguments[0]));
     const bool max = arguments[0]->type.length == SqlType::Max;
-    return Call(Len, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
+    return MakeCall(Len, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
 }
 
 SqlValue DataLength(const BoundCall& call, const SqlValue* a, const Evaluation&) {
@@ -76,7 +48,7 @@ SqlValue DataLength(const BoundCall& call, const SqlValue* a, const Evaluation&)
 
 BoundPtr BindDataLength(Arguments arguments) {
     const bool max = arguments[0]->type.length == SqlType::Max;
-    return Call(DataLength, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
+    return MakeCall(DataLength, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
 }
 
 template <char32_t (*Map)(char32_t)>
@@ -96,35 +68,14 @@ char32_t ToLower(char32_t code) {
     return QChar::toLower(code);
 }
 
-std::string_view TrimLeft(std::string_view text) {
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    return text;
-}
-
-SqlValue LTrim(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    return SqlValue::Text(TrimLeft(a[0].text));
-}
-
-SqlValue RTrim(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    return SqlValue::Text(WithoutTrailingBlanks(a[0].text));
-}
-
-SqlValue Trim(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    return SqlValue::Text(TrimLeft(WithoutTrailingBlanks(a[0].text)));
-}
-
-[[noreturn]] void InvalidLength(const char16_t* function) {
-    throw SqlError(537, {QString::fromUtf16(function)});
-}
-
 SqlValue Left(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    if (a[1].integer < 0) InvalidLength(u"LEFT");
+    if (a[1].integer < 0) throw SqlError(537);
     const size_t end = BytesOfCharacters(a[0].text, static_cast<size_t>(a[1].integer));
     return SqlValue::Text(a[0].text.substr(0, end));
 }
 
 SqlValue Right(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    if (a[1].integer < 0) InvalidLength(u"RIGHT");
+    if (a[1].integer < 0) throw SqlError(536, {QStringLiteral("RIGHT")});
     const size_t all = CharacterCount(a[0].text);
     const auto wanted = static_cast<size_t>(a[1].integer);
     const size_t begin = wanted >= all ? 0 : BytesOfCharacters(a[0].text, all - wanted);
@@ -132,7 +83,7 @@ SqlValue Right(const BoundCall&, const SqlValue* a, const Evaluation&) {
 }
 
 SqlValue Substring(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    if (a[2].integer < 0) InvalidLength(u"SUBSTRING");
+    if (a[2].integer < 0) throw SqlError(537);
     // A start before the text takes from the length.
     const auto characters = static_cast<Int128>(CharacterCount(a[0].text));
     const Int128 begin = std::max<Int128>(a[1].integer, 1) - 1;
@@ -170,7 +121,8 @@ BoundPtr BindCharIndex(Arguments arguments) {
     arguments[0] = AsText(std::move(arguments[0]));
     arguments[1] = AsText(std::move(arguments[1]));
     if (arguments.size() > 2) arguments[2] = AsInteger(std::move(arguments[2]));
-    return Call(CharIndex, IntType(), std::move(arguments));
+    const bool max = arguments[1]->type.length == SqlType::Max;
+    return MakeCall(CharIndex, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
 }
 
 SqlValue Replace(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
@@ -187,9 +139,7 @@ SqlValue Replace(const BoundCall& call, const SqlValue* a, const Evaluation& eva
             result += text.substr(from, at - from);
         }
     }
-    const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
-    return Conversion::Convert(SqlValue::Text(evaluation.arena->Keep(result)), all, call.type,
-                               Conversion::NoStyle, *evaluation.arena);
+    return FitResult(call, evaluation.arena->Keep(result), evaluation);
 }
 
 BoundPtr BindReplace(Arguments arguments) {
@@ -197,9 +147,7 @@ BoundPtr BindReplace(Arguments arguments) {
     for (BoundPtr& argument : arguments) argument = AsText(std::move(argument));
     type = TypeRules::Common(TypeRules::Common(arguments[0]->type, arguments[1]->type),
                              arguments[2]->type);
-    type = Varying(type);
-    if (type.length != SqlType::Max) type.length = IsUnicode(type.kind) ? 4000 : 8000;
-    return Call(Replace, type, std::move(arguments));
+    return MakeCall(Replace, Widest(type), std::move(arguments));
 }
 
 SqlValue Replicate(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
@@ -211,17 +159,14 @@ SqlValue Replicate(const BoundCall& call, const SqlValue* a, const Evaluation& e
     if (max && size > 0 && a[1].integer > limit / size) throw SqlError(8623);
     char* out = evaluation.arena->Allocate(static_cast<size_t>(times * size));
     for (int64_t i = 0; i < times; ++i) std::copy_n(a[0].text.data(), size, out + i * size);
-    const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
-    return Conversion::Convert(SqlValue::Text({out, static_cast<size_t>(times * size)}), all,
-                               call.type, Conversion::NoStyle, *evaluation.arena);
+    return FitResult(call, {out, static_cast<size_t>(times * size)}, evaluation);
 }
 
 BoundPtr BindReplicate(Arguments arguments) {
     arguments[0] = AsText(std::move(arguments[0]));
     arguments[1] = AsInteger(std::move(arguments[1]));
-    SqlType type = Varying(arguments[0]->type);
-    if (type.length != SqlType::Max) type.length = IsUnicode(type.kind) ? 4000 : 8000;
-    return Call(Replicate, type, std::move(arguments));
+    const SqlType type = Widest(arguments[0]->type);
+    return MakeNullableCall(Replicate, type, std::move(arguments));
 }
 
 SqlValue Concat(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
@@ -231,9 +176,7 @@ SqlValue Concat(const BoundCall& call, const SqlValue* a, const Evaluation& eval
     char* end = out;
     for (size_t i = 0; i < call.parts.size(); ++i)
         end = std::copy_n(a[i].text.data(), a[i].text.size(), end);
-    const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
-    return Conversion::Convert(SqlValue::Text({out, size}), all, call.type, Conversion::NoStyle,
-                               *evaluation.arena);
+    return FitResult(call, {out, size}, evaluation);
 }
 
 BoundPtr BindConcat(Arguments arguments) {
@@ -247,36 +190,57 @@ BoundPtr BindConcat(Arguments arguments) {
         MakeType(unicode ? TypeKind::NVarChar : TypeKind::VarChar, max       ? SqlType::Max
                                                                    : unicode ? 4000
                                                                              : 8000);
-    BoundPtr call = Call(Concat, type, std::move(arguments), true);
+    BoundPtr call = MakeCall(Concat, type, std::move(arguments), true);
     call->nullable = false;
     return call;
 }
 
+// What the code page of varchar (Windows-1252) has at 0x80 to 0x9F; elsewhere it is Latin-1. Places
+// without a character stand for themselves.
+constexpr std::array<char16_t, 32> CodePagePart = {
+    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+char32_t FromCodePage(int64_t number) {
+    const bool part = number >= 0x80 && number < 0xA0;
+    return part ? CodePagePart[static_cast<size_t>(number - 0x80)] : static_cast<char32_t>(number);
+}
+
+// A question mark for what the code page does not have.
+int64_t ToCodePage(char32_t code) {
+    if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) return code;
+    const auto* found = std::find(CodePagePart.begin(), CodePagePart.end(), code);
+    return found != CodePagePart.end() ? 0x80 + (found - CodePagePart.begin()) : '?';
+}
+
 SqlValue Character(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
     const bool unicode = IsUnicode(call.type.kind);
-    if (a[0].integer < 0 || a[0].integer > (unicode ? 0x10FFFF : 127)) return {};
+    if (a[0].integer < 0 || a[0].integer > (unicode ? 0xFFFF : 0xFF)) return {};
     char* out = evaluation.arena->Allocate(4);
-    return SqlValue::Text({out, PutCodePoint(static_cast<char32_t>(a[0].integer), out)});
+    const char32_t code =
+        unicode ? static_cast<char32_t>(a[0].integer) : FromCodePage(a[0].integer);
+    return SqlValue::Text({out, PutCodePoint(code, out)});
 }
 
 template <TypeKind Kind>
 BoundPtr BindCharacter(Arguments arguments) {
     arguments[0] = AsInteger(std::move(arguments[0]));
-    BoundPtr call =
-        Call(Character, MakeType(Kind, Kind == TypeKind::NChar ? 2 : 1), std::move(arguments));
-    call->nullable = true;
-    return call;
+    return MakeNullableCall(Character, MakeType(Kind, 1), std::move(arguments));
 }
 
-SqlValue Unicode(const BoundCall&, const SqlValue* a, const Evaluation&) {
+template <bool Ascii>
+SqlValue NumberOfFirst(const BoundCall&, const SqlValue* a, const Evaluation&) {
     size_t at = 0;
     if (a[0].text.empty()) return {};
-    return SqlValue::Integer(NextCodePoint(a[0].text, at));
+    const char32_t code = NextCodePoint(a[0].text, at);
+    return SqlValue::Integer(Ascii ? ToCodePage(code) : code);
 }
 
-BoundPtr BindUnicode(Arguments arguments) {
+template <bool Ascii>
+BoundPtr BindNumberOfFirst(Arguments arguments) {
     arguments[0] = AsText(std::move(arguments[0]));
-    return Call(Unicode, IntType(), std::move(arguments));
+    return MakeNullableCall(NumberOfFirst<Ascii>, IntType(), std::move(arguments));
 }
 
 SqlValue Space(const BoundCall&, const SqlValue* a, const Evaluation& evaluation) {
@@ -289,20 +253,17 @@ SqlValue Space(const BoundCall&, const SqlValue* a, const Evaluation& evaluation
 
 BoundPtr BindSpace(Arguments arguments) {
     arguments[0] = AsInteger(std::move(arguments[0]));
-    return Call(Space, MakeType(TypeKind::VarChar, 8000), std::move(arguments));
+    return MakeNullableCall(Space, MakeType(TypeKind::VarChar, 8000), std::move(arguments));
 }
 
 }  // namespace
 
 std::span<const FunctionEntry> TextFunctions() {
-    static constexpr std::array<FunctionEntry, 19> Table = {{
+    static constexpr std::array<FunctionEntry, 16> Table = {{
         {u"len", 1, 1, BindLen},
         {u"datalength", 1, 1, BindDataLength},
         {u"upper", 1, 1, BindSameText<MapCase<ToUpper>>},
         {u"lower", 1, 1, BindSameText<MapCase<ToLower>>},
-        {u"ltrim", 1, 1, BindSameText<LTrim>},
-        {u"rtrim", 1, 1, BindSameText<RTrim>},
-        {u"trim", 1, 1, BindSameText<Trim>},
         {u"left", 2, 2, BindTextAndNumbers<Left>},
         {u"right", 2, 2, BindTextAndNumbers<Right>},
         {u"substring", 3, 3, BindTextAndNumbers<Substring>},
@@ -312,8 +273,8 @@ std::span<const FunctionEntry> TextFunctions() {
         {u"concat", 2, BoundCall::MaxArguments, BindConcat},
         {u"char", 1, 1, BindCharacter<TypeKind::Char>},
         {u"nchar", 1, 1, BindCharacter<TypeKind::NChar>},
-        {u"unicode", 1, 1, BindUnicode},
-        {u"ascii", 1, 1, BindUnicode},
+        {u"unicode", 1, 1, BindNumberOfFirst<false>},
+        {u"ascii", 1, 1, BindNumberOfFirst<true>},
         {u"space", 1, 1, BindSpace},
     }};
     return Table;

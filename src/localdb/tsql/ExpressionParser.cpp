@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "localdb/tsql/CallParser.h"
 #include "localdb/tsql/ExpressionNode.h"
 #include "localdb/tsql/Query.h"
 
@@ -158,11 +159,15 @@ WordParser FindWordParser(TokenReader& reader) {
         QStringView word;
         WordParser parse;
     };
-    static constexpr std::array<Entry, 5> Table = {{{u"case", ParseCase},
+    static constexpr std::array<Entry, 9> Table = {{{u"case", ParseCase},
                                                     {u"cast", ParseCast},
                                                     {u"try_cast", ParseCast},
                                                     {u"convert", ParseConvert},
-                                                    {u"try_convert", ParseConvert}}};
+                                                    {u"try_convert", ParseConvert},
+                                                    {u"iif", ParseIif},
+                                                    {u"trim", ParseTrim},
+                                                    {u"parse", RefuseCall},
+                                                    {u"try_parse", RefuseCall}}};
     for (const Entry& entry : Table) {
         const bool call = entry.parse == ParseCase || reader.AtSign(u"(", 1);
         if (call && reader.AtWord(entry.word)) return entry.parse;

@@ -1,0 +1,39 @@
+#include "localdb/engine/DateArguments.h"
+
+#include "localdb/engine/SqlError.h"
+#include "localdb/engine/TextNumber.h"
+
+namespace quarv::localdb::engine {
+
+BoundPtr AsDate(BoundPtr value, int number, const QString& function) {
+    if (value->untypedNull) {
+        return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::DateTime));
+    }
+    switch (ClassOf(value->type)) {
+        case TypeClass::Moment:
+        case TypeClass::Text:
+            return value;
+        case TypeClass::Integer:
+        case TypeClass::Decimal:
+        case TypeClass::Money:
+        case TypeClass::Real:
+            return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::DateTime));
+        default:
+            throw SqlError(8116, {value->type.Name(), QString::number(number), function});
+    }
+}
+
+Moment MomentOf(const SqlValue& value, const SqlType& type) {
+    if (ClassOf(type) != TypeClass::Text) return Moment::Load(type.kind, value.integer);
+    const std::optional<Moment> parsed = Moment::Parse(value.text);
+    if (parsed) return *parsed;
+    const bool day = TextNumber::LooksLikeDate(value.text);
+    throw SqlError(day ? 242 : 241, {type.Name(), QStringLiteral("datetime")});
+}
+
+std::optional<SqlValue> ValueOf(const Moment& moment, const SqlType& type) {
+    const std::optional<int64_t> stored = moment.Store(type.kind);
+    return stored ? std::optional(SqlValue::Integer(*stored)) : std::nullopt;
+}
+
+}  // namespace quarv::localdb::engine
