@@ -142,13 +142,24 @@ SqlValue Texts(std::string_view a, std::string_view b, const SqlType& result, Te
     char* joined = arena.Allocate(a.size() + b.size());
     std::copy(a.begin(), a.end(), joined);
     std::copy(b.begin(), b.end(), joined + a.size());
-    const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
+    const SqlType all =
+        MakeType(IsUnicode(result.kind) ? TypeKind::NVarChar : TypeKind::VarChar, SqlType::Max);
     // Joined fixed lengths are as long as both; only what is beyond the limit is cut.
     SqlType limit = result;
     if (limit.kind == TypeKind::NChar) limit.kind = TypeKind::NVarChar;
     if (limit.kind == TypeKind::Char) limit.kind = TypeKind::VarChar;
     return Conversion::Convert(SqlValue::Text({joined, a.size() + b.size()}), all, limit,
                                Conversion::NoStyle, arena);
+}
+
+// Cut where they are longer than a value may be.
+SqlValue Bytes(std::string_view a, std::string_view b, const SqlType& result, TextArena& arena) {
+    char* joined = arena.Allocate(a.size() + b.size());
+    std::copy(a.begin(), a.end(), joined);
+    std::copy(b.begin(), b.end(), joined + a.size());
+    const std::string_view all(joined, a.size() + b.size());
+    return SqlValue::Bytes(
+        result.length == SqlType::Max ? all : all.substr(0, static_cast<size_t>(result.length)));
 }
 
 }  // namespace
@@ -168,6 +179,8 @@ SqlValue Arithmetic::Apply(char16_t sign, const SqlValue& a, const SqlType& type
             return Reals(sign, a.real, b.real, result);
         case TypeClass::Text:
             return Texts(a.text, b.text, result, arena);
+        case TypeClass::Binary:
+            return Bytes(a.text, b.text, result, arena);
         default:
             return Moments(sign, a.integer, b.integer, result);
     }
@@ -189,6 +202,16 @@ SqlValue Arithmetic::Negate(char16_t sign, const SqlValue& a, const SqlType& typ
     }
 }
 
+// The shorter counts as filled up with zeros.
+static int CompareBytes(std::string_view a, std::string_view b) {
+    const size_t common = std::min(a.size(), b.size());
+    const int order = a.substr(0, common).compare(b.substr(0, common));
+    if (order != 0) return order;
+    const std::string_view rest = a.size() > b.size() ? a.substr(common) : b.substr(common);
+    if (rest.find_first_not_of('\0') == std::string_view::npos) return 0;
+    return a.size() > b.size() ? 1 : -1;
+}
+
 int CompareValues(const SqlValue& a, const SqlValue& b) {
     switch (a.kind) {
         case SqlValue::Kind::Integer:
@@ -197,6 +220,8 @@ int CompareValues(const SqlValue& a, const SqlValue& b) {
             return a.real < b.real ? -1 : a.real > b.real ? 1 : 0;
         case SqlValue::Kind::Wide:
             return a.wide < b.wide ? -1 : a.wide > b.wide ? 1 : 0;
+        case SqlValue::Kind::Bytes:
+            return CompareBytes(a.text, b.text);
         case SqlValue::Kind::Text:
             return Collation::Compare(a.text, b.text);
         default:

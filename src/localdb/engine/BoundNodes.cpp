@@ -42,6 +42,8 @@ bool StorageCompares(const SqlType& a, const SqlType& b) {
     if (ClassOf(a) == TypeClass::Decimal) {
         return a.scale == b.scale && IsLongDecimal(a) == IsLongDecimal(b);
     }
+    // Bytes of different lengths compare as if the shorter ended in zeros.
+    if (ClassOf(a) == TypeClass::Binary) return IsFixedLength(a.kind) && a == b;
     return ClassOf(a) != TypeClass::Moment || a.kind == b.kind;
 }
 
@@ -55,6 +57,7 @@ BoundConstant::BoundConstant(const SqlValue& value, const SqlType& ofType) : val
 std::string BoundConstant::Detail() const {
     const SqlValue value = value_.View();
     std::string text = std::to_string(static_cast<int>(value.kind)) + ':';
+    text += std::to_string(value.offset) + ':';
     text += std::to_string(value.integer) + ':' + std::to_string(value.real) + ':';
     text += DecimalMath::ToText(value.wide, 0) + ':';
     text += value.text;

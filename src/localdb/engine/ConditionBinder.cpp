@@ -9,6 +9,14 @@ namespace quarv::localdb::engine {
 
 namespace {
 
+// As messages call it.
+const char16_t* SignName(tsql::ComparisonSign sign) {
+    static constexpr const char16_t* Names[] = {u"equal to",     u"not equal to",
+                                                u"less than",    u"less than or equal to",
+                                                u"greater than", u"greater than or equal to"};
+    return Names[static_cast<size_t>(sign)];
+}
+
 BoundPtr Negated(BoundPtr condition, bool negated) {
     if (!negated) return condition;
     auto node = std::make_unique<BoundNot>();
@@ -47,6 +55,7 @@ BoundPtr ExpressionBinder::Condition(const tsql::Expression& expression) {
 }
 
 BoundPtr ExpressionBinder::Compare(tsql::ComparisonSign sign, BoundPtr left, BoundPtr right) {
+    TypeRules::CheckComparison(SignName(sign), left->type, right->type);
     Unify(left, right);
     auto node = std::make_unique<BoundComparison>(sign);
     node->nullable = left->nullable || right->nullable;

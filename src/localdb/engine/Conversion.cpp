@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "localdb/engine/ConversionJob.h"
 #include "localdb/engine/DecimalMath.h"
 #include "localdb/engine/Moment.h"
 #include "localdb/engine/SqlError.h"
@@ -17,22 +18,9 @@ namespace {
 constexpr int MoneyScale = 4;
 constexpr Int128 MoneyUnit = 10000;
 
-struct Job {
-    const SqlValue& value;
-    const SqlType& from;
-    const SqlType& to;
-    int style;
-    TextArena& arena;
-};
-
-[[noreturn]] void Overflow(const QString& what, const SqlType& to) {
-    const bool decimal = ClassOf(to) == TypeClass::Decimal;
-    throw SqlError(8115, {what, decimal ? QStringLiteral("numeric") : to.Name()});
-}
-
-QString SourceName(const SqlType& from) {
-    return ClassOf(from) == TypeClass::Decimal ? QStringLiteral("numeric") : from.Name();
-}
+using Job = ConversionJob;
+using conversion::Overflow;
+using conversion::SourceName;
 
 struct Range {
     int64_t low, high;
@@ -99,6 +87,8 @@ SqlValue TextToInteger(const Job& job) {
     }
     bool invalid = false;
     const std::optional<Int128> number = TextNumber::ParseInteger(text, invalid);
+    const bool big = job.to.kind == TypeKind::BigInt;
+    if (invalid && big) throw SqlError(8114, {job.from.Name(), job.to.Name()});
     if (invalid) {
         throw SqlError(245, {job.from.Name(), FromUtf8(job.value.text), job.to.Name()});
     }
@@ -107,8 +97,24 @@ SqlValue TextToInteger(const Job& job) {
     if (number && *number >= range.low && *number <= range.high) {
         return SqlValue::Integer(static_cast<int64_t>(*number));
     }
-    if (job.to.kind == TypeKind::BigInt) Overflow(QStringLiteral("expression"), job.to);
-    throw SqlError(248, {job.from.Name(), FromUtf8(job.value.text)});
+    if (big) Overflow(QStringLiteral("expression"), job.to);
+    if (job.to.kind == TypeKind::Int) {
+        throw SqlError(248, {job.from.Name(), FromUtf8(job.value.text)});
+    }
+    const bool tiny = job.to.kind == TypeKind::TinyInt;
+    throw SqlError(244, {job.from.Name(), FromUtf8(job.value.text),
+                         tiny ? QStringLiteral("INT1") : QStringLiteral("INT2")});
+}
+
+SqlValue BytesToInteger(const Job& job) {
+    const std::string_view bytes = job.value.text;
+    if (job.to.kind == TypeKind::Bit) {
+        return SqlValue::Integer(bytes.find_first_not_of('\0') != std::string_view::npos);
+    }
+    const auto size = static_cast<size_t>(FactsOf(job.to.kind).bytes);
+    const int64_t number = conversion::IntegerOfBytes(bytes, size);
+    // A tinyint has no sign.
+    return SqlValue::Integer(size == 1 ? number & 0xFF : number);
 }
 
 SqlValue ToInteger(const Job& job) {
@@ -129,6 +135,8 @@ SqlValue ToInteger(const Job& job) {
             return FromReal(job);
         case TypeClass::Text:
             return TextToInteger(job);
+        case TypeClass::Binary:
+            return BytesToInteger(job);
         default: {
             // A moment counts whole days since 1900, rounded at noon.
             const Moment moment = Moment::Load(job.from.kind, job.value.integer);
@@ -160,6 +168,12 @@ SqlValue ToDecimal(const Job& job) {
             result = DecimalMath::Parse(job.value.text, precision, scale, invalid);
             if (invalid) throw SqlError(8114, {job.from.Name(), QStringLiteral("numeric")});
             break;
+        case TypeClass::Binary: {
+            int written = 0;
+            const Int128 digits = conversion::DecimalOfBytes(job, written);
+            result = DecimalMath::Rescale(digits, written, precision, scale);
+            break;
+        }
         default: {
             const double days = TextNumber::DaysSince1900(job.from.kind, job.value.integer);
             result = DecimalMath::FromDouble(days, precision, scale);
@@ -190,6 +204,9 @@ SqlValue ToMoney(const Job& job) {
             result = TextNumber::ParseMoney(job.value.text, invalid);
             if (invalid) throw SqlError(235);
             break;
+        case TypeClass::Binary:
+            result = conversion::IntegerOfBytes(job.value.text, FactsOf(job.to.kind).bytes);
+            break;
         default:
             result = DecimalMath::FromDouble(
                 TextNumber::DaysSince1900(job.from.kind, job.value.integer), 38, MoneyScale);
@@ -201,7 +218,18 @@ SqlValue ToMoney(const Job& job) {
     return SqlValue::Integer(static_cast<int64_t>(*result));
 }
 
-SqlValue ToReal(const Job& job) {
+}  // namespace
+
+void conversion::Overflow(const QString& what, const SqlType& to) {
+    const bool decimal = ClassOf(to) == TypeClass::Decimal;
+    throw SqlError(8115, {what, decimal ? QStringLiteral("numeric") : to.Name()});
+}
+
+QString conversion::SourceName(const SqlType& from) {
+    return ClassOf(from) == TypeClass::Decimal ? QStringLiteral("numeric") : from.Name();
+}
+
+SqlValue conversion::ToReal(const Job& job) {
     double real = 0;
     switch (ClassOf(job.from)) {
         case TypeClass::Integer:
@@ -231,87 +259,6 @@ SqlValue ToReal(const Job& job) {
     return SqlValue::Real(real);
 }
 
-// Cuts to the length of the type, fills fixed lengths up with blanks.
-SqlValue FitText(std::string_view text, const SqlType& to, TextArena& arena) {
-    if (to.length == SqlType::Max) return SqlValue::Text(text);
-    const auto length = static_cast<size_t>(to.length);
-    const bool unicode = IsUnicode(to.kind);
-    text = unicode ? TakeUtf16(text, length) : TakeBytes(text, length);
-    if (!IsFixedLength(to.kind)) return SqlValue::Text(text);
-    const size_t have = unicode ? Utf16Length(text) : text.size();
-    if (have == length) return SqlValue::Text(text);
-    char* padded = arena.Allocate(text.size() + length - have);
-    std::copy(text.begin(), text.end(), padded);
-    std::fill_n(padded + text.size(), length - have, ' ');
-    return SqlValue::Text({padded, text.size() + length - have});
-}
-
-std::string PlainText(const Job& job) {
-    switch (ClassOf(job.from)) {
-        case TypeClass::Integer:
-            return std::to_string(job.value.integer);
-        case TypeClass::Decimal:
-            return DecimalMath::ToText(job.value.wide, job.from.scale);
-        case TypeClass::Money:
-            return TextNumber::MoneyText(job.value.integer, job.style);
-        case TypeClass::Real:
-            return TextNumber::RealText(job.value.real, job.from.kind, job.style);
-        default: {
-            const int style = job.style == Conversion::NoStyle ? 0 : job.style;
-            const Moment moment = Moment::Load(job.from.kind, job.value.integer);
-            const std::optional<std::string> text = moment.ToText(job.from.kind, style);
-            if (!text) throw SqlError(281, {QString::number(style), job.from.Name()});
-            return *text;
-        }
-    }
-}
-
-SqlValue ToText(const Job& job) {
-    if (ClassOf(job.from) == TypeClass::Text) return FitText(job.value.text, job.to, job.arena);
-    const std::string text = PlainText(job);
-    const bool moment = ClassOf(job.from) == TypeClass::Moment;
-    const bool fits =
-        job.to.length == SqlType::Max || text.size() <= static_cast<size_t>(job.to.length);
-    if (!fits && !moment) {
-        // An int that does not fit into varchar shows as one asterisk; everything else raises.
-        const bool star = ClassOf(job.from) == TypeClass::Integer && !IsUnicode(job.to.kind);
-        if (star) return FitText("*", job.to, job.arena);
-        Overflow(ClassOf(job.from) == TypeClass::Decimal ? SourceName(job.from)
-                                                         : QStringLiteral("expression"),
-                 job.to);
-    }
-    return FitText(job.arena.Keep(text), job.to, job.arena);
-}
-
-SqlValue ToMoment(const Job& job) {
-    Moment moment;
-    switch (ClassOf(job.from)) {
-        case TypeClass::Moment:
-            moment = Moment::Load(job.from.kind, job.value.integer);
-            if (job.from.kind == job.to.kind) return job.value;
-            break;
-        case TypeClass::Text: {
-            const std::optional<Moment> parsed = Moment::Parse(job.value.text);
-            if (!parsed)
-                throw SqlError(TextNumber::LooksLikeDate(job.value.text) ? 242 : 241,
-                               {job.from.Name(), job.to.Name()});
-            moment = *parsed;
-            break;
-        }
-        default: {
-            const Job days{job.value, job.from, MakeType(TypeKind::Float), job.style, job.arena};
-            if (!TextNumber::MomentFromDays(ToReal(days).real, moment)) {
-                Overflow(QStringLiteral("expression"), job.to);
-            }
-        }
-    }
-    const std::optional<int64_t> stored = moment.Store(job.to.kind);
-    if (!stored) throw SqlError(242, {job.from.Name(), job.to.Name()});
-    return SqlValue::Integer(*stored);
-}
-
-}  // namespace
-
 SqlValue Conversion::Convert(const SqlValue& value, const SqlType& from, const SqlType& to,
                              int style, TextArena& arena) {
     if (value.IsNull() || from == to) return value;
@@ -324,13 +271,15 @@ SqlValue Conversion::Convert(const SqlValue& value, const SqlType& from, const S
         case TypeClass::Money:
             return ToMoney(job);
         case TypeClass::Real:
-            return ToReal(job);
+            return conversion::ToReal(job);
         case TypeClass::Text:
-            return ToText(job);
+            return conversion::ToText(job);
         case TypeClass::Moment:
-            return ToMoment(job);
+            return conversion::ToMoment(job);
+        case TypeClass::Binary:
+            return conversion::ToBinary(job);
         default:
-            throw SqlError(40517, {QStringLiteral("data type ") + to.Name()});
+            return conversion::ToGuid(job);
     }
 }
 
@@ -338,7 +287,10 @@ QString Conversion::ToMessageText(const SqlValue& value, const SqlType& type) {
     if (value.IsNull()) return QStringLiteral("<NULL>");
     TextArena arena;
     const SqlType text = MakeType(TypeKind::NVarChar, SqlType::Max);
-    return FromUtf8(Convert(value, type, text, NoStyle, arena).text);
+    const TypeClass cls = ClassOf(type);
+    const int style = cls == TypeClass::Binary ? 1 : NoStyle;
+    const QString shown = FromUtf8(Convert(value, type, text, style, arena).text);
+    return cls == TypeClass::Guid ? shown.toLower() : shown;
 }
 
 }  // namespace quarv::localdb::engine

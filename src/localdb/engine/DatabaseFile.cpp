@@ -8,10 +8,10 @@
 #include <QFileInfo>
 #include <functional>
 
-#include "localdb/engine/Collation.h"
 #include "localdb/engine/MetaSchema.h"
 #include "localdb/engine/Moment.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/StorageCollations.h"
 #include "localdb/engine/Utf8.h"
 
 namespace quarv::localdb::engine {
@@ -29,11 +29,6 @@ void Check(int result, const QString& path) {
     if (result != SQLITE_OK) Fail(result, path);
 }
 
-int CompareTexts(void*, int sizeA, const void* a, int sizeB, const void* b) {
-    return Collation::Compare({static_cast<const char*>(a), static_cast<size_t>(sizeA)},
-                              {static_cast<const char*>(b), static_cast<size_t>(sizeB)});
-}
-
 sqlite3* Open(const QString& path, int flags) {
     sqlite3* handle = nullptr;
     const int result =
@@ -43,7 +38,7 @@ sqlite3* Open(const QString& path, int flags) {
         Fail(result, path);
     }
     sqlite3_busy_timeout(handle, 30'000);
-    sqlite3_create_collation_v2(handle, "tsql", SQLITE_UTF8, nullptr, CompareTexts, nullptr);
+    RegisterCollations(handle);
     return handle;
 }
 

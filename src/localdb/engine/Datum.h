@@ -23,7 +23,8 @@ struct Datum {
     UInt128 magnitude = 0;      // decimal, numeric: digits without the point, scale by the type
     bool negative = false;      // decimal, numeric
     std::string_view text;      // character kinds and xml: UTF-8
-    std::span<const std::byte> bytes;  // binaries, rowversion; uniqueidentifier as 16 wire bytes
+    // binaries, rowversion; uniqueidentifier as 16 bytes in the order in which they sort (Guid.h)
+    std::span<const std::byte> bytes;
 };
 
 }  // namespace quarv::localdb::engine

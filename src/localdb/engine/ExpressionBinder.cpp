@@ -81,6 +81,10 @@ void ExpressionBinder::Unify(BoundPtr& a, BoundPtr& b) {
     const TypeClass x = ClassOf(a->type), y = ClassOf(b->type);
     // Texts compare whatever their lengths, integers whatever their widths.
     if (x == y && (x == TypeClass::Text || x == TypeClass::Integer || x == TypeClass::Real)) return;
+    if (x == y && (x == TypeClass::Binary || a->type.kind == b->type.kind) &&
+        (x == TypeClass::Binary || x == TypeClass::Moment)) {
+        return;
+    }
     if (TakeExactly(b, a->type) || TakeExactly(a, b->type)) return;
     SqlType common = TypeRules::Common(a->type, b->type);
     // Beside a decimal, a text takes part with all the digits that it may have.
@@ -171,7 +175,7 @@ BoundPtr ExpressionBinder::Combine(char16_t sign, BoundPtr a, BoundPtr b) {
         const bool textB = ClassOf(typeB) == TypeClass::Text;
         a = Convert(std::move(a), textA ? common : TypeRules::AsDecimal(typeA));
         b = Convert(std::move(b), textB ? common : TypeRules::AsDecimal(typeB));
-    } else if (ClassOf(node->type) != TypeClass::Text) {
+    } else if (ClassOf(node->type) != TypeClass::Text && ClassOf(node->type) != TypeClass::Binary) {
         a = Convert(std::move(a), node->type);
         b = Convert(std::move(b), node->type);
     }
@@ -185,7 +189,8 @@ BoundPtr ExpressionBinder::BindCast(const tsql::Cast& cast) {
     tsql::TypeName name = cast.type;
     SqlType type = BindType(name, 1);
     // Without a length a cast makes thirty characters.
-    if (ClassOf(type) == TypeClass::Text && name.arguments.empty() && !name.max) type.length = 30;
+    const bool counted = ClassOf(type) == TypeClass::Text || ClassOf(type) == TypeClass::Binary;
+    if (counted && name.arguments.empty() && type.length > 0) type.length = 30;
     if (operand->untypedNull) return std::make_unique<BoundConstant>(SqlValue(), type);
     TypeRules::CheckConversion(operand->type, type, true);
     auto node = std::make_unique<BoundConvert>(std::move(operand), type, cast.nullOnError);

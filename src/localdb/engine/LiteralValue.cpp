@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "localdb/engine/Conversion.h"
 #include "localdb/engine/DecimalMath.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TextNumber.h"
@@ -43,13 +44,24 @@ BoundPtr IntegerLiteral(const tsql::Literal& literal) {
 }
 
 BoundPtr TextLiteral(const tsql::Literal& literal, bool national) {
-    const std::string text = ToUtf8(literal.text);
-    const size_t length = national ? Utf16Length(text) : text.size();
+    const std::string written = ToUtf8(literal.text);
+    TextArena arena;
+    const std::string_view text = national ? written : Conversion::ToCodePage(written, arena);
+    const size_t length = Utf16Length(text);
     const size_t limit = national ? 4000 : 8000;
     const SqlType type =
         MakeType(national ? TypeKind::NVarChar : TypeKind::VarChar,
                  length > limit ? SqlType::Max : static_cast<int>(std::max<size_t>(length, 1)));
     return std::make_unique<BoundConstant>(SqlValue::Text(text), type);
+}
+
+BoundPtr BinaryLiteral(const tsql::Literal& literal) {
+    const std::optional<std::string> bytes = Conversion::BytesOfHex(ToUtf8(literal.text));
+    if (!bytes) throw SqlError(102, {literal.text}, literal.line);
+    const size_t size = std::max<size_t>(bytes->size(), 1);
+    const SqlType type =
+        MakeType(TypeKind::VarBinary, size > 8000 ? SqlType::Max : static_cast<int>(size));
+    return std::make_unique<BoundConstant>(SqlValue::Bytes(*bytes), type);
 }
 
 }  // namespace
@@ -79,7 +91,7 @@ BoundPtr BindLiteral(const tsql::Literal& literal) {
         case tsql::LiteralKind::NationalString:
             return TextLiteral(literal, true);
         case tsql::LiteralKind::Binary:
-            throw SqlError(40517, {QStringLiteral("binary constant")}, literal.line);
+            return BinaryLiteral(literal);
         case tsql::LiteralKind::Default:
             throw SqlError(156, {QStringLiteral("DEFAULT")}, literal.line);
         default: {

@@ -5,7 +5,7 @@
 
 namespace quarv::localdb::engine {
 
-// Raises SqlError 8115 for a number beyond 38 digits and 40517 for a binary literal.
+// Raises SqlError 8115 for a number beyond 38 digits.
 BoundPtr BindLiteral(const tsql::Literal& literal);
 
 }  // namespace quarv::localdb::engine

@@ -16,6 +16,8 @@ namespace {
 SqlType TypeFromWire(const SqlType& type) {
     if (type.kind == TypeKind::NText) return MakeType(TypeKind::NVarChar, SqlType::Max);
     if (type.kind == TypeKind::Text) return MakeType(TypeKind::VarChar, SqlType::Max);
+    if (type.kind == TypeKind::Image) return MakeType(TypeKind::VarBinary, SqlType::Max);
+    if (type.kind == TypeKind::Xml) return MakeType(type.kind, SqlType::Max);
     return type;
 }
 
@@ -33,8 +35,9 @@ CallArgument FromWire(const Argument& argument) {
     // The whole text stays, however short the type says it is.
     const bool isText = ClassOf(result.type) == TypeClass::Text;
     const SqlValue value = SqlValue::Text(text);
-    result.value =
-        isText ? value : Conversion::Convert(value, from, result.type, Conversion::NoStyle, arena);
+    // Bytes come as "0x" and digits.
+    const int style = ClassOf(result.type) == TypeClass::Binary ? 1 : Conversion::NoStyle;
+    result.value = isText ? value : Conversion::Convert(value, from, result.type, style, arena);
     return result;
 }
 

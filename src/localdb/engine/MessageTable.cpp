@@ -84,10 +84,13 @@ constexpr MessageText Table[] = {
     {220, 16, 1, u"Arithmetic overflow error for data type %, value = %."},
     {226, 16, 6, u"% statement not allowed within multi-statement transaction."},
     {232, 16, 2, u"Arithmetic overflow error for type %, value = %."},
+    {234, 16, 2, u"There is insufficient result space to convert a money value to %."},
     {235, 16, 0, u"Cannot convert a char value to money. The char value has incorrect syntax."},
     {241, 16, 1, u"Conversion failed when converting date and/or time from character string."},
     {242, 16, 3,
      u"The conversion of a % data type to a % data type resulted in an out-of-range value."},
+    {244, 16, 1,
+     u"The conversion of the % value '%' overflowed an % column. Use a larger integer column."},
     {245, 16, 1, u"Conversion failed when converting the % value '%' to data type %."},
     {248, 16, 1, u"The conversion of the % value '%' overflowed an int column."},
     {257, 16, 3,
@@ -109,10 +112,16 @@ constexpr MessageText Table[] = {
     {281, 16, 1, u"% is not a valid style number when converting from % to a character string."},
     {289, 16, 1,
      u"Cannot construct data type %, some of the arguments have values which are not valid."},
+    {295, 16, 3, u"Conversion failed when converting character string to smalldatetime data type."},
     {302, 16, 0,
      u"The newsequentialid() built-in function can only be used in a DEFAULT expression for a "
      u"column of type 'uniqueidentifier' in a CREATE TABLE or ALTER TABLE statement. It cannot be "
      u"combined with other operators to form a complex scalar expression."},
+    {305, 16, 1,
+     u"The XML data type cannot be compared or sorted, except when using the IS NULL operator."},
+    {306, 16, 2,
+     u"The text, ntext, and image data types cannot be compared or sorted, except when using IS "
+     u"NULL or LIKE operator."},
     {310, 15, 1,
      u"The value % specified for the MAXRECURSION option exceeds the allowed maximum of 32767."},
     {402, 16, 1, u"The data types % and % are incompatible in the % operator."},
@@ -149,6 +158,7 @@ constexpr MessageText Table[] = {
      u"Database '%' cannot be opened due to inaccessible files or insufficient memory or disk "
      u"space.  See the SQL Server errorlog for details."},
     {1001, 16, 1, u"Line %: Length or precision specification % is invalid."},
+    {1002, 16, 1, u"Line %: Specified scale % is invalid."},
     {1011, 16, 1, u"The correlation name '%' is specified multiple times in a FROM clause."},
     {1013, 16, 1,
      u"The objects \"%\" and \"%\" in the FROM clause have the same exposed names. Use correlation "
@@ -275,10 +285,10 @@ constexpr MessageText Table[] = {
     {8101, 16, 1,
      u"An explicit value for the identity column in table '%' can only be specified when a column "
      u"list is used and IDENTITY_INSERT is ON."},
-    {8107, 16, 1,
-     u"IDENTITY_INSERT is already ON for table '%'. Cannot perform SET operation for table '%'."},
     {8102, 16, 1, u"Cannot update identity column '%'."},
     {8106, 16, 1, u"Table '%' does not have the identity property. Cannot perform SET operation."},
+    {8107, 16, 1,
+     u"IDENTITY_INSERT is already ON for table '%'. Cannot perform SET operation for table '%'."},
     {8110, 16, 0, u"Cannot add multiple PRIMARY KEY constraints to table '%'."},
     {8111, 16, 1, u"Cannot define PRIMARY KEY constraint on nullable column in table '%'."},
     {8112, 16, 0, u"Cannot add more than one clustered index for constraints on table '%'."},
@@ -311,12 +321,16 @@ constexpr MessageText Table[] = {
      u"The formal parameter \"%\" was not declared as an OUTPUT parameter, but the actual "
      u"parameter "
      u"passed in requested output."},
+    {8169, 16, 2,
+     u"Conversion failed when converting from a character string to uniqueidentifier."},
+    {8170, 16, 2, u"Insufficient result space to convert uniqueidentifier value to char."},
     {8179, 16, 2, u"Could not find prepared statement with handle %."},
     {8623, 16, 1,
      u"The query processor ran out of internal resources and could not produce a query plan. This "
      u"is a rare event and only expected for extremely complex queries or queries that reference a "
      u"very large number of tables or partitions. Please simplify the query."},
     {9806, 16, 1, u"The datepart % is not supported by date function %."},
+    {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
     {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
     {9828, 16, 1,
      u"The second and third arguments of the TRANSLATE built-in function must contain an equal "

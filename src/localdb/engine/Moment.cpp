@@ -1,8 +1,6 @@
 #include "localdb/engine/Moment.h"
 
 #include <QDateTime>
-#include <array>
-#include <cstdio>
 
 namespace quarv::localdb::engine {
 
@@ -10,31 +8,31 @@ namespace {
 
 constexpr int64_t DaysTo1900 = 693595;
 constexpr int64_t TicksPerMinute = 600'000'000;
+constexpr int MaxTimeScale = 7;
 constexpr int64_t ThirdsPerDay = 25'920'000;  // of 1/300 s
-
-constexpr std::array<const char*, 12> Months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-
-template <class... Args>
-std::string Format(const char* format, Args... args) {
-    std::array<char, 64> buffer;
-    const int length = std::snprintf(buffer.data(), buffer.size(), format, args...);
-    return {buffer.data(), static_cast<size_t>(length)};
-}
 
 int64_t FloorDivide(int64_t a, int64_t b) {
     return a / b - (a % b < 0 ? 1 : 0);
 }
 
-std::string Clock12(const Moment& m) {
-    const int hour = m.hour % 12 == 0 ? 12 : m.hour % 12;
-    return Format("%2d:%02d%s", hour, m.minute, m.hour < 12 ? "AM" : "PM");
+int64_t UnitOf(int scale) {
+    int64_t unit = 1;
+    for (; scale < MaxTimeScale; ++scale) unit *= 10;
+    return unit;
 }
 
-// The milliseconds that a datetime shows: .000, .003, .007.
-std::string Milliseconds(TypeKind kind, const Moment& m) {
-    if (kind == TypeKind::SmallDateTime) return {};
-    return Format(".%03d", m.fraction / 10000);
+// Half of the last digit up.
+int64_t RoundTicks(int64_t ticks, int scale) {
+    const int64_t unit = UnitOf(scale);
+    return (ticks + unit / 2) / unit * unit;
+}
+
+// What rounding would carry beyond the last day is cut instead.
+std::optional<int64_t> StoreTicks(int64_t ticks, int scale) {
+    if (ticks < 0 || ticks > Moment::LastTick) return std::nullopt;
+    const int64_t rounded = RoundTicks(ticks, scale);
+    if (rounded <= Moment::LastTick) return rounded;
+    return rounded - UnitOf(scale);
 }
 
 }  // namespace
@@ -74,16 +72,29 @@ void Moment::SetTicks(int64_t ticks) {
 }
 
 std::optional<int64_t> Moment::Store(TypeKind kind) const {
+    return Store(SqlType{kind, 0, 0, MaxTimeScale});
+}
+
+std::optional<int64_t> Moment::Store(const SqlType& type) const {
     const int64_t days = Days();
-    if (kind == TypeKind::Date) {
-        return year >= 1 && year <= 9999 ? std::optional(days) : std::nullopt;
-    }
-    if (kind == TypeKind::SmallDateTime) {
-        // Rounded to the minute: 29.998 seconds go down, 29.999 up.
-        const int64_t minutes =
-            (days - DaysTo1900) * 1440 + (Ticks() + TicksPerMinute / 2 + 10'000) / TicksPerMinute;
-        const int64_t last = (DaysFromCivil(2079, 6, 6) - DaysTo1900) * 1440 + 1439;
-        return minutes >= 0 && minutes <= last ? std::optional(minutes) : std::nullopt;
+    switch (type.kind) {
+        case TypeKind::Date:
+            return year >= 1 && year <= 9999 ? std::optional(days) : std::nullopt;
+        case TypeKind::Time:
+            return RoundTicks(Ticks(), type.scale) % TicksPerDay;
+        case TypeKind::DateTime2:
+            return StoreTicks(days * TicksPerDay + Ticks(), type.scale);
+        case TypeKind::DateTimeOffset:
+            return StoreTicks(days * TicksPerDay + Ticks() - offset * TicksPerMinute, type.scale);
+        case TypeKind::SmallDateTime: {
+            // Rounded to the minute: 29.998 seconds go down, 29.999 up.
+            const int64_t minutes = (days - DaysTo1900) * 1440 +
+                                    (Ticks() + TicksPerMinute / 2 + 10'000) / TicksPerMinute;
+            const int64_t last = (DaysFromCivil(2079, 6, 6) - DaysTo1900) * 1440 + 1439;
+            return minutes >= 0 && minutes <= last ? std::optional(minutes) : std::nullopt;
+        }
+        default:
+            break;
     }
     if (year < 1753 || year > 9999) return std::nullopt;
     const int64_t thirds = (days - DaysTo1900) * ThirdsPerDay + (Ticks() * 3 + 50'000) / 100'000;
@@ -91,69 +102,42 @@ std::optional<int64_t> Moment::Store(TypeKind kind) const {
     return thirds < end ? std::optional(thirds) : std::nullopt;
 }
 
-Moment Moment::Load(TypeKind kind, int64_t stored) {
-    Moment moment;
-    if (kind == TypeKind::Date) {
-        moment.SetDays(stored);
-    } else if (kind == TypeKind::SmallDateTime) {
-        moment.SetDays(FloorDivide(stored, 1440) + DaysTo1900);
-        moment.SetTicks((stored - FloorDivide(stored, 1440) * 1440) * TicksPerMinute);
-    } else {
-        const int64_t days = FloorDivide(stored, ThirdsPerDay);
-        const int64_t thirds = stored - days * ThirdsPerDay;
-        moment.SetDays(days + DaysTo1900);
-        // To whole milliseconds, as every reader of datetime does.
-        moment.SetTicks((thirds * 10 + 1) / 3 * 10'000);
-    }
+Moment Moment::Load(TypeKind kind, int64_t stored, int offset) {
+    Moment moment = LoadFully(kind, stored, offset);
+    // To whole milliseconds, as every reader of datetime does.
+    if (kind == TypeKind::DateTime) moment.fraction = (moment.fraction + 5'000) / 10'000 * 10'000;
     return moment;
 }
 
-std::optional<std::string> Moment::ToText(TypeKind kind, int style) const {
-    const bool dateOnly = kind == TypeKind::Date;
-    const std::string iso = Format("%04d-%02d-%02d", year, month, day);
-    const std::string clock = Format("%02d:%02d:%02d", hour, minute, second);
-    switch (style) {
-        case 0:
-        case 100: {
-            if (dateOnly) return iso;
-            return Format("%s %2d %04d ", Months[static_cast<size_t>(month - 1)], day, year) +
-                   Clock12(*this);
+Moment Moment::LoadFully(TypeKind kind, int64_t stored, int offset) {
+    Moment moment;
+    switch (kind) {
+        case TypeKind::Date:
+            moment.SetDays(stored);
+            break;
+        case TypeKind::Time:
+            moment.SetTicks(stored);
+            break;
+        case TypeKind::DateTime2:
+        case TypeKind::DateTimeOffset: {
+            const int64_t local = stored + offset * TicksPerMinute;
+            moment.SetDays(FloorDivide(local, TicksPerDay));
+            moment.SetTicks(local - FloorDivide(local, TicksPerDay) * TicksPerDay);
+            moment.offset = offset;
+            break;
         }
-        case 101:
-            return Format("%02d/%02d/%04d", month, day, year);
-        case 102:
-            return Format("%04d.%02d.%02d", year, month, day);
-        case 103:
-            return Format("%02d/%02d/%04d", day, month, year);
-        case 104:
-            return Format("%02d.%02d.%04d", day, month, year);
-        case 105:
-            return Format("%02d-%02d-%04d", day, month, year);
-        case 8:
-        case 108:
-            return clock;
-        case 110:
-            return Format("%02d-%02d-%04d", month, day, year);
-        case 111:
-            return Format("%04d/%02d/%02d", year, month, day);
-        case 12:
-            return Format("%02d%02d%02d", year % 100, month, day);
-        case 112:
-            return Format("%04d%02d%02d", year, month, day);
-        case 20:
-        case 120:
-            return dateOnly ? iso : iso + ' ' + clock;
-        case 21:
-        case 25:
-        case 121:
-            return dateOnly ? iso : iso + ' ' + clock + Format(".%03d", fraction / 10000);
-        case 23:
-            return iso;
-        case 126:
-            return dateOnly ? iso : iso + 'T' + clock + (fraction ? Milliseconds(kind, *this) : "");
-        default:
-            return std::nullopt;
+        case TypeKind::SmallDateTime:
+            moment.SetDays(FloorDivide(stored, 1440) + DaysTo1900);
+            moment.SetTicks((stored - FloorDivide(stored, 1440) * 1440) * TicksPerMinute);
+            break;
+        default: {
+            const int64_t days = FloorDivide(stored, ThirdsPerDay);
+            const int64_t thirds = stored - days * ThirdsPerDay;
+            moment.SetDays(days + DaysTo1900);
+            moment.SetTicks((thirds * 100'000 + 1) / 3);
+        }
     }
+    return moment;
 }
 
 Moment Moment::Now() {
@@ -163,6 +147,7 @@ Moment Moment::Now() {
     moment.month = now.date().month();
     moment.day = now.date().day();
     moment.SetTicks(now.time().msecsSinceStartOfDay() * int64_t{10'000});
+    moment.offset = now.offsetFromUtc() / 60;
     return moment;
 }
 

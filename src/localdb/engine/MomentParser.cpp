@@ -30,8 +30,30 @@ int MonthByName(const std::string& word) {
     return 0;
 }
 
+// The numbers of a date by their places in a text with "/", "-" or ".".
+struct Places {
+    size_t year, month, day;
+};
+
+Places PlacesOf(Moment::Order order) {
+    switch (order) {
+        case Moment::Order::DayFirst:
+            return {2, 1, 0};
+        case Moment::Order::YearFirst:
+            return {0, 1, 2};
+        default:
+            return {2, 0, 1};
+    }
+}
+
+bool IsOldKind(TypeKind kind) {
+    return kind == TypeKind::DateTime || kind == TypeKind::SmallDateTime;
+}
+
 class Reader {
   public:
+    Reader(TypeKind kind, Moment::Order order) : kind_(kind), order_(order) {}
+
     // False where the text holds what no date can.
     bool Split(std::string_view text);
     std::optional<Moment> Read();
@@ -50,8 +72,11 @@ class Reader {
     bool ReadTime();
     bool ReadFraction();
     bool ReadMeridian();
+    bool ReadOffset();
     int FullYear(const Part& part) const;
 
+    TypeKind kind_;
+    Moment::Order order_;
     std::vector<Part> parts_;
     size_t at_ = 0;
     Moment moment_;
@@ -73,7 +98,7 @@ bool Reader::Split(std::string_view text) {
                 word += static_cast<char>(std::tolower(static_cast<unsigned char>(text[end])));
             }
             parts_.push_back({Part::Word, word, MonthByName(word)});
-        } else if (std::strchr("/-.:,", c)) {
+        } else if (std::strchr("/-.:,+", c)) {
             parts_.push_back({Part::Mark, std::string(1, static_cast<char>(c)), 0});
             ++end;
         } else if (c == ' ') {
@@ -106,16 +131,19 @@ bool Reader::ReadPacked() {
     return true;
 }
 
-// Year first where it has four digits, else month, day, year.
+// Year first where it has four digits, else in the order asked for.
 bool Reader::ReadNumeric() {
     const char mark = parts_[at_ + 1].text[0];
     if (!At(Part::Number, 2) || !AtMark(mark, 3) || !At(Part::Number, 4)) return false;
-    const Part &a = parts_[at_], &b = parts_[at_ + 2], &c = parts_[at_ + 4];
-    const bool yearFirst = a.text.size() == 4;
-    moment_.year = FullYear(yearFirst ? a : c);
-    moment_.month = yearFirst ? b.value : a.value;
-    moment_.day = yearFirst ? c.value : b.value;
-    if (b.text.size() > 2 || (yearFirst ? c : a).text.size() > 2) return false;
+    const Part* numbers[] = {&parts_[at_], &parts_[at_ + 2], &parts_[at_ + 4]};
+    const bool yearFirst = numbers[0]->text.size() == 4;
+    const Places places = yearFirst ? Places{0, 1, 2} : PlacesOf(order_);
+    if (numbers[places.month]->text.size() > 2 || numbers[places.day]->text.size() > 2) {
+        return false;
+    }
+    moment_.year = FullYear(*numbers[places.year]);
+    moment_.month = numbers[places.month]->value;
+    moment_.day = numbers[places.day]->value;
     at_ += 5;
     return true;
 }
@@ -176,7 +204,7 @@ bool Reader::ReadFraction() {
         if (digits.size() > 3) return false;
         digits.insert(0, 3 - digits.size(), '0');
     }
-    if (digits.size() > 7) return false;
+    if (digits.size() > (IsOldKind(kind_) ? 3 : 7)) return false;
     digits.resize(7, '0');
     moment_.fraction = std::atoi(digits.c_str());
     return true;
@@ -185,6 +213,7 @@ bool Reader::ReadFraction() {
 bool Reader::ReadMeridian() {
     if (!At(Part::Word)) return true;
     const std::string& word = parts_[at_].text;
+    if (word == "z") return true;
     if (word != "am" && word != "pm") return false;
     if (moment_.hour > 12) return word == "pm" && ++at_;
     moment_.hour = moment_.hour % 12 + (word == "pm" ? 12 : 0);
@@ -192,10 +221,29 @@ bool Reader::ReadMeridian() {
     return true;
 }
 
+// "Z", or hours and minutes behind a sign. The old kinds know "Z" alone.
+bool Reader::ReadOffset() {
+    if (At(Part::Word) && parts_[at_].text == "z") {
+        ++at_;
+        return true;
+    }
+    if (!AtMark('+') && !AtMark('-')) return true;
+    const bool behind = AtMark('-');
+    ++at_;
+    if (IsOldKind(kind_) || !At(Part::Number) || !AtMark(':', 1) || !At(Part::Number, 2)) {
+        return false;
+    }
+    const int minutes = parts_[at_].value * 60 + parts_[at_ + 2].value;
+    if (parts_[at_ + 2].value > 59 || minutes > Moment::MaxOffset) return false;
+    moment_.offset = behind ? -minutes : minutes;
+    at_ += 3;
+    return true;
+}
+
 bool Reader::ReadTime() {
     if (At(Part::Word) && parts_[at_].text == "t") ++at_;
     if (at_ == parts_.size()) return true;
-    if (!At(Part::Number)) return false;
+    if (!At(Part::Number)) return ReadOffset();
     moment_.hour = parts_[at_++].value;
     if (AtMark(':')) {
         ++at_;
@@ -210,7 +258,7 @@ bool Reader::ReadTime() {
     } else if (!At(Part::Word)) {
         return false;
     }
-    return ReadMeridian();
+    return ReadMeridian() && ReadOffset();
 }
 
 std::optional<Moment> Reader::Read() {
@@ -226,8 +274,8 @@ std::optional<Moment> Reader::Read() {
 
 }  // namespace
 
-std::optional<Moment> Moment::Parse(std::string_view text) {
-    Reader reader;
+std::optional<Moment> Moment::Parse(std::string_view text, TypeKind kind, Order order) {
+    Reader reader(kind, order);
     if (!reader.Split(text)) return std::nullopt;
     return reader.Read();
 }

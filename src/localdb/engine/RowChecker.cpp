@@ -13,10 +13,21 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-// A text column takes the whole text, so that its length can be checked.
+// A column takes the whole text or all the bytes, so that their length can be checked.
 SqlType AssignmentType(const SqlType& from, const SqlType& to) {
-    const bool texts = ClassOf(from) == TypeClass::Text && ClassOf(to) == TypeClass::Text;
-    return texts ? from : to;
+    if (ClassOf(from) != ClassOf(to) || to.length == SqlType::Max) return to;
+    if (ClassOf(to) == TypeClass::Text) {
+        return MakeType(IsUnicode(to.kind) ? TypeKind::NVarChar : TypeKind::VarChar, SqlType::Max);
+    }
+    const bool bytes = to.kind == TypeKind::Binary || to.kind == TypeKind::VarBinary;
+    return bytes ? MakeType(TypeKind::VarBinary, SqlType::Max) : to;
+}
+
+// As much of a value as `limit` can hold, as messages show it.
+QString Shown(const SqlValue& value, size_t limit) {
+    if (value.kind == SqlValue::Kind::Text) return FromUtf8(TakeUtf16(value.text, limit));
+    return Conversion::ToMessageText(SqlValue::Bytes(value.text.substr(0, limit)),
+                                     MakeType(TypeKind::VarBinary, SqlType::Max));
 }
 
 }  // namespace
@@ -47,21 +58,17 @@ QString RowChecker::FullName() const {
 void RowChecker::CheckLength(const ColumnInfo& column, OwnedValue& value) const {
     const SqlType& type = column.type;
     const SqlValue view = value.View();
-    if (type.length == SqlType::Max || view.kind != SqlValue::Kind::Text) return;
+    const bool text = view.kind == SqlValue::Kind::Text;
+    if (type.length <= 0 || (!text && view.kind != SqlValue::Kind::Bytes)) return;
     const auto limit = static_cast<size_t>(type.length);
-    const bool unicode = IsUnicode(type.kind);
-    const auto length = [unicode](std::string_view text) {
-        return unicode ? Utf16Length(text) : text.size();
-    };
-    // Blanks beyond the end are dropped; anything else would be lost.
-    if (length(WithoutTrailingBlanks(view.text)) > limit) {
-        const std::string_view cut =
-            unicode ? TakeUtf16(view.text, limit) : TakeBytes(view.text, limit);
-        throw SqlError(2628, {FullName(), column.name, FromUtf8(cut)});
-    }
-    if (length(view.text) == limit && !IsFixedLength(type.kind)) return;
+    const size_t length = text ? Utf16Length(view.text) : view.text.size();
+    // Blanks and zeros beyond the end are dropped; anything else would be lost.
+    const size_t needed =
+        text ? Utf16Length(WithoutTrailingBlanks(view.text)) : view.text.find_last_not_of('\0') + 1;
+    if (needed > limit) throw SqlError(2628, {FullName(), column.name, Shown(view, limit)});
+    if (length == limit || (length < limit && !IsFixedLength(type.kind))) return;
     TextArena arena;
-    const SqlType whole = MakeType(TypeKind::NVarChar, SqlType::Max);
+    const SqlType whole = MakeType(text ? TypeKind::NVarChar : TypeKind::VarBinary, SqlType::Max);
     value = Conversion::Convert(view, whole, type, Conversion::NoStyle, arena);
 }
 
@@ -70,7 +77,7 @@ void RowChecker::Check(const ColumnInfo& column, OwnedValue& value) const {
         if (column.nullable) return;
         throw SqlError(515, {column.name, FullName(), verb_});
     }
-    if (ClassOf(column.type) == TypeClass::Text) CheckLength(column, value);
+    CheckLength(column, value);
 }
 
 void RowChecker::RaiseDuplicate(const std::string& text, const std::vector<OwnedValue>& row) const {

@@ -1,5 +1,5 @@
-// SqlValue: one value while an expression is computed. It is a view: text points into a record, a
-// constant or a TextArena. Which kind it has follows from its type; null has none.
+// SqlValue: one value while an expression is computed. It is a view: text and bytes point into a
+// record, a constant or a TextArena. Which kind it has follows from its type; null has none.
 #pragma once
 
 #include <cstdint>
@@ -11,13 +11,16 @@
 namespace quarv::localdb::engine {
 
 struct SqlValue {
-    enum class Kind : uint8_t { Null, Integer, Real, Wide, Text };
+    enum class Kind : uint8_t { Null, Integer, Real, Wide, Text, Bytes };
 
     Kind kind = Kind::Null;
-    int64_t integer = 0;    // integers, money, moments; conditions as 0 and 1
-    double real = 0;        // real, float
-    Int128 wide = 0;        // decimals: the digits with their sign, the scale is the type's
-    std::string_view text;  // UTF-8; a lone surrogate is kept as its three bytes
+    int64_t integer = 0;  // integers, money, moments; conditions as 0 and 1
+    int16_t offset = 0;   // datetimeoffset: minutes of its clock, beside the UTC in `integer`
+    double real = 0;      // real, float
+    Int128 wide = 0;      // decimals: the digits with their sign, the scale is the type's
+    // UTF-8; a lone surrogate is kept as its three bytes. Of binaries the bytes; of a
+    // uniqueidentifier its 16 bytes in the order in which they sort.
+    std::string_view text;
 
     bool IsNull() const { return kind == Kind::Null; }
 
@@ -25,6 +28,7 @@ struct SqlValue {
     static SqlValue Real(double value);
     static SqlValue Wide(Int128 value);
     static SqlValue Text(std::string_view value);
+    static SqlValue Bytes(std::string_view value);
 };
 
 inline SqlValue SqlValue::Integer(int64_t value) {
@@ -51,6 +55,13 @@ inline SqlValue SqlValue::Wide(Int128 value) {
 inline SqlValue SqlValue::Text(std::string_view value) {
     SqlValue result;
     result.kind = Kind::Text;
+    result.text = value;
+    return result;
+}
+
+inline SqlValue SqlValue::Bytes(std::string_view value) {
+    SqlValue result;
+    result.kind = Kind::Bytes;
     result.text = value;
     return result;
 }

@@ -45,7 +45,8 @@ void SqlWriter::Expression(const BoundExpression& expression) {
 
 void SqlWriter::Collated(const BoundExpression& expression) {
     Expression(expression);
-    if (ClassOf(expression.type) == TypeClass::Text) Text(" COLLATE tsql");
+    const char* collation = StorageCollation(expression.type);
+    if (collation) Text(std::string(" COLLATE ") + collation);
 }
 
 void SqlWriter::AddLeaf(const BoundExpression& leaf, Program& program,

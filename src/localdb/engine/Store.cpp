@@ -5,10 +5,10 @@
 #include <chrono>
 #include <thread>
 
-#include "localdb/engine/Collation.h"
 #include "localdb/engine/MetaSchema.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/SqlFunctions.h"
+#include "localdb/engine/StorageCollations.h"
 #include "localdb/engine/Utf8.h"
 
 namespace quarv::localdb::engine {
@@ -19,11 +19,6 @@ constexpr int MaxAttached = 8;         // the library takes ten
 constexpr int ProgressSteps = 20'000;  // of its virtual machine, between two questions
 constexpr auto BusyPause = std::chrono::milliseconds(2);
 constexpr int BusyCalls = 15'000;  // times the pause: half a minute
-
-int CompareTexts(void*, int sizeA, const void* a, int sizeB, const void* b) {
-    return Collation::Compare({static_cast<const char*>(a), static_cast<size_t>(sizeA)},
-                              {static_cast<const char*>(b), static_cast<size_t>(sizeB)});
-}
 
 std::string SchemaName(int databaseId) {
     return "d" + std::to_string(databaseId);
@@ -41,7 +36,7 @@ Store::Store() {
     sqlite3_extended_result_codes(handle_, 1);
     sqlite3_progress_handler(handle_, ProgressSteps, OnProgress, this);
     sqlite3_busy_handler(handle_, OnBusy, this);
-    sqlite3_create_collation_v2(handle_, "tsql", SQLITE_UTF8, nullptr, CompareTexts, nullptr);
+    RegisterCollations(handle_);
     RegisterSqlFunctions(*this);
     // A file from outside must not run code through its schema.
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);

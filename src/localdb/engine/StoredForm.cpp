@@ -2,7 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <array>
+
 #include "localdb/engine/DecimalMath.h"
+#include "localdb/engine/Guid.h"
+#include "localdb/engine/Moment.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TypeTable.h"
 
@@ -20,6 +24,51 @@ std::string_view BlobOf(sqlite3_value* value) {
     return bytes ? std::string_view(bytes, size) : std::string_view();
 }
 
+std::string_view TextOf(sqlite3_value* value) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return {text, static_cast<size_t>(sqlite3_value_bytes(value))};
+}
+
+// A datetimeoffset: its UTC in eleven letters of six bits, then its offset from -840 in two.
+constexpr size_t UtcLetters = 11, OffsetLetters = 2;
+constexpr int MaxOffset = 14 * 60;
+constexpr char FirstLetter = '0';
+using OffsetText = std::array<char, UtcLetters + OffsetLetters>;
+
+void PutLetters(char* out, size_t count, uint64_t number) {
+    while (count > 0) {
+        out[--count] = static_cast<char>(FirstLetter + static_cast<char>(number & 63));
+        number >>= 6;
+    }
+}
+
+uint64_t TakeLetters(std::string_view letters) {
+    uint64_t number = 0;
+    for (const char letter : letters) {
+        if (letter < FirstLetter || letter > FirstLetter + 63) Damaged();
+        number = number << 6 | static_cast<uint64_t>(letter - FirstLetter);
+    }
+    return number;
+}
+
+OffsetText StoreOffset(const SqlValue& value) {
+    OffsetText out;
+    PutLetters(out.data(), UtcLetters, static_cast<uint64_t>(value.integer));
+    PutLetters(out.data() + UtcLetters, OffsetLetters,
+               static_cast<uint64_t>(value.offset + MaxOffset));
+    return out;
+}
+
+SqlValue LoadOffset(std::string_view text) {
+    if (text.size() != UtcLetters + OffsetLetters) Damaged();
+    const uint64_t utc = TakeLetters(text.substr(0, UtcLetters));
+    const uint64_t offset = TakeLetters(text.substr(UtcLetters));
+    if (utc > static_cast<uint64_t>(Moment::LastTick) || offset > 2 * MaxOffset) Damaged();
+    SqlValue value = SqlValue::Integer(static_cast<int64_t>(utc));
+    value.offset = static_cast<int16_t>(static_cast<int>(offset) - MaxOffset);
+    return value;
+}
+
 }  // namespace
 
 bool IsLongDecimal(const SqlType& type) {
@@ -34,6 +83,11 @@ const char* StoredClass(const SqlType& type) {
             return "REAL";
         case TypeClass::Decimal:
             return IsLongDecimal(type) ? "BLOB" : "INTEGER";
+        case TypeClass::Binary:
+        case TypeClass::Guid:
+            return "BLOB";
+        case TypeClass::Moment:
+            return type.kind == TypeKind::DateTimeOffset ? "TEXT" : "INTEGER";
         default:
             return "INTEGER";
     }
@@ -45,7 +99,17 @@ void BindStored(sqlite3_stmt* statement, int index, const SqlValue& value, const
             sqlite3_bind_null(statement, index);
             break;
         case SqlValue::Kind::Integer:
-            sqlite3_bind_int64(statement, index, value.integer);
+            if (type.kind == TypeKind::DateTimeOffset) {
+                const OffsetText text = StoreOffset(value);
+                sqlite3_bind_text64(statement, index, text.data(), text.size(), SQLITE_TRANSIENT,
+                                    SQLITE_UTF8);
+            } else {
+                sqlite3_bind_int64(statement, index, value.integer);
+            }
+            break;
+        case SqlValue::Kind::Bytes:
+            sqlite3_bind_blob64(statement, index, value.text.data() ? value.text.data() : "",
+                                value.text.size(), SQLITE_TRANSIENT);
             break;
         case SqlValue::Kind::Real:
             sqlite3_bind_double(statement, index, value.real);
@@ -71,7 +135,17 @@ void ReturnStored(sqlite3_context* context, const SqlValue& value, const SqlType
             sqlite3_result_null(context);
             break;
         case SqlValue::Kind::Integer:
-            sqlite3_result_int64(context, value.integer);
+            if (type.kind == TypeKind::DateTimeOffset) {
+                const OffsetText text = StoreOffset(value);
+                sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT,
+                                      SQLITE_UTF8);
+            } else {
+                sqlite3_result_int64(context, value.integer);
+            }
+            break;
+        case SqlValue::Kind::Bytes:
+            sqlite3_result_blob64(context, value.text.data() ? value.text.data() : "",
+                                  value.text.size(), SQLITE_TRANSIENT);
             break;
         case SqlValue::Kind::Real:
             sqlite3_result_double(context, value.real);
@@ -97,8 +171,13 @@ SqlValue ReadStored(sqlite3_value* value, const SqlType& type) {
     switch (ClassOf(type)) {
         case TypeClass::Text:
             if (found != SQLITE_TEXT) Damaged();
-            return SqlValue::Text({reinterpret_cast<const char*>(sqlite3_value_text(value)),
-                                   static_cast<size_t>(sqlite3_value_bytes(value))});
+            return SqlValue::Text(TextOf(value));
+        case TypeClass::Guid:
+            if (found != SQLITE_BLOB || sqlite3_value_bytes(value) != Guid::Size) Damaged();
+            return SqlValue::Bytes(BlobOf(value));
+        case TypeClass::Binary:
+            if (found != SQLITE_BLOB) Damaged();
+            return SqlValue::Bytes(BlobOf(value));
         case TypeClass::Real:
             if (found != SQLITE_FLOAT && found != SQLITE_INTEGER) Damaged();
             return SqlValue::Real(sqlite3_value_double(value));
@@ -113,6 +192,10 @@ SqlValue ReadStored(sqlite3_value* value, const SqlType& type) {
             return SqlValue::Wide(*wide);
         }
         default:
+            if (type.kind == TypeKind::DateTimeOffset) {
+                if (found != SQLITE_TEXT) Damaged();
+                return LoadOffset(TextOf(value));
+            }
             if (found != SQLITE_INTEGER) Damaged();
             return SqlValue::Integer(sqlite3_value_int64(value));
     }
@@ -123,11 +206,17 @@ Datum ToDatum(const SqlValue& value) {
     datum.null = value.IsNull();
     datum.integer = value.integer;
     datum.real = value.real;
+    datum.offsetMinutes = value.offset;
     datum.text = value.text;
+    datum.bytes = std::as_bytes(std::span(value.text.data(), value.text.size()));
     datum.negative = value.wide < 0;
     datum.magnitude =
         datum.negative ? -static_cast<UInt128>(value.wide) : static_cast<UInt128>(value.wide);
     return datum;
+}
+
+int CompareStoredOffsets(std::string_view a, std::string_view b) {
+    return a.substr(0, UtcLetters).compare(b.substr(0, UtcLetters));
 }
 
 SqlValue ReadColumn(sqlite3_stmt* statement, int column, const SqlType& type) {

@@ -1,6 +1,8 @@
 // StoredForm: how values of each type lie in a record: integers, money and moments as INTEGER,
 // decimals of up to 18 digits as scaled INTEGER and longer ones as 17 ordered bytes, floats as
-// REAL, text as UTF-8. Every read checks what it finds: a file may hold anything.
+// REAL, text as UTF-8, binaries as BLOB, a datetimeoffset as text of its UTC and its offset,
+// compared by the collation "tsql_offset", a uniqueidentifier as BLOB in the order of its sorting.
+// Every read checks what it finds: a file may hold anything.
 #pragma once
 
 #include "localdb/engine/Datum.h"
@@ -22,6 +24,8 @@ void ReturnStored(sqlite3_context* context, const SqlValue& value, const SqlType
 // The value's text points into the record. Raises SqlError 945 where the record does not hold what
 // the type says.
 SqlValue ReadStored(sqlite3_value* value, const SqlType& type);
+// Order of two stored datetimeoffsets: by their UTC alone.
+int CompareStoredOffsets(std::string_view a, std::string_view b);
 // A result column of the current row; raises likewise.
 SqlValue ReadColumn(sqlite3_stmt* statement, int column, const SqlType& type);
 // The same as a datum for a sink; raises likewise.

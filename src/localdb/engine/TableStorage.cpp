@@ -28,7 +28,8 @@ bool HasNullableKey(const TableInfo& table, const IndexInfo& index) {
 
 std::string ColumnSql(const ColumnInfo& column) {
     std::string sql = column.StorageName() + ' ' + StoredClass(column.type);
-    if (ClassOf(column.type) == TypeClass::Text) sql += " COLLATE tsql";
+    const char* collation = StorageCollation(column.type);
+    if (collation) sql += std::string(" COLLATE ") + collation;
     return sql;
 }
 
@@ -89,7 +90,8 @@ void TableStorage::CreateNullGuard(const TableInfo& table, const IndexInfo& inde
         const std::string name = column.StorageName();
         if (!keys.empty()) keys += ", ";
         keys += "(" + name + " IS NULL), ifnull(" + name + ", 0)";
-        if (ClassOf(column.type) == TypeClass::Text) keys += " COLLATE tsql";
+        const char* collation = StorageCollation(column.type);
+        if (collation) keys += std::string(" COLLATE ") + collation;
         condition += (condition.empty() ? "" : " OR ") + name + " IS NULL";
     }
     store_.Run("CREATE UNIQUE INDEX " + prefix_ + GuardName(table, index) + " ON " +

@@ -41,9 +41,18 @@ BoundPtr BindLen(Arguments arguments) {
 
 SqlValue DataLength(const BoundCall& call, const SqlValue* a, const Evaluation&) {
     const SqlType& type = call.parts[0]->type;
-    if (ClassOf(type) != TypeClass::Text) return SqlValue::Integer(ByteLength(type));
-    const size_t units = IsUnicode(type.kind) ? Utf16Length(a[0].text) * 2 : a[0].text.size();
-    return SqlValue::Integer(static_cast<int64_t>(units));
+    size_t size = 0;
+    switch (ClassOf(type)) {
+        case TypeClass::Text:
+            size = Utf16Length(a[0].text) * (IsUnicode(type.kind) ? 2 : 1);
+            break;
+        case TypeClass::Binary:
+            size = a[0].text.size();
+            break;
+        default:
+            return SqlValue::Integer(ByteLength(type));
+    }
+    return SqlValue::Integer(static_cast<int64_t>(size));
 }
 
 BoundPtr BindDataLength(Arguments arguments) {

@@ -15,8 +15,18 @@ struct Place {
     }
 };
 
+void CheckPlain(const Place& place) {
+    if (place.name.arguments.empty() && !place.name.max) return;
+    throw place.Error(2716, {place.ordinal, place.name.name});
+}
+
+// Also binary and varbinary, which are counted alike.
 SqlType BindTextType(const Place& place, TypeKind kind) {
     const tsql::TypeName& name = place.name;
+    if (IsOldLong(kind) || kind == TypeKind::Xml) {
+        CheckPlain(place);
+        return MakeType(kind, SqlType::Max);
+    }
     if (name.max) {
         if (IsFixedLength(kind)) {
             throw place.Error(102, {QStringLiteral("max")});
@@ -36,6 +46,26 @@ SqlType BindTextType(const Place& place, TypeKind kind) {
                                 QString::number(limit)});
     }
     return MakeType(kind, length);
+}
+
+SqlType BindBinaryType(const Place& place, TypeKind kind) {
+    if (kind == TypeKind::RowVersion || kind == TypeKind::Image) {
+        CheckPlain(place);
+        return MakeType(kind, kind == TypeKind::Image ? SqlType::Max : 0);
+    }
+    return BindTextType(place, kind);
+}
+
+SqlType BindTimeType(const Place& place, TypeKind kind) {
+    const std::vector<int>& arguments = place.name.arguments;
+    if (place.name.max || arguments.size() > 1) {
+        throw place.Error(2716, {place.ordinal, place.name.name});
+    }
+    const int scale = arguments.empty() ? 7 : arguments.front();
+    if (scale < 0 || scale > 7) {
+        throw place.Error(1002, {QString::number(place.name.line), QString::number(scale)});
+    }
+    return MakeType(kind, 0, 0, scale);
 }
 
 SqlType BindDecimalType(const Place& place, TypeKind kind) {
@@ -61,6 +91,9 @@ SqlType BindType(const tsql::TypeName& name, int ordinal) {
     const Place place{name, QString::number(ordinal)};
     const bool dbo = name.schema.isEmpty() || name.schema.compare(u"sys", Qt::CaseInsensitive) == 0;
     const std::optional<TypeKind> kind = dbo ? FindTypeKind(name.name) : std::nullopt;
+    if (!kind && dbo && IsRefusedType(name.name)) {
+        throw place.Error(40517, {QStringLiteral("data type ") + name.name.toLower()});
+    }
     if (!kind) throw place.Error(2715, {place.ordinal, name.name});
     switch (FactsOf(*kind).cls) {
         case TypeClass::Text:
@@ -68,8 +101,11 @@ SqlType BindType(const tsql::TypeName& name, int ordinal) {
             return BindTextType(place, *kind);
         case TypeClass::Decimal:
             return BindDecimalType(place, *kind);
-        case TypeClass::Other:
-            throw place.Error(40517, {QStringLiteral("data type ") + name.name.toLower()});
+        case TypeClass::Binary:
+            return BindBinaryType(place, *kind);
+        case TypeClass::Moment:
+            if (HasTimeScale(*kind)) return BindTimeType(place, *kind);
+            break;
         default:
             break;
     }
@@ -81,7 +117,7 @@ SqlType BindType(const tsql::TypeName& name, int ordinal) {
         }
         return MakeType(bits <= 24 ? TypeKind::Real : TypeKind::Float);
     }
-    if (!name.arguments.empty() || name.max) throw place.Error(2716, {place.ordinal, name.name});
+    CheckPlain(place);
     return MakeType(*kind);
 }
 

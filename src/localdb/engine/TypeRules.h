@@ -10,10 +10,15 @@ class TypeRules {
   public:
     // The type that both are brought to for a comparison, a CASE or a COALESCE.
     static SqlType Common(const SqlType& a, const SqlType& b);
-    // The result of `a sign b`. Raises SqlError 402 or 8117 where the types do not go together.
+    // The result of `a sign b`. Raises SqlError 206, 402 or 8117 where the types do not go
+    // together.
     static SqlType OfArithmetic(char16_t sign, const SqlType& a, const SqlType& b);
     // Raises SqlError 206, 257 or 529 where there is no such conversion.
     static void CheckConversion(const SqlType& from, const SqlType& to, bool isExplicit);
+    // `sign` as messages call it: "equal to". Raises SqlError 305 or 402 for what has no order.
+    static void CheckComparison(const char16_t* sign, const SqlType& a, const SqlType& b);
+    // For ORDER BY, GROUP BY and the like. Raises SqlError 305 or 306.
+    static void CheckOrder(const SqlType& type);
     // A decimal as wide as an integer or money kind needs.
     static SqlType AsDecimal(const SqlType& type);
 };

@@ -1,5 +1,6 @@
 #include "localdb/engine/TypeTable.h"
 
+#include <algorithm>
 #include <array>
 
 #include "localdb/engine/SqlError.h"
@@ -27,20 +28,20 @@ constexpr std::array<TypeFacts, 29> Table = {{
     {K::VarChar, u"varchar", 167, 29, C::Text, 0, 0, 0},
     {K::NChar, u"nchar", 239, 28, C::Text, 0, 0, 0},
     {K::NVarChar, u"nvarchar", 231, 27, C::Text, 0, 0, 0},
-    {K::Text, u"text", 35, 23, C::Other, 16, 0, 0},
-    {K::NText, u"ntext", 99, 22, C::Other, 16, 0, 0},
-    {K::Binary, u"binary", 173, 32, C::Other, 0, 0, 0},
-    {K::VarBinary, u"varbinary", 165, 31, C::Other, 0, 0, 0},
-    {K::Image, u"image", 34, 24, C::Other, 16, 0, 0},
+    {K::Text, u"text", 35, 23, C::Text, 16, 0, 0},
+    {K::NText, u"ntext", 99, 22, C::Text, 16, 0, 0},
+    {K::Binary, u"binary", 173, 32, C::Binary, 0, 0, 0},
+    {K::VarBinary, u"varbinary", 165, 31, C::Binary, 0, 0, 0},
+    {K::Image, u"image", 34, 24, C::Binary, 16, 0, 0},
     {K::Date, u"date", 40, 10, C::Moment, 3, 10, 0},
-    {K::Time, u"time", 41, 11, C::Other, 5, 0, 0},
+    {K::Time, u"time", 41, 11, C::Moment, 5, 16, 7},
     {K::SmallDateTime, u"smalldatetime", 58, 9, C::Moment, 4, 16, 0},
     {K::DateTime, u"datetime", 61, 8, C::Moment, 8, 23, 3},
-    {K::DateTime2, u"datetime2", 42, 7, C::Other, 8, 0, 0},
-    {K::DateTimeOffset, u"datetimeoffset", 43, 6, C::Other, 10, 0, 0},
-    {K::UniqueIdentifier, u"uniqueidentifier", 36, 26, C::Other, 16, 0, 0},
-    {K::RowVersion, u"timestamp", 189, 25, C::Other, 8, 0, 0},
-    {K::Xml, u"xml", 241, 5, C::Other, 0, 0, 0},
+    {K::DateTime2, u"datetime2", 42, 7, C::Moment, 8, 27, 7},
+    {K::DateTimeOffset, u"datetimeoffset", 43, 6, C::Moment, 10, 34, 7},
+    {K::UniqueIdentifier, u"uniqueidentifier", 36, 26, C::Guid, 16, 0, 0},
+    {K::RowVersion, u"timestamp", 189, 25, C::Binary, 8, 0, 0},
+    {K::Xml, u"xml", 241, 5, C::Text, 0, 0, 0},
 }};
 
 constexpr bool InOrder() {
@@ -55,6 +56,9 @@ struct Synonym {
     QStringView name;
     TypeKind kind;
 };
+
+constexpr std::array<QStringView, 6> RefusedTypes = {u"sql_variant", u"hierarchyid", u"geometry",
+                                                     u"geography",   u"cursor",      u"table"};
 
 // "Data type synonyms (Transact-SQL)".
 constexpr std::array<Synonym, 4> Synonyms = {{{u"integer", K::Int},
@@ -78,6 +82,17 @@ std::optional<TypeKind> FindTypeKind(const QString& name) {
     return std::nullopt;
 }
 
+bool IsRefusedType(const QString& name) {
+    return std::any_of(RefusedTypes.begin(), RefusedTypes.end(), [&name](QStringView refused) {
+        return refused.compare(name, Qt::CaseInsensitive) == 0;
+    });
+}
+
+const char* StorageCollation(const SqlType& type) {
+    if (ClassOf(type) == C::Text) return "tsql";
+    return type.kind == K::DateTimeOffset ? "tsql_offset" : nullptr;
+}
+
 int64_t PackType(const SqlType& type) {
     return int64_t{FactsOf(type.kind).number} | int64_t{type.precision} << 8 |
            int64_t{type.scale} << 16 | (int64_t{type.length} + 1) << 24;
@@ -94,11 +109,19 @@ SqlType UnpackType(int64_t packed) {
 }
 
 bool IsUnicode(TypeKind kind) {
-    return kind == K::NChar || kind == K::NVarChar;
+    return kind == K::NChar || kind == K::NVarChar || kind == K::NText || kind == K::Xml;
 }
 
 bool IsFixedLength(TypeKind kind) {
-    return kind == K::NChar || kind == K::Char;
+    return kind == K::NChar || kind == K::Char || kind == K::Binary || kind == K::RowVersion;
+}
+
+bool IsOldLong(TypeKind kind) {
+    return kind == K::Text || kind == K::NText || kind == K::Image;
+}
+
+bool HasTimeScale(TypeKind kind) {
+    return kind == K::Time || kind == K::DateTime2 || kind == K::DateTimeOffset;
 }
 
 bool IsNumber(const SqlType& type) {
@@ -109,17 +132,26 @@ int ByteLength(const SqlType& type) {
     if (ClassOf(type) == C::Decimal) {
         return type.precision <= 9 ? 5 : type.precision <= 19 ? 9 : type.precision <= 28 ? 13 : 17;
     }
-    if (ClassOf(type) != C::Text) return FactsOf(type.kind).bytes;
+    if (HasTimeScale(type.kind)) {
+        return FactsOf(type.kind).bytes - (type.scale <= 2 ? 2 : type.scale <= 4 ? 1 : 0);
+    }
+    const int fixed = FactsOf(type.kind).bytes;
+    if (fixed != 0) return fixed;
     if (type.length == SqlType::Max) return -1;
     return IsUnicode(type.kind) ? type.length * 2 : type.length;
 }
 
 int PrecisionOf(const SqlType& type) {
-    return ClassOf(type) == C::Decimal ? type.precision : FactsOf(type.kind).precision;
+    if (ClassOf(type) == C::Decimal) return type.precision;
+    const int digits = FactsOf(type.kind).precision;
+    if (!HasTimeScale(type.kind)) return digits;
+    // Without a fraction there is no point either.
+    return digits - (type.scale == 0 ? 8 : 7 - type.scale);
 }
 
 int ScaleOf(const SqlType& type) {
-    return ClassOf(type) == C::Decimal ? type.scale : FactsOf(type.kind).scale;
+    if (ClassOf(type) == C::Decimal || HasTimeScale(type.kind)) return type.scale;
+    return FactsOf(type.kind).scale;
 }
 
 SqlType MakeType(TypeKind kind, int length, int precision, int scale) {

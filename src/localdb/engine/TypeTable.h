@@ -15,9 +15,10 @@ enum class TypeClass : uint8_t {
     Decimal,  // decimal, numeric
     Money,    // smallmoney, money: integers in 1/10,000
     Real,     // real, float
-    Text,     // char, varchar, nchar, nvarchar
-    Moment,   // date, smalldatetime, datetime: integers in their own unit
-    Other,    // named in the table, but not to be stored yet
+    Text,     // (n)char, (n)varchar, (n)text, xml
+    Moment,   // the date and time kinds: integers in their own unit
+    Binary,   // binary, varbinary, image, rowversion: bytes
+    Guid,     // uniqueidentifier: 16 bytes in the order in which they sort
 };
 
 struct TypeFacts {
@@ -37,19 +38,27 @@ inline TypeClass ClassOf(const SqlType& type) {
 }
 // By the bare name in any letter case, synonyms ("integer", "dec") included.
 std::optional<TypeKind> FindTypeKind(const QString& name);
+// A type that SQL Server has and this server refuses: sql_variant, hierarchyid, ...
+bool IsRefusedType(const QString& name);
+// The collation that the storage compares the type's values with; null where bytes or numbers do.
+const char* StorageCollation(const SqlType& type);
 
 // The type in 64 bits, stable on disk: number, precision, scale, length + 1.
 int64_t PackType(const SqlType& type);
 // Raises SqlError 945 for what PackType never makes.
 SqlType UnpackType(int64_t packed);
 
-bool IsUnicode(TypeKind kind);      // nchar, nvarchar
-bool IsFixedLength(TypeKind kind);  // char, nchar
+bool IsUnicode(TypeKind kind);      // nchar, nvarchar, ntext, xml
+bool IsFixedLength(TypeKind kind);  // char, nchar, binary, rowversion
+bool IsOldLong(TypeKind kind);      // text, ntext, image
+bool HasTimeScale(TypeKind kind);   // time, datetime2, datetimeoffset
 bool IsNumber(const SqlType& type);
 
-// Bytes that a value takes at most; -1 for (max), as the catalogue's "length" columns count.
+// Bytes that a value takes at most; -1 for (max) and xml, 16 for the old long types, as the
+// catalogue's "length" columns count.
 int ByteLength(const SqlType& type);
-// Decimal digits and scale of the number kinds, as the rules of arithmetic see them.
+// Decimal digits and scale of the number kinds, as the rules of arithmetic see them; of moments, as
+// the catalogue tells them.
 int PrecisionOf(const SqlType& type);
 int ScaleOf(const SqlType& type);
 

@@ -6,8 +6,8 @@
 #include <QUuid>
 #include <cmath>
 
+#include "base/CodePage1252.h"
 #include "localdb/server/TypeMapping.h"
-#include "localdb/tds/CodePage1252.h"
 #include "localdb/tds/NumericValues.h"
 #include "localdb/tds/TemporalValues.h"
 
@@ -143,7 +143,7 @@ QString LiteralOf(const engine::SqlType& type, Content content) {
         case TypeKind::Char:
         case TypeKind::VarChar:
         case TypeKind::Text:
-            return tds::TextOfCp1252(content);
+            return TextOfCp1252(content);
         case TypeKind::NChar:
         case TypeKind::NVarChar:
         case TypeKind::NText:

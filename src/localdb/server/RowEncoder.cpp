@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "localdb/engine/Guid.h"
 #include "localdb/server/TypeMapping.h"
 #include "localdb/tds/NumericValues.h"
 #include "localdb/tds/Row.h"
@@ -58,8 +59,10 @@ void DateTimeOffset(ByteWriter& w, const TypeInfo& t, const Datum& d) {
     tds::WriteDateTimeOffset(w, t.scale, {d.integer, d.offsetMinutes});
 }
 void Guid(ByteWriter& w, const TypeInfo&, const Datum& d) {
-    w.U8(static_cast<uint8_t>(std::min<size_t>(d.bytes.size(), 16)));
-    w.Bytes(d.bytes.first(std::min<size_t>(d.bytes.size(), 16)));
+    const engine::Guid::Bytes wire =
+        engine::Guid::ToWire({reinterpret_cast<const char*>(d.bytes.data()), engine::Guid::Size});
+    w.U8(engine::Guid::Size);
+    w.Bytes(std::as_bytes(std::span(wire)));
 }
 
 struct Entry {

@@ -1,6 +1,6 @@
 #include "localdb/tds/Utf8.h"
 
-#include "localdb/tds/CodePage1252.h"
+#include "base/CodePage1252.h"
 
 namespace quarv::localdb::tds {
 

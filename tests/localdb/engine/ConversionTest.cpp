@@ -32,7 +32,7 @@ TEST(Conversion, IntegersKeepTheirRanges) {
     EXPECT_EQ(TextTo("-9223372036854775808", TypeKind::BigInt),
               std::numeric_limits<int64_t>::min());
     EXPECT_EQ(TextTo("255", TypeKind::TinyInt), 255);
-    EXPECT_EQ(Raised([] { TextTo("256", TypeKind::TinyInt); }), 248);
+    EXPECT_EQ(Raised([] { TextTo("256", TypeKind::TinyInt); }), 244);
     EXPECT_EQ(Raised([] { TextTo("9223372036854775808", TypeKind::BigInt); }), 8115);
     EXPECT_EQ(Raised([] { TextTo("99999999999999999999999999999999999999999999", TypeKind::Int); }),
               248);
@@ -61,8 +61,13 @@ TEST(Conversion, MoneyReadsCurrencySignsAndCommas) {
 TEST(Conversion, FixedLengthsCountUnicodeUnits) {
     EXPECT_EQ(To(SqlValue::Text("ж"), Text, MakeType(TypeKind::NChar, 3)).text, "ж  ");
     EXPECT_EQ(To(SqlValue::Text("😀"), Text, MakeType(TypeKind::NChar, 3)).text, "😀 ");
-    EXPECT_EQ(To(SqlValue::Text("ж"), Text, MakeType(TypeKind::Char, 3)).text, "ж ");
-    EXPECT_EQ(To(SqlValue::Text("aж"), Text, MakeType(TypeKind::VarChar, 2)).text, "a");
+}
+
+TEST(Conversion, LettersBeyondTheCodePageBecomeQuestionMarks) {
+    const SqlType wide = MakeType(TypeKind::NVarChar, SqlType::Max);
+    EXPECT_EQ(To(SqlValue::Text("ж"), wide, MakeType(TypeKind::Char, 3)).text, "?  ");
+    EXPECT_EQ(To(SqlValue::Text("aж😀"), wide, MakeType(TypeKind::VarChar, 9)).text, "a???");
+    EXPECT_EQ(To(SqlValue::Text("€ä?"), wide, MakeType(TypeKind::VarChar, 2)).text, "€ä");
 }
 
 TEST(Conversion, MoneyHasStyles) {

@@ -33,6 +33,48 @@ QString DateTimeText(int64_t thirds) {
            time.toString(QStringLiteral("hh:mm:ss.zzz"));
 }
 
+QString DayText(int64_t days) {
+    return QDate(1, 1, 1).addDays(days).toString(QStringLiteral("yyyy-MM-dd"));
+}
+
+// `ticks` are 100 ns since midnight.
+QString ClockText(int64_t ticks, int scale) {
+    const QString whole = QTime(0, 0).addSecs(static_cast<int>(ticks / 10'000'000)).toString();
+    const QString digits = QString::number(ticks % 10'000'000).rightJustified(7, u'0');
+    return scale > 0 ? whole + u'.' + digits.left(scale) : whole;
+}
+
+QString TicksText(int64_t ticks, int scale) {
+    constexpr int64_t PerDay = 864'000'000'000;
+    return DayText(ticks / PerDay) + u' ' + ClockText(ticks % PerDay, scale);
+}
+
+QString OffsetText(const Datum& datum, int scale) {
+    const int minutes = datum.offsetMinutes < 0 ? -datum.offsetMinutes : datum.offsetMinutes;
+    return TicksText(datum.integer + datum.offsetMinutes * int64_t{600'000'000}, scale) + u' ' +
+           (datum.offsetMinutes < 0 ? u'-' : u'+') +
+           QString::number(minutes / 60).rightJustified(2, u'0') + u':' +
+           QString::number(minutes % 60).rightJustified(2, u'0');
+}
+
+QString HexText(std::span<const std::byte> bytes) {
+    const QByteArray array(reinterpret_cast<const char*>(bytes.data()),
+                           static_cast<qsizetype>(bytes.size()));
+    return QStringLiteral("0x") + QString::fromLatin1(array.toHex().toUpper());
+}
+
+// From the order of sorting: the last group first, each of the first three groups backwards.
+QString GuidText(std::span<const std::byte> bytes) {
+    const QString hex = HexText(bytes).mid(2);
+    const auto pairs = [&hex](std::initializer_list<int> places) {
+        QString text;
+        for (const int place : places) text += hex.mid(2 * place, 2);
+        return text;
+    };
+    return pairs({15, 14, 13, 12}) + u'-' + pairs({11, 10}) + u'-' + pairs({9, 8}) + u'-' +
+           pairs({6, 7}) + u'-' + pairs({0, 1, 2, 3, 4, 5});
+}
+
 }  // namespace
 
 QString DatumText(const SqlType& type, const Datum& datum) {
@@ -52,11 +94,27 @@ QString DatumText(const SqlType& type, const Datum& datum) {
         case TypeKind::SmallDateTime:
             return DateTimeText(datum.integer * 18000);
         case TypeKind::Date:
-            return QDate(1, 1, 1).addDays(datum.integer).toString(QStringLiteral("yyyy-MM-dd"));
+            return DayText(datum.integer);
+        case TypeKind::Time:
+            return ClockText(datum.integer, type.scale);
+        case TypeKind::DateTime2:
+            return TicksText(datum.integer, type.scale);
+        case TypeKind::DateTimeOffset:
+            return OffsetText(datum, type.scale);
+        case TypeKind::UniqueIdentifier:
+            return GuidText(datum.bytes);
+        case TypeKind::Binary:
+        case TypeKind::VarBinary:
+        case TypeKind::Image:
+        case TypeKind::RowVersion:
+            return HexText(datum.bytes);
         case TypeKind::Char:
         case TypeKind::VarChar:
         case TypeKind::NChar:
         case TypeKind::NVarChar:
+        case TypeKind::Text:
+        case TypeKind::NText:
+        case TypeKind::Xml:
             return QString::fromUtf8(datum.text.data(), static_cast<qsizetype>(datum.text.size()));
         default:
             return QString::number(datum.integer);

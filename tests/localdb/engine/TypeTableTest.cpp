@@ -85,9 +85,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(TypeRules, RefusesOperandsThatDoNotGoTogether) {
     const SqlType date = MakeType(TypeKind::Date), integer = MakeType(TypeKind::Int);
-    EXPECT_EQ(Raised([&] { TypeRules::OfArithmetic(u'+', date, integer); }), 402);
+    EXPECT_EQ(Raised([&] { TypeRules::OfArithmetic(u'+', date, integer); }), 206);
     EXPECT_EQ(Raised([&] { TypeRules::OfArithmetic(u'*', MakeType(TypeKind::DateTime), integer); }),
-              402);
+              8117);
     EXPECT_EQ(Raised([&] { TypeRules::OfArithmetic(u'&', Dec(5, 2), integer); }), 8117);
     EXPECT_EQ(Raised([&] { TypeRules::CheckConversion(date, integer, true); }), 529);
     EXPECT_EQ(Raised([&] { TypeRules::CheckConversion(integer, date, false); }), 206);

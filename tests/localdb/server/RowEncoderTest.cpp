@@ -106,7 +106,7 @@ const ValueCase Cases[] = {
     {"UniqueIdentifier",
      {TypeKind::UniqueIdentifier, 0, 0, 0},
      Bytes(16),
-     "01020000000000000000000000000000"},
+     "00000000000000000000010200000000"},
     {"RowVersion", {TypeKind::RowVersion, 0, 0, 0}, Bytes(8), "0102000000000000"},
     {"Xml", {TypeKind::Xml, 0, 0, 0}, Text("<a/>"), "3c0061002f003e00"},
 };

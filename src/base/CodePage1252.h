@@ -8,11 +8,11 @@
 #include <cstdint>
 #include <span>
 
-namespace quarv::localdb::tds {
+namespace quarv {
 
 // "?" for what the code page lacks.
 uint8_t Cp1252Of(char16_t unit);
 
 QString TextOfCp1252(std::span<const std::byte> bytes);
 
-}  // namespace quarv::localdb::tds
+}  // namespace quarv

@@ -1,7 +1,8 @@
-#include "TokenChecks.h"
-#include "localdb/tds/CodePage1252.h"
+#include "base/CodePage1252.h"
 
-namespace quarv::localdb::tds {
+#include <gtest/gtest.h>
+
+namespace quarv {
 
 TEST(CodePage1252Test, EveryByteComesBack) {
     for (int code = 0; code < 256; ++code) {
@@ -14,4 +15,4 @@ TEST(CodePage1252Test, EveryByteComesBack) {
     EXPECT_EQ(TextOfCp1252({&euro, 1}), QString(QChar(0x20AC)));
 }
 
-}  // namespace quarv::localdb::tds
+}  // namespace quarv

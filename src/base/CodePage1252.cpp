@@ -1,9 +1,9 @@
-#include "localdb/tds/CodePage1252.h"
+#include "base/CodePage1252.h"
 
 #include <algorithm>
 #include <array>
 
-namespace quarv::localdb::tds {
+namespace quarv {
 
 namespace {
 
@@ -32,4 +32,4 @@ QString TextOfCp1252(std::span<const std::byte> bytes) {
     return text;
 }
 
-}  // namespace quarv::localdb::tds
+}  // namespace quarv

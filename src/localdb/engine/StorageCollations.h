@@ -1,0 +1,11 @@
+// StorageCollations: the orders that the storage asks this server for: "tsql" of texts and
+// "tsql_offset" of datetimeoffsets. Every connection to a database file needs them.
+#pragma once
+
+struct sqlite3;
+
+namespace quarv::localdb::engine {
+
+void RegisterCollations(sqlite3* handle);
+
+}  // namespace quarv::localdb::engine
