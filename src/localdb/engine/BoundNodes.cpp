@@ -65,7 +65,11 @@ std::string BoundConstant::Detail() const {
 }
 
 void BoundColumn::Write(SqlWriter& writer) const {
-    writer.Text(sql_);
+    if (computed) {
+        writer.Expression(*computed);
+    } else {
+        writer.Text(sql_);
+    }
 }
 
 SqlValue BoundArithmetic::Evaluate(const Evaluation& evaluation) const {

@@ -60,6 +60,8 @@ class BoundColumn : public BoundExpression {
     std::string Detail() const override { return sql_; }
 
     bool identity = false;
+    // What a computed column without a place in the storage stands for, else nothing.
+    std::shared_ptr<const BoundExpression> computed;
 
   private:
     std::string sql_;

@@ -146,7 +146,7 @@ size_t ChangeQuery::Add(BoundPtr item) {
 
 size_t ChangeQuery::AddOld(size_t column) {
     const SourceColumn& source = TargetSource().columns[column];
-    return Add(std::make_unique<BoundColumn>(source.sql, source.name, source.type));
+    return Add(source.Bind());
 }
 
 std::string ChangeQuery::KeyCondition(int first) const {

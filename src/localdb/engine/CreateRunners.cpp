@@ -1,6 +1,8 @@
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/TableBuilder.h"
+#include "localdb/engine/TableChange.h"
+#include "localdb/engine/TableMaker.h"
 #include "localdb/engine/TableStorage.h"
 #include "localdb/engine/TypeTable.h"
 #include "localdb/tsql/CreateDatabase.h"
@@ -14,17 +16,20 @@ namespace quarv::localdb::engine {
 
 namespace {
 
+constexpr int FirstUserSchema = 5;
+
 void Done(ResultSink& sink) {
     sink.StatementDone(StatementKind::Other, -1, false);
 }
 
-// Only dbo takes new objects.
+// The system's own schemas take no objects.
 ObjectInfo NewObject(Metadata& metadata, const tsql::ObjectName& name, const QString& type) {
     const std::optional<int> schema = metadata.FindSchema(name.schema);
-    if (!schema || *schema != Metadata::DboSchema) throw SqlError(2760, {name.schema}, name.line);
+    const bool system = schema && *schema > Metadata::DboSchema && *schema < FirstUserSchema;
+    if (!schema || system) throw SqlError(2760, {name.schema}, name.line);
     ObjectInfo object;
     object.schemaId = *schema;
-    object.schema = QStringLiteral("dbo");
+    object.schema = *schema == Metadata::DboSchema ? QStringLiteral("dbo") : name.schema;
     object.name = name.name;
     object.type = type;
     return object;
@@ -32,42 +37,12 @@ ObjectInfo NewObject(Metadata& metadata, const tsql::ObjectName& name, const QSt
 
 // A temporary table hides one of the same name that an outer level made, and no other.
 void NameTemporary(ObjectInfo& object, int64_t id, Metadata& metadata, SessionState& session) {
-    if (!TemporaryTables::IsTemporary(object.name)) return;
     const std::optional<ObjectInfo> same = metadata.Find(object.schema, object.name);
     if (same && session.temporaries.IsOfLevel(same->id, session.nestLevel)) {
         throw SqlError(2714, {object.name});
     }
     object.name = TemporaryTables::StoredName(object.name, id);
     session.temporaries.Made(id, session.nestLevel);
-}
-
-ObjectInfo Constraint(const QString& name, const QString& type, const QString& definition) {
-    ObjectInfo object;
-    object.schema = QStringLiteral("dbo");
-    object.name = name;
-    object.type = type;
-    object.definition = definition;
-    return object;
-}
-
-void StoreTable(Metadata& metadata, TableInfo& table, const TableBuilder& builder) {
-    metadata.AddObject(table.object);
-    for (size_t i = 0; i < table.columns.size(); ++i) {
-        ColumnInfo& column = table.columns[i];
-        if (!column.defaultText.isEmpty()) {
-            column.defaultId = metadata.AddObject(
-                Constraint(builder.DefaultName(table, i), QStringLiteral("D"), column.defaultText),
-                table.object.id);
-        }
-        metadata.AddColumn(table.object.id, column);
-    }
-    if (table.identity) metadata.AddIdentity(table.object.id, *table.identity);
-    for (IndexInfo& index : table.indexes) {
-        const QString type = index.primary ? QStringLiteral("PK") : QStringLiteral("UQ");
-        index.constraintId =
-            metadata.AddObject(Constraint(index.name, type, QString()), table.object.id);
-        metadata.AddIndex(table.object.id, index);
-    }
 }
 
 // The columns of a view as the catalogue shows them.
@@ -100,32 +75,6 @@ TableInfo FindTable(Metadata& metadata, const tsql::ObjectName& name) {
     return metadata.LoadTable(*object);
 }
 
-IndexInfo BuildIndex(const tsql::CreateIndex& node, const TableInfo& table) {
-    IndexInfo index;
-    index.name = node.name;
-    index.unique = node.unique;
-    index.clustered = node.clustered;
-    index.id = 1;
-    for (const IndexInfo& other : table.indexes) {
-        if (SameName(other.name, node.name)) {
-            throw SqlError(1913, {node.name, node.table.ToText()});
-        }
-        if (node.clustered && other.clustered) {
-            throw SqlError(1902, {node.table.ToText(), other.name});
-        }
-        index.id = std::max(index.id, other.id);
-    }
-    index.id = node.clustered ? 1 : index.id + 1;
-    for (const tsql::KeyColumn& key : node.keys) {
-        const ColumnInfo& column = FindKeyColumn(table, key.name);
-        for (const IndexInfo::Key& other : index.keys) {
-            if (other.columnId == column.id) throw SqlError(1909, {key.name});
-        }
-        index.keys.push_back({column.id, key.descending});
-    }
-    return index;
-}
-
 }  // namespace
 
 void RunCreateDatabase(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
@@ -145,11 +94,16 @@ void RunCreateTable(const tsql::Statement& statement, Frame& frame, ResultSink& 
     Transactions::Writing writing(session.transactions, metadata.Prefix());
     ObjectInfo object = NewObject(metadata, node.name, QStringLiteral("U"));
     const int64_t id = metadata.NextObjectId();
-    NameTemporary(object, id, metadata, session);
-    TableBuilder builder(node, context);
-    TableInfo table = builder.Build(id, object);
-    StoreTable(metadata, table, builder);
-    TableStorage(session.store, metadata).Create(table);
+    if (TemporaryTables::IsTemporary(object.name)) {
+        if (!node.foreignKeys.empty()) {
+            throw SqlError(40517, {QStringLiteral("FOREIGN KEY of a temporary table")});
+        }
+        NameTemporary(object, id, metadata, session);
+    } else if (metadata.Find(object.schema, object.name)) {
+        throw SqlError(2714, {object.name});
+    }
+    TableInfo table = TableBuilder(node, frame, metadata).Build(id, object);
+    TableMaker(session.store, metadata).Create(table);
     writing.Commit();
     Done(sink);
 }
@@ -205,9 +159,11 @@ void RunCreateIndex(const tsql::Statement& statement, Frame& frame, ResultSink& 
     BindContext context = frame.NewContext();
     Metadata metadata = context.MetadataFor(node.table);
     Transactions::Writing writing(session.transactions, metadata.Prefix());
-    const TableInfo table = FindTable(metadata, node.table);
-    const IndexInfo index = BuildIndex(node, table);
-    metadata.AddIndex(table.object.id, index);
+    const TableInfo before = FindTable(metadata, node.table);
+    TableInfo table = before;
+    IndexInfo index = BuildIndex(frame, table, node.index, node.table.ToText());
+    TableChange(frame, metadata, before).StoreComputed(table);
+    TableMaker(session.store, metadata).AddIndex(table, index);
     TableStorage(session.store, metadata).CreateIndex(table, index);
     writing.Commit();
     Done(sink);

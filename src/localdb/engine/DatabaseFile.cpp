@@ -116,6 +116,7 @@ void DatabaseFile::Fill(sqlite3* handle, const QString& path, const QString& nam
     Execute(handle, "PRAGMA journal_mode=WAL", path);
     Execute(handle, "BEGIN", path);
     Execute(handle, MetaSchema, path);
+    Execute(handle, MetaSchemaFrom1, path);
     const std::optional<int64_t> now = Moment::Now().Store(TypeKind::DateTime);
     Run(
         handle, "INSERT INTO q_meta VALUES ('created', ?1), ('name', ?2)",
@@ -133,6 +134,21 @@ int64_t DatabaseFile::Created(const QString& path) {
     Run(handle, "SELECT value FROM q_meta WHERE key = 'created'", Nothing,
         [&created](sqlite3_stmt* row) { created = sqlite3_column_int64(row, 0); });
     return created;
+}
+
+void DatabaseFile::Upgrade(const QString& path) {
+    const Handle handle(path, SQLITE_OPEN_READWRITE);
+    const auto format = [&handle] {
+        int64_t found = 0;
+        Run(handle, "SELECT value FROM q_meta WHERE key = 'format'", Nothing,
+            [&found](sqlite3_stmt* row) { found = sqlite3_column_int64(row, 0); });
+        return found;
+    };
+    if (format() != 1) return;
+    // Another process may have been faster; what is not committed goes with the handle.
+    Execute(handle, "BEGIN IMMEDIATE", path);
+    if (format() == 1) Execute(handle, MetaSchemaFrom1, path);
+    Execute(handle, "COMMIT", path);
 }
 
 void DatabaseFile::Remove(const QString& path) {

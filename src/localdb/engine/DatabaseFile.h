@@ -17,6 +17,9 @@ class DatabaseFile {
     static void Make(const QString& path, const QString& name);
     // When it was made, as datetime. Raises SqlError 945.
     static int64_t Created(const QString& path);
+    // Brings a file of an older format to the present one, whole or not at all. Raises SqlError 945
+    // or 1105; a file of a newer format is left alone.
+    static void Upgrade(const QString& path);
     // The file and what the library keeps beside it. A missing file is no error.
     static void Remove(const QString& path);
 

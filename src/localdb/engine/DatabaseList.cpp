@@ -32,11 +32,17 @@ DatabaseList::DatabaseList(const QString& directory) : directory_(directory) {
         DatabaseFile::Make(path, MasterName);
         MasterFile(path).MakeList();
     }
+    DatabaseFile::Upgrade(path);
     MasterFile master(path);
     for (DatabaseEntry& entry : master.Load()) {
         // Files are named relative to the directory, so that it can be moved as a whole.
         entry.path = QDir(directory_).filePath(entry.path);
         byName_[Key(entry.name)] = entry;
+        try {
+            DatabaseFile::Upgrade(entry.path);
+        } catch (const SqlError&) {
+            // Whoever opens the database hears of it; the others work.
+        }
     }
     byName_[Key(MasterName)] = {MasterId, MasterName, path, DatabaseFile::Created(path)};
     nextId_ = master.NextId();

@@ -1,6 +1,7 @@
 #include <sqlite3.h>
 
 #include "localdb/engine/ChangeQuery.h"
+#include "localdb/engine/RowChecks.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/StoredForm.h"
 #include "localdb/tsql/Delete.h"
@@ -10,8 +11,14 @@ namespace quarv::localdb::engine {
 namespace {
 
 // Row by row: what is to go was found before the first row goes.
-int64_t DeleteEach(ChangeQuery& query, Frame& frame, ResultSink& sink) {
+int64_t DeleteEach(ChangeQuery& query, Frame& frame, RowChecks& checks, ResultSink& sink) {
     SessionState& session = frame.Session();
+    const std::vector<ColumnInfo>& columns = query.Target().table.columns;
+    std::vector<size_t> old;
+    for (size_t i = 0; checks.NeedsDeletedRows() && i < columns.size(); ++i) {
+        old.push_back(query.AddOld(i));
+    }
+    std::vector<OwnedValue> row(old.size());
     SqliteStatement rows = query.Prepare(frame, session.store, session.options.rowCount);
     SqliteStatement remove =
         session.store.Prepare("DELETE FROM " + query.Target().metadata.Prefix() +
@@ -24,9 +31,14 @@ int64_t DeleteEach(ChangeQuery& query, Frame& frame, ResultSink& sink) {
             const int column = static_cast<int>(i);
             remove.Bind(column + 1, ReadColumn(rows.Handle(), column, keys[i]), keys[i]);
         }
+        for (size_t i = 0; i < old.size(); ++i) {
+            row[i] = ReadColumn(rows.Handle(), static_cast<int>(old[i]), columns[i].type);
+        }
         remove.Run();
+        if (!old.empty()) checks.Deleted(row);
         ++count;
     }
+    checks.Finish();
     return count;
 }
 
@@ -45,9 +57,12 @@ void RunDelete(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     const tsql::ObjectName& target = ChangeQuery::TargetName(node.target, node.rows);
     Transactions::Writing writing(session.transactions, context.MetadataFor(target).Prefix());
     ChangeQuery query(context, node.target, node.rows, QStringLiteral("DELETE"));
-    const bool all = !query.IsJoin() && !query.IsLimited() && !node.rows.where && !node.output &&
-                     session.options.rowCount == 0;
-    const int64_t count = all ? DeleteAll(query, session.store) : DeleteEach(query, frame, sink);
+    RowChecks checks(frame, query.Target().metadata, query.Target().table,
+                     QStringLiteral("DELETE"));
+    const bool all = !checks.NeedsDeletedRows() && !query.IsJoin() && !query.IsLimited() &&
+                     !node.rows.where && !node.output && session.options.rowCount == 0;
+    const int64_t count =
+        all ? DeleteAll(query, session.store) : DeleteEach(query, frame, checks, sink);
     writing.Commit();
     session.rowCount = count;
     sink.StatementDone(StatementKind::Delete, session.options.noCount ? -1 : count, false);
@@ -62,7 +77,11 @@ void RunTruncate(const tsql::Statement& statement, Frame& frame, ResultSink& sin
     const std::optional<ObjectInfo> object = metadata.Find(node.table.schema, node.table.name);
     if (!object) throw SqlError(4701, {node.table.name}, node.table.line);
     if (object->type != u"U") throw SqlError(4708, {node.table.name}, node.table.line);
-    const TableInfo table = metadata.LoadTable(*object);
+    TableInfo table = metadata.LoadTable(*object);
+    metadata.LoadConstraints(table);
+    for (const ForeignKeyInfo& key : table.references) {
+        if (!key.IsWithinTable()) throw SqlError(4712, {node.table.name}, node.table.line);
+    }
     session.store.Run("DELETE FROM " + metadata.Prefix() + table.StorageName());
     if (table.identity) metadata.ResetIdentity(object->id);
     writing.Commit();

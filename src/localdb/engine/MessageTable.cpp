@@ -81,6 +81,7 @@ constexpr MessageText Table[] = {
     {213, 16, 1, u"Column name or number of supplied values does not match table definition."},
     {217, 16, 1,
      u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %)."},
+    {219, 16, 1, u"The type '%' already exists, or you do not have permission to create it."},
     {220, 16, 1, u"Arithmetic overflow error for data type %, value = %."},
     {226, 16, 6, u"% statement not allowed within multi-statement transaction."},
     {232, 16, 2, u"Arithmetic overflow error for type %, value = %."},
@@ -149,7 +150,7 @@ constexpr MessageText Table[] = {
      u"REPLICATION identity column."},
     {547, 16, 0,
      u"The % statement conflicted with the % constraint \"%\". The conflict occurred in database "
-     u"\"%\", table \"%\", column '%'."},
+     u"\"%\", table \"%\"%."},
     {628, 16, 1, u"Cannot issue SAVE TRANSACTION when there is no active transaction."},
     {823, 24, 2,
      u"The operating system returned error % to SQL Server during a % at offset % in file '%'."},
@@ -171,6 +172,8 @@ constexpr MessageText Table[] = {
      u"An object or column name is missing or empty. For SELECT INTO statements, verify each "
      u"column has a name. For other statements, look for empty alias names. Aliases defined as "
      u"\"\" or [] are not allowed. Change the alias to a valid name."},
+    {1046, 15, 1,
+     u"Subqueries are not allowed in this context. Only scalar expressions are allowed."},
     {1056, 15, 1,
      u"The number of elements in the select list exceeds the maximum allowed number of 4096 "
      u"elements."},
@@ -194,8 +197,52 @@ constexpr MessageText Table[] = {
      u"object name '%' and the index name '%'. The duplicate key value is (%)."},
     {1702, 16, 1,
      u"CREATE TABLE failed because column '%' in table '%' exceeds the maximum of 1024 columns."},
+    {1711, 16, 1,
+     u"Cannot define PRIMARY KEY constraint on column '%' in table '%'. The computed column "
+     u"has to be persisted and not nullable."},
+    {1750, 16, 1, u"Could not create constraint or index. See previous errors."},
+    {1752, 16, 0, u"Column '%' in table '%' is invalid for creating a default constraint."},
+    {1753, 16, 0,
+     u"Column '%' is not the same length or scale as referencing column '%' in foreign key "
+     u"'%'. Columns participating in a foreign key relationship must be defined with the same "
+     u"length and scale."},
     {1754, 16, 0,
      u"Defaults cannot be created on columns with an IDENTITY attribute. Table '%', column '%'."},
+    {1759, 16, 0,
+     u"Computed column '%' in table '%' is not allowed to be used in another computed-column "
+     u"definition."},
+    {1761, 16, 0,
+     u"Cannot create the foreign key \"%\" with the SET NULL referential action, because one "
+     u"or more referencing columns are not nullable."},
+    {1762, 16, 0,
+     u"Cannot create the foreign key \"%\" with the SET DEFAULT referential action, because "
+     u"one or more referencing not-nullable columns lack a default constraint."},
+    {1763, 16, 0, u"Cross-database foreign key references are not supported. Foreign key '%'."},
+    {1764, 16, 1, u"Computed Column '%' is invalid for use in '%' because it is not persisted."},
+    {1765, 16, 0,
+     u"Foreign key '%' creation failed. Only NO ACTION and CASCADE referential delete actions "
+     u"are allowed for referencing computed column '%'."},
+    {1767, 16, 0, u"Foreign key '%' references invalid table '%'."},
+    {1768, 16, 0, u"Foreign key '%' references object '%' which is not a user table."},
+    {1769, 16, 1, u"Foreign key '%' references invalid column '%' in referencing table '%'."},
+    {1770, 16, 1, u"Foreign key '%' references invalid column '%' in referenced table '%'."},
+    {1773, 16, 0,
+     u"Foreign key '%' has implicit reference to object '%' which does not have a primary key "
+     u"defined on it."},
+    {1774, 16, 0,
+     u"The number of columns in the referencing column list for foreign key '%' does not match "
+     u"those of the primary key in the referenced table '%'."},
+    {1776, 16, 0,
+     u"There are no primary or candidate keys in the referenced table '%' that match the "
+     u"referencing column list in the foreign key '%'."},
+    {1778, 16, 0,
+     u"Column '%' is not the same data type as referencing column '%' in foreign key '%'."},
+    {1779, 16, 0, u"Table '%' already has a primary key defined on it."},
+    {1781, 16, 1, u"Column already has a DEFAULT bound to it."},
+    {1785, 16, 0,
+     u"Introducing FOREIGN KEY constraint '%' on table '%' may cause cycles or multiple "
+     u"cascade paths. Specify ON DELETE NO ACTION or ON UPDATE NO ACTION, or modify other "
+     u"FOREIGN KEY constraints."},
     {1801, 16, 3, u"Database '%' already exists. Choose a different database name."},
     {1902, 16, 3,
      u"Cannot create more than one clustered index on table '%'. Drop the existing clustered index "
@@ -226,6 +273,9 @@ constexpr MessageText Table[] = {
     {2716, 16, 1,
      u"Column, parameter, or variable #%: Cannot specify a column width on data type %."},
     {2717, 15, 2, u"The size (%) given to the % '%' exceeds the maximum allowed (%)."},
+    {2729, 16, 1,
+     u"Column '%' in table '%' cannot be used in an index or statistics or as a partition key "
+     u"because it is non-deterministic."},
     {2744, 16, 2,
      u"Multiple identity columns specified for table '%'. Only one identity column per table is "
      u"allowed."},
@@ -241,16 +291,30 @@ constexpr MessageText Table[] = {
     {2760, 16, 1,
      u"The specified schema name \"%\" either does not exist or you do not have permission to use "
      u"it."},
+    {2761, 16, 1,
+     u"The ROWGUIDCOL property can only be specified on the uniqueidentifier data type."},
     {2812, 16, 62, u"Could not find stored procedure '%'."},
     {3621, 0, 0, u"The statement has been terminated."},
     {3623, 16, 1, u"An invalid floating point operation occurred."},
     {3701, 11, 5, u"Cannot % the % '%', because it does not exist or you do not have permission."},
     {3702, 16, 3, u"Cannot drop database \"%\" because it is currently in use."},
+    {3704, 16, 1, u"User does not have permission to perform this operation on %."},
     {3705, 16, 1, u"Cannot use DROP % with '%' because '%' is a %. Use DROP %."},
     {3708, 16, 1, u"Cannot % the % '%' because it is a system %."},
     {3723, 16, 4,
      u"An explicit DROP INDEX is not allowed on index '%'. It is being used for % constraint "
      u"enforcement."},
+    {3725, 16, 0,
+     u"The constraint '%' is being referenced by table '%', foreign key constraint '%'."},
+    {3726, 16, 1,
+     u"Could not drop object '%' because it is referenced by a FOREIGN KEY constraint."},
+    {3727, 16, 0, u"Could not drop constraint. See previous errors."},
+    {3728, 16, 1, u"'%' is not a constraint."},
+    {3729, 16, 1, u"Cannot % '%' because it is being referenced by object '%'."},
+    {3732, 16, 1,
+     u"Cannot drop type '%' because it is being referenced by object '%'. There may be other "
+     u"objects that reference this type."},
+    {3733, 16, 2, u"Constraint '%' does not belong to table '%'."},
     {3902, 16, 1, u"The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."},
     {3903, 16, 1, u"The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."},
     {3998, 16, 1,
@@ -278,6 +342,31 @@ constexpr MessageText Table[] = {
     {4701, 16, 1,
      u"Cannot find the object \"%\" because it does not exist or you do not have permissions."},
     {4708, 16, 1, u"Cannot truncate table '%' because it is not a table."},
+    {4712, 16, 1,
+     u"Cannot truncate table '%' because it is being referenced by a FOREIGN KEY constraint."},
+    {4901, 16, 1,
+     u"ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT "
+     u"definition specified, or the column being added is an identity or timestamp column, or "
+     u"alternatively if none of the previous conditions are satisfied the table must be empty "
+     u"to allow addition of this column. Column '%' cannot be added to non-empty table '%' "
+     u"because it does not satisfy these conditions."},
+    {4902, 16, 1,
+     u"Cannot find the object \"%\" because it does not exist or you do not have permissions."},
+    {4909, 16, 1, u"Cannot alter '%' because it is not a table."},
+    {4917, 16, 0, u"Constraint '%' does not exist."},
+    {4922, 16, 9, u"% % failed because one or more objects access this column."},
+    {4923, 16, 1,
+     u"ALTER TABLE DROP COLUMN failed because '%' is the only data column in table '%'. A "
+     u"table must have at least one data column."},
+    {4924, 16, 1, u"% failed because column '%' does not exist in table '%'."},
+    {4925, 16, 1,
+     u"ALTER TABLE ALTER COLUMN ADD ROWGUIDCOL failed because a column already exists in table "
+     u"'%' with ROWGUIDCOL property."},
+    {4928, 16, 1, u"Cannot alter column '%' because it is '%'."},
+    {4936, 16, 1,
+     u"Computed column '%' in table '%' cannot be persisted because the column is "
+     u"non-deterministic."},
+    {5074, 16, 1, u"The % '%' is dependent on %."},
     {5701, 10, 2, u"Changed database context to '%'."},
     {5703, 10, 1, u"Changed language setting to %."},
     {6401, 16, 1, u"Cannot roll back %. No transaction or savepoint of that name was found."},
@@ -309,6 +398,10 @@ constexpr MessageText Table[] = {
      u"At least one of the result expressions in a CASE specification must be an expression other "
      u"than the NULL constant."},
     {8134, 16, 1, u"Divide by zero error encountered."},
+    {8139, 16, 0,
+     u"Number of referencing columns in foreign key differs from number of referenced columns, "
+     u"table '%'."},
+    {8141, 16, 0, u"Column CHECK constraint for column '%' references another column, table '%'."},
     {8143, 16, 1, u"Parameter '%' was supplied multiple times."},
     {8144, 16, 2, u"Procedure or function % has too many arguments specified."},
     {8145, 16, 1, u"% is not a parameter for procedure %."},
@@ -336,6 +429,9 @@ constexpr MessageText Table[] = {
      u"The second and third arguments of the TRANSLATE built-in function must contain an equal "
      u"number of "
      u"characters."},
+    {10601, 16, 1, u"Cannot specify included columns for a clustered index."},
+    {10609, 16, 1, u"Filtered index '%' cannot be created on table '%' because it is clustered."},
+    {10735, 15, 1, u"Incorrect WHERE clause for filtered index '%' on table '%'."},
     {10738, 15, 1,
      u"The number of row value expressions in the INSERT statement exceeds the maximum allowed "
      u"number of 1000 row values."},
@@ -344,14 +440,28 @@ constexpr MessageText Table[] = {
     {10744, 15, 1, u"The number of rows provided for a FETCH clause must be greater then zero."},
     {15009, 16, 1,
      u"The object '%' does not exist in database '%' or is invalid for this operation."},
+    {15151, 16, 1, u"Cannot % the % '%', because it does not exist or you do not have permission."},
     {15197, 16, 1, u"There is no text for object '%'."},
+    {15225, 11, 1,
+     u"No item by the name of '%' could be found in the current database '%', given that "
+     u"@itemtype was input as '%'."},
+    {15248, 11, 1,
+     u"Either the parameter @objname is ambiguous or the claimed @objtype (%) is wrong."},
+    {15249, 11, 1, u"Error: Explicit @itemtype '%' is unrecognized (%)."},
     {15250, 16, 1,
      u"The database name component of the object qualifier must be the name of the current "
      u"database."},
+    {15335, 11, 1,
+     u"Error: The new name '%' is already in use as a % name and would cause a duplicate that "
+     u"is not permitted."},
+    {15336, 16, 1,
+     u"Object '%' cannot be renamed because the object participates in enforced dependencies."},
     {15469, 10, 1, u"No constraints are defined on object '%', or you do not have permissions."},
     {15470, 10, 1,
      u"No foreign keys reference table '%', or you do not have permissions on referencing tables."},
     {15472, 10, 1, u"The object '%' does not have any indexes, or you do not have permissions."},
+    {15477, 10, 1,
+     u"Caution: Changing any part of an object name could break scripts and stored procedures."},
     {15647, 10, 1, u"No views with schema binding reference table '%'."},
     {18456, 14, 1, u"Login failed for user '%'."},
     {40515, 16, 1,

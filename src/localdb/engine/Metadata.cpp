@@ -13,7 +13,8 @@ namespace {
 
 // "$" stands for the database's prefix.
 constexpr const char* ObjectColumns =
-    "SELECT o.object_id, o.schema_id, s.name, o.type, o.name, o.created, o.definition"
+    "SELECT o.object_id, o.schema_id, s.name, o.type, o.name, o.created, o.definition,"
+    " o.system_named, o.max_column, o.schema_bound"
     " FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id";
 
 const std::string FindByName =
@@ -50,6 +51,9 @@ ObjectInfo Metadata::ReadObject(const SqliteStatement& row) {
     object.name = row.String(4);
     object.created = row.Integer(5);
     object.definition = row.String(6);
+    object.systemNamed = row.Integer(7) != 0;
+    object.maxColumn = static_cast<int>(row.Integer(8));
+    object.schemaBound = row.Integer(9) != 0;
     return object;
 }
 
@@ -114,8 +118,10 @@ TableInfo Metadata::LoadTable(const ObjectInfo& object) {
 std::vector<ColumnInfo> Metadata::LoadColumns(int64_t objectId) {
     std::vector<ColumnInfo> columns;
     SqliteStatement& row = Cached(
-        "SELECT c.column_id, c.name, c.type, c.nullable, c.is_sysname, c.default_id, d.definition"
+        "SELECT c.column_id, c.name, c.type, c.nullable, c.is_sysname, c.default_id, d.definition,"
+        " d.name, c.user_type, t.name, c.computed, c.is_persisted, c.is_stored, c.is_rowguid"
         " FROM $q_columns c LEFT JOIN $q_objects d ON d.object_id = c.default_id"
+        " LEFT JOIN $q_types t ON t.user_type = c.user_type"
         " WHERE c.object_id = ?1 ORDER BY c.column_id");
     row.Bind(1, objectId);
     while (row.Step()) {
@@ -127,6 +133,13 @@ std::vector<ColumnInfo> Metadata::LoadColumns(int64_t objectId) {
         column.isSysname = row.Integer(4) != 0;
         column.defaultId = row.Integer(5);
         column.defaultText = row.String(6);
+        column.defaultName = row.String(7);
+        column.userType = static_cast<int>(row.Integer(8));
+        column.userTypeName = row.String(9);
+        column.computedText = row.String(10);
+        column.persisted = row.Integer(11) != 0;
+        column.stored = row.Integer(12) != 0;
+        column.rowGuid = row.Integer(13) != 0;
         columns.push_back(std::move(column));
     }
     row.Reset();
@@ -137,7 +150,7 @@ std::vector<IndexInfo> Metadata::LoadIndexes(int64_t objectId) {
     std::vector<IndexInfo> indexes;
     SqliteStatement& row = Cached(
         "SELECT i.index_id, i.name, i.is_unique, i.is_clustered, i.constraint_id, o.type,"
-        " k.column_id, k.descending FROM $q_indexes i"
+        " k.column_id, k.descending, i.filter, i.is_storage_key, k.included FROM $q_indexes i"
         " JOIN $q_index_columns k ON k.object_id = i.object_id AND k.index_id = i.index_id"
         " LEFT JOIN $q_objects o ON o.object_id = i.constraint_id"
         " WHERE i.object_id = ?1 ORDER BY i.index_id, k.key_no");
@@ -152,9 +165,16 @@ std::vector<IndexInfo> Metadata::LoadIndexes(int64_t objectId) {
             index.clustered = row.Integer(3) != 0;
             index.constraintId = row.Integer(4);
             index.primary = row.Text(5) == "PK";
+            index.filter = row.String(8);
+            index.storageKey = row.Integer(9) != 0;
             indexes.push_back(std::move(index));
         }
-        indexes.back().keys.push_back({static_cast<int>(row.Integer(6)), row.Integer(7) != 0});
+        const int column = static_cast<int>(row.Integer(6));
+        if (row.Integer(10) != 0) {
+            indexes.back().included.push_back(column);
+        } else {
+            indexes.back().keys.push_back({column, row.Integer(7) != 0});
+        }
     }
     row.Reset();
     return indexes;
@@ -179,7 +199,7 @@ std::optional<IdentityInfo> Metadata::LoadIdentity(int64_t objectId) {
 std::vector<ParameterInfo> Metadata::LoadParameters(int64_t objectId) {
     std::vector<ParameterInfo> parameters;
     SqliteStatement& row = Cached(
-        "SELECT name, type, is_output, default_text FROM $q_parameters"
+        "SELECT name, type, is_output, default_text, user_type FROM $q_parameters"
         " WHERE object_id = ?1 ORDER BY parameter_id");
     row.Bind(1, objectId);
     while (row.Step()) {
@@ -188,6 +208,7 @@ std::vector<ParameterInfo> Metadata::LoadParameters(int64_t objectId) {
         parameter.type = UnpackType(row.Integer(1));
         parameter.output = row.Integer(2) != 0;
         if (!row.IsNull(3)) parameter.defaultText = row.String(3);
+        parameter.userType = static_cast<int>(row.Integer(4));
         parameters.push_back(std::move(parameter));
     }
     row.Reset();
@@ -195,8 +216,12 @@ std::vector<ParameterInfo> Metadata::LoadParameters(int64_t objectId) {
 }
 
 int64_t Metadata::NextObjectId() {
-    SqliteStatement& row = Cached(
+    return TakeNumber(
         "UPDATE $q_meta SET value = value + 1 WHERE key = 'next_object' RETURNING value - 1");
+}
+
+int64_t Metadata::TakeNumber(const char* sql) {
+    SqliteStatement& row = Cached(sql);
     if (!row.Step()) throw SqlError(945, {database_.name});
     const int64_t id = row.Integer(0);
     row.Reset();
@@ -208,35 +233,54 @@ int64_t Metadata::AddObject(ObjectInfo object, int64_t parentId) {
     if (object.id == 0) object.id = NextObjectId();
     SqliteStatement& row = Cached(
         "INSERT INTO $q_objects(object_id, schema_id, parent_id, type, name, created, modified,"
-        " definition) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?6, ?7)");
+        " definition, system_named, schema_bound) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?6, ?7, ?8, ?9)");
     row.Bind(1, object.id).Bind(2, int64_t{object.schemaId}).Bind(3, parentId);
     row.Bind(4, object.type).Bind(5, object.name).Bind(6, Now());
     if (!object.definition.isNull()) row.Bind(7, object.definition);
+    row.Bind(8, int64_t{object.systemNamed}).Bind(9, int64_t{object.schemaBound});
     row.Run();
     return object.id;
 }
 
 void Metadata::AddColumn(int64_t objectId, const ColumnInfo& column) {
-    SqliteStatement& row = Cached("INSERT INTO $q_columns VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)");
+    SqliteStatement& row = Cached(
+        "INSERT INTO $q_columns(object_id, column_id, name, type, nullable, default_id,"
+        " is_sysname, user_type, computed, is_persisted, is_stored, is_rowguid)"
+        " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)");
     row.Bind(1, objectId).Bind(2, int64_t{column.id}).Bind(3, column.name);
     row.Bind(4, PackType(column.type)).Bind(5, int64_t{column.nullable});
     row.Bind(6, column.defaultId).Bind(7, int64_t{column.isSysname});
+    row.Bind(8, int64_t{column.userType});
+    if (column.IsComputed()) row.Bind(9, column.computedText);
+    row.Bind(10, int64_t{column.persisted}).Bind(11, int64_t{column.stored});
+    row.Bind(12, int64_t{column.rowGuid});
     row.Run();
+    Cached("UPDATE $q_objects SET max_column = max(max_column, ?2) WHERE object_id = ?1")
+        .Bind(1, objectId)
+        .Bind(2, int64_t{column.id})
+        .Run();
 }
 
 void Metadata::AddIndex(int64_t objectId, const IndexInfo& index) {
-    SqliteStatement& row = Cached("INSERT INTO $q_indexes VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
+    SqliteStatement& row = Cached(
+        "INSERT INTO $q_indexes(object_id, index_id, name, is_unique, is_clustered,"
+        " constraint_id, filter, is_storage_key) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
     row.Bind(1, objectId).Bind(2, int64_t{index.id}).Bind(3, index.name);
     row.Bind(4, int64_t{index.unique}).Bind(5, int64_t{index.clustered});
-    row.Bind(6, index.constraintId);
+    row.Bind(6, index.constraintId).Bind(8, int64_t{index.storageKey});
+    if (!index.filter.isEmpty()) row.Bind(7, index.filter);
     row.Run();
     int64_t number = 0;
-    for (const IndexInfo::Key& key : index.keys) {
-        SqliteStatement& part = Cached("INSERT INTO $q_index_columns VALUES (?1, ?2, ?3, ?4, ?5)");
+    const auto add = [&](int columnId, bool descending, bool included) {
+        SqliteStatement& part = Cached(
+            "INSERT INTO $q_index_columns(object_id, index_id, key_no, column_id, descending,"
+            " included) VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
         part.Bind(1, objectId).Bind(2, int64_t{index.id}).Bind(3, ++number);
-        part.Bind(4, int64_t{key.columnId}).Bind(5, int64_t{key.descending});
+        part.Bind(4, int64_t{columnId}).Bind(5, int64_t{descending}).Bind(6, int64_t{included});
         part.Run();
-    }
+    };
+    for (const IndexInfo::Key& key : index.keys) add(key.columnId, key.descending, false);
+    for (const int column : index.included) add(column, false, true);
 }
 
 void Metadata::AddIdentity(int64_t objectId, const IdentityInfo& identity) {
@@ -247,10 +291,13 @@ void Metadata::AddIdentity(int64_t objectId, const IdentityInfo& identity) {
 }
 
 void Metadata::AddParameter(int64_t objectId, int number, const ParameterInfo& parameter) {
-    SqliteStatement& row = Cached("INSERT INTO $q_parameters VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
+    SqliteStatement& row = Cached(
+        "INSERT INTO $q_parameters(object_id, parameter_id, name, type, is_output, default_text,"
+        " user_type) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)");
     row.Bind(1, objectId).Bind(2, int64_t{number}).Bind(3, parameter.name);
     row.Bind(4, PackType(parameter.type)).Bind(5, int64_t{parameter.output});
     if (parameter.defaultText) row.Bind(6, *parameter.defaultText);
+    row.Bind(7, int64_t{parameter.userType});
     row.Run();
 }
 
@@ -278,6 +325,10 @@ void Metadata::RemoveObject(int64_t objectId) {
                             "DELETE FROM $q_identity WHERE object_id = ?1",
                             "DELETE FROM $q_columns WHERE object_id = ?1",
                             "DELETE FROM $q_parameters WHERE object_id = ?1",
+                            "DELETE FROM $q_checks WHERE table_id = ?1",
+                            "DELETE FROM $q_foreign_key_columns WHERE object_id IN"
+                            " (SELECT object_id FROM $q_foreign_keys WHERE table_id = ?1)",
+                            "DELETE FROM $q_foreign_keys WHERE table_id = ?1",
                             "DELETE FROM $q_objects WHERE parent_id = ?1 AND parent_id <> 0",
                             "DELETE FROM $q_objects WHERE object_id = ?1"}) {
         Cached(sql).Bind(1, objectId).Run();

@@ -25,6 +25,10 @@ class Metadata {
     // Nothing where there is no such schema; empty means dbo.
     std::optional<int> FindSchema(const QString& schema);
     TableInfo LoadTable(const ObjectInfo& object);
+    // The checks and foreign keys of a table and those that refer to it.
+    void LoadConstraints(TableInfo& table);
+    // Every foreign key of the database.
+    std::vector<ForeignKeyInfo> AllForeignKeys();
     std::vector<ParameterInfo> LoadParameters(int64_t objectId);
 
     // Each runs inside the caller's transaction.
@@ -34,12 +38,35 @@ class Metadata {
     void AddIndex(int64_t objectId, const IndexInfo& index);
     void AddIdentity(int64_t objectId, const IdentityInfo& identity);
     void AddParameter(int64_t objectId, int number, const ParameterInfo& parameter);
+    void AddCheck(int64_t tableId, const CheckInfo& check);
+    void AddForeignKey(const ForeignKeyInfo& key);
+    // `object` is a check or a foreign key.
+    void SetConstraintState(int64_t objectId, bool disabled, bool trusted);
+    // A constraint of any kind, without the index behind it.
+    void RemoveConstraint(int64_t objectId);
+    void UpdateColumn(int64_t objectId, const ColumnInfo& column);
+    void RemoveColumn(int64_t objectId, int columnId);
+    // Of a table's indexes, whether it gives the rows their order in the storage.
+    void SetStorageKey(int64_t objectId, int indexId, bool is);
+    void RenameObject(int64_t objectId, const QString& name);
+    void RenameIndex(int64_t objectId, int indexId, const QString& name);
+    // A view's or a procedure's new source; its columns or parameters go.
+    void Redefine(int64_t objectId, const QString& source, bool schemaBound);
+    // It was changed now.
+    void Touch(int64_t objectId);
     void SetLastIdentity(int64_t objectId, int64_t last);
     // The next identity value is the seed again.
     void ResetIdentity(int64_t objectId);
     void RemoveIndex(int64_t objectId, int indexId);
     // The object, what belongs to it and its constraints; not its storage.
     void RemoveObject(int64_t objectId);
+
+    // Schemas and alias types. Raises SqlError 2714 or 219 where the name is taken.
+    int AddSchema(const QString& name);
+    void RemoveSchema(int schemaId);
+    std::optional<AliasType> FindType(const QString& schema, const QString& name);
+    void AddType(const AliasType& type);
+    void RemoveType(int userType);
 
     // A new object's id.
     int64_t NextObjectId();
@@ -50,6 +77,9 @@ class Metadata {
     std::vector<IndexInfo> LoadIndexes(int64_t objectId);
     std::optional<IdentityInfo> LoadIdentity(int64_t objectId);
     std::optional<ObjectInfo> FindTemporary(const QString& name);
+    std::vector<ForeignKeyInfo> LoadForeignKeys(const char* sql, int64_t tableId);
+    // Counts up what q_meta keeps under the key and gives the value before.
+    int64_t TakeNumber(const char* sql);
     static ObjectInfo ReadObject(const SqliteStatement& row);
 
     Store& store_;

@@ -32,4 +32,14 @@ const IndexInfo* TableInfo::Clustered() const {
     return found != indexes.end() ? &*found : nullptr;
 }
 
+const IndexInfo* TableInfo::StorageKey() const {
+    const auto found = std::find_if(indexes.begin(), indexes.end(),
+                                    [](const IndexInfo& index) { return index.storageKey; });
+    return found != indexes.end() ? &*found : nullptr;
+}
+
+size_t TableInfo::PlaceOf(int columnId) const {
+    return static_cast<size_t>(FindColumn(columnId) - columns.data());
+}
+
 }  // namespace quarv::localdb::engine

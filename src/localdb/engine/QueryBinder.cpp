@@ -66,8 +66,7 @@ void QueryBinder::AddStar(const tsql::SelectItem& item) {
 }
 
 void QueryBinder::AddColumn(const SourceColumn& column) {
-    auto node = std::make_unique<BoundColumn>(column.sql, column.name, column.type);
-    node->nullable = column.nullable;
+    auto node = column.Bind();
     result_->columns.push_back({column.name, column.type, column.nullable, column.identity, false});
     result_->items.push_back(std::move(node));
 }

@@ -29,6 +29,7 @@ class QueryBinder {
     std::unique_ptr<BoundSource> BindTable(const tsql::NamedTable& table);
     std::unique_ptr<BoundSource> BindStored(const Metadata& metadata, const TableInfo& info,
                                             const tsql::NamedTable& table);
+    void BindComputed(const TableInfo& table, Source& source);
     std::unique_ptr<BoundSource> BindView(const ObjectInfo& view, Metadata& metadata,
                                           const tsql::NamedTable& table);
     std::unique_ptr<BoundSource> BindSystemView(const SystemView& view, Metadata& metadata,

@@ -29,6 +29,7 @@ RowInserter::RowInserter(Frame& frame, BindContext& context, Metadata& metadata,
       metadata_(metadata),
       table_(table),
       checker_(metadata, table, QStringLiteral("INSERT")),
+      checks_(frame, metadata, table, QStringLiteral("INSERT")),
       namesGiven_(!columns.empty()),
       defaults_(table.columns.size()),
       given_(table.columns.size(), false) {
@@ -43,13 +44,14 @@ void RowInserter::FindColumns(const std::vector<QString>& names) {
     for (const QString& name : names) {
         const ColumnInfo* column = table_.FindColumn(name);
         if (!column) throw SqlError(207, {name});
+        if (column->IsComputed()) throw SqlError(271, {column->name});
         const auto index = static_cast<size_t>(column - table_.columns.data());
         if (given_[index]) throw SqlError(264, {name});
         given_[index] = true;
         targets_.push_back(index);
     }
     for (size_t i = 0; names.empty() && i < table_.columns.size(); ++i) {
-        if (table_.columns[i].identity) continue;
+        if (table_.columns[i].identity || table_.columns[i].IsComputed()) continue;
         given_[i] = true;
         targets_.push_back(i);
     }
@@ -97,7 +99,8 @@ void RowInserter::InsertRow(const tsql::ExpressionList& values) {
         }
     }
     for (size_t i = 0; i < row.size(); ++i) {
-        const bool fill = !filled[i] && !table_.columns[i].identity;
+        const bool fill =
+            !filled[i] && !table_.columns[i].identity && !table_.columns[i].IsComputed();
         if (fill) row[i] = DefaultValue(i);
     }
     Insert(row);
@@ -122,7 +125,8 @@ void RowInserter::InsertQuery(const tsql::Query& query, ResultSink& sink) {
     while (rows.Step()) {
         if (sink.Cancelled()) throw Cancelled();
         for (size_t i = 0; i < row.size(); ++i) {
-            if (!given_[i] && !table_.columns[i].identity) row[i] = DefaultValue(i);
+            const ColumnInfo& column = table_.columns[i];
+            if (!given_[i] && !column.identity && !column.IsComputed()) row[i] = DefaultValue(i);
         }
         for (size_t i = 0; i < targets_.size(); ++i) {
             row[targets_[i]] =
@@ -156,8 +160,16 @@ void RowInserter::Insert(std::vector<OwnedValue>& row) {
             row[i] = Conversion::Convert(SqlValue::Integer(next), MakeType(TypeKind::BigInt),
                                          column.type, Conversion::NoStyle, arena);
         }
+        if (column.IsComputed()) continue;
         checker_.Check(column, row[i]);
         if (column.identity) TakeIdentity(row[i]);
+    }
+    checks_.Complete(row);
+    checks_.Check(row);
+    for (size_t i = 0; i < row.size(); ++i) {
+        const ColumnInfo& column = table_.columns[i];
+        if (!column.stored) continue;
+        if (column.IsComputed()) checker_.Check(column, row[i]);
         insert_.Bind(static_cast<int>(i) + 1, row[i].View(), column.type);
     }
     try {
@@ -166,6 +178,7 @@ void RowInserter::Insert(std::vector<OwnedValue>& row) {
         insert_.Reset();
         checker_.RaiseDuplicate(duplicate.text, row);
     }
+    checks_.Inserted(row);
     ++count_;
 }
 
@@ -176,6 +189,7 @@ std::optional<IdentityInfo> RowInserter::Identity() const {
 }
 
 void RowInserter::Finish() {
+    checks_.Finish();
     if (identityChanged_) metadata_.SetLastIdentity(table_.object.id, *lastIdentity_);
 }
 

@@ -5,6 +5,7 @@
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/Frame.h"
 #include "localdb/engine/RowChecker.h"
+#include "localdb/engine/RowChecks.h"
 #include "localdb/tsql/Query.h"
 
 namespace quarv::localdb::engine {
@@ -38,6 +39,7 @@ class RowInserter {
     Metadata& metadata_;
     const TableInfo& table_;
     const RowChecker checker_;
+    RowChecks checks_;
     const bool namesGiven_;
     std::vector<size_t> targets_;     // the table's columns that values are given for
     std::vector<BoundPtr> defaults_;  // by column; bound when first needed

@@ -58,6 +58,7 @@ RowUpdater::RowUpdater(Frame& frame, BindContext& context, const tsql::Update& u
       query_(context, update.target, update.rows, QStringLiteral("UPDATE")),
       table_(query_.Target().table),
       checker_(query_.Target().metadata, table_, QStringLiteral("UPDATE")),
+      checks_(frame, query_.Target().metadata, table_, QStringLiteral("UPDATE")),
       row_(table_.columns.size()) {
     const bool assigns = std::any_of(update.assignments.begin(), update.assignments.end(),
                                      [](const auto& item) { return !item.variable.isEmpty(); });
@@ -70,7 +71,8 @@ RowUpdater::RowUpdater(Frame& frame, BindContext& context, const tsql::Update& u
         }
     }
     moves_ = ChangesKey();
-    for (size_t i = 0; moves_ && i < table_.columns.size(); ++i) old_.push_back(query_.AddOld(i));
+    const bool whole = moves_ || checks_.NeedsRows();
+    for (size_t i = 0; whole && i < table_.columns.size(); ++i) old_.push_back(query_.AddOld(i));
 }
 
 size_t RowUpdater::FindColumn(const tsql::ObjectName& name) const {
@@ -80,6 +82,7 @@ size_t RowUpdater::FindColumn(const tsql::ObjectName& name) const {
         throw SqlError(4104, {name.ToText()}, name.line);
     }
     if (!column) throw SqlError(207, {name.name}, name.line);
+    if (column->IsComputed()) throw SqlError(271, {column->name}, name.line);
     if (column->identity) throw SqlError(8102, {column->name}, name.line);
     return static_cast<size_t>(column - table_.columns.data());
 }
@@ -133,6 +136,8 @@ void RowUpdater::BindAssignment(const tsql::Update::Assignment& assignment, bool
 // A column of any unique index is assigned.
 bool RowUpdater::ChangesKey() const {
     const auto assigned = [this](const IndexInfo::Key& key) {
+        // A computed column may change with any other.
+        if (table_.FindColumn(key.columnId)->IsComputed()) return true;
         return std::any_of(targets_.begin(), targets_.end(), [&](const Target& target) {
             return table_.columns[target.column].id == key.columnId;
         });
@@ -156,18 +161,27 @@ void RowUpdater::ReadRow(const SqliteStatement& rows) {
         return ReadColumn(rows.Handle(), static_cast<int>(item), query_.Query().items[item]->type);
     };
     for (size_t i = 0; i < old_.size(); ++i) row_[i] = read(old_[i]);
+    if (checks_.NeedsRows()) before_ = row_;
     for (const Target& target : targets_) {
         row_[target.column] = read(target.item);
         checker_.Check(table_.columns[target.column], row_[target.column]);
     }
+    if (!checks_.NeedsRows()) return;
+    checks_.Complete(row_);
+    checks_.Check(row_);
 }
 
 void RowUpdater::ChangeInPlace(SqliteStatement& rows, ResultSink& sink) {
     std::string sql;
     int number = 0;
-    for (const Target& target : targets_) {
-        sql += (sql.empty() ? " SET " : ", ") + table_.columns[target.column].StorageName() +
-               " = ?" + std::to_string(++number);
+    std::vector<size_t> changed;  // columns, those computed from them included
+    for (const Target& target : targets_) changed.push_back(target.column);
+    for (size_t i = 0; i < table_.columns.size() && !targets_.empty(); ++i) {
+        if (table_.columns[i].IsComputed() && table_.columns[i].stored) changed.push_back(i);
+    }
+    for (const size_t column : changed) {
+        sql += (sql.empty() ? " SET " : ", ") + table_.columns[column].StorageName() + " = ?" +
+               std::to_string(++number);
     }
     SqliteStatement change;
     if (number > 0) {
@@ -179,12 +193,13 @@ void RowUpdater::ChangeInPlace(SqliteStatement& rows, ResultSink& sink) {
         ReadRow(rows);
         ++count_;
         if (number == 0) continue;
-        for (size_t i = 0; i < targets_.size(); ++i) {
-            const size_t column = targets_[i].column;
+        for (size_t i = 0; i < changed.size(); ++i) {
+            const size_t column = changed[i];
             change.Bind(static_cast<int>(i) + 1, row_[column].View(), table_.columns[column].type);
         }
         BindKey(change, rows, number + 1);
         change.Run();
+        if (checks_.NeedsRows()) checks_.Updated(before_, row_);
     }
 }
 
@@ -205,6 +220,7 @@ void RowUpdater::ChangeByMoving(SqliteStatement& rows, ResultSink& sink) {
         ++count_;
         BindKey(remove, rows, 1);
         remove.Run();
+        if (checks_.NeedsRows()) checks_.Updated(before_, row_);
         if (numbered) row_.emplace_back(ReadColumn(rows.Handle(), 0, types.back()));
         spool.Append(row_);
         row_.resize(table_.columns.size());
@@ -213,6 +229,7 @@ void RowUpdater::ChangeByMoving(SqliteStatement& rows, ResultSink& sink) {
     while (spool.Next(row_)) {
         if (sink.Cancelled()) throw Cancelled();
         for (size_t i = 0; i < types.size(); ++i) {
+            if (i < table_.columns.size() && !table_.columns[i].stored) continue;
             insert.Bind(static_cast<int>(i) + 1, row_[i].View(), types[i]);
         }
         try {
@@ -232,6 +249,7 @@ void RowUpdater::Run(ResultSink& sink) {
     } else {
         ChangeInPlace(rows, sink);
     }
+    checks_.Finish();
 }
 
 }  // namespace quarv::localdb::engine

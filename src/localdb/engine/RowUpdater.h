@@ -6,6 +6,7 @@
 #include "localdb/engine/ChangeQuery.h"
 #include "localdb/engine/Frame.h"
 #include "localdb/engine/RowChecker.h"
+#include "localdb/engine/RowChecks.h"
 #include "localdb/engine/RowSpool.h"
 #include "localdb/tsql/Update.h"
 
@@ -40,14 +41,16 @@ class RowUpdater {
     ChangeQuery query_;
     const TableInfo& table_;
     const RowChecker checker_;
+    RowChecks checks_;
     struct Target {
         size_t column;
         size_t item;  // of the query
     };
     std::vector<Target> targets_;
     bool moves_ = false;
-    std::vector<size_t> old_;      // by column, the item with its old value; where rows move
-    std::vector<OwnedValue> row_;  // by column, the new row
+    // By column, the item with its old value; where rows move or constraints ask for them.
+    std::vector<size_t> old_;
+    std::vector<OwnedValue> before_, row_;  // by column, the old and the new row
     int64_t count_ = 0;
 };
 

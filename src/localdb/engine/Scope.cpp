@@ -7,6 +7,14 @@
 
 namespace quarv::localdb::engine {
 
+std::unique_ptr<BoundColumn> SourceColumn::Bind() const {
+    auto node = std::make_unique<BoundColumn>(sql, name, type);
+    node->nullable = nullable;
+    node->identity = identity;
+    node->computed = computed;
+    return node;
+}
+
 void Scope::Add(Source source, bool isAlias) {
     for (const Source& other : sources_) {
         const bool same = SameName(other.name, source.name) &&
@@ -47,10 +55,7 @@ std::unique_ptr<BoundColumn> Scope::TryResolve(const tsql::ObjectName& name) con
         }
     }
     if (!found) return outer_ ? outer_->TryResolve(name) : nullptr;
-    auto node = std::make_unique<BoundColumn>(found->sql, found->name, found->type);
-    node->nullable = found->nullable;
-    node->identity = found->identity;
-    return node;
+    return found->Bind();
 }
 
 std::unique_ptr<BoundColumn> Scope::Resolve(const tsql::ObjectName& name) const {

@@ -16,6 +16,10 @@ struct SourceColumn {
     bool nullable = true;
     bool identity = false;
     std::string sql;  // "s1.c2"
+    // Of a computed column that has no place in the storage: what it stands for.
+    std::shared_ptr<const BoundExpression> computed = nullptr;
+
+    std::unique_ptr<BoundColumn> Bind() const;
 };
 
 struct Source {

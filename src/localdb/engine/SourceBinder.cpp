@@ -92,8 +92,27 @@ std::unique_ptr<BoundSource> QueryBinder::BindStored(const Metadata& metadata,
         source.columns.push_back({column.name, column.type, column.nullable, column.identity,
                                   alias + '.' + column.StorageName()});
     }
+    BindComputed(info, source);
     scope_.Add(std::move(source), !table.alias.isEmpty());
     return Named(metadata.Prefix() + info.StorageName(), alias);
+}
+
+// A computed column that is not stored is computed wherever its name stands.
+void QueryBinder::BindComputed(const TableInfo& table, Source& source) {
+    Scope scope;
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+        const ColumnInfo& column = table.columns[i];
+        if (column.stored) continue;
+        if (scope.IsEmpty()) {
+            Source stored = source;
+            std::erase_if(stored.columns, [&table](const SourceColumn& c) {
+                return table.FindColumn(c.name)->IsComputed();
+            });
+            scope.Add(std::move(stored), false);
+        }
+        ExpressionBinder binder(context_, scope);
+        source.columns[i].computed = binder.Value(*tsql::ParseExpressionText(column.computedText));
+    }
 }
 
 std::unique_ptr<BoundSource> QueryBinder::BindSystemView(const SystemView& view, Metadata& metadata,

@@ -30,6 +30,8 @@ class SqlWriter {
         sql_ += sql;
         return *this;
     }
+    // Puts text before everything that was written.
+    void Prepend(const std::string& sql) { sql_.insert(0, sql); }
     // As the storage computes it; a tree without leaves is computed now and bound as a value.
     void Expression(const BoundExpression& expression);
     // As Expression, compared by the collation where it is text.

@@ -56,6 +56,13 @@ constexpr std::array<int, 7> Undoing = {241, 242, 245, 248, 1205, 8114, 235};
 constexpr std::array<int, 12> Aborting = {102, 137, 156, 207,  208,  209,
                                           217, 911, 945, 4104, 8120, 40517};
 
+// A constraint could not be made: a second message says so.
+bool IsConstraintFailure(int number) {
+    constexpr std::array<int, 18> Numbers = {1711, 1752, 1753, 1761, 1762, 1763, 1764, 1765, 1767,
+                                             1768, 1769, 1770, 1773, 1774, 1776, 1778, 1781, 1785};
+    return number == 1779 || std::find(Numbers.begin(), Numbers.end(), number) != Numbers.end();
+}
+
 template <size_t N>
 bool Contains(const std::array<int, N>& numbers, int number) {
     return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
@@ -131,6 +138,7 @@ Flow StatementRunner::RunOne(const tsql::Statement& statement) {
         return flow;
     } catch (const SqlError& error) {
         Report(error, statement.line);
+        if (IsConstraintFailure(error.Number())) Report(SqlError(1750), statement.line);
         session.transactions.CheckLost(sink_);
         if (ChangesRows(statement)) {
             Report(SqlError(3621), statement.line);
@@ -228,14 +236,15 @@ void StatementRunner::DeclareTable(const tsql::CreateTable& definition) {
     const QString& name = definition.name.name;
     if (variables.FindTable(name)) return;
     TemporaryTables& temporaries = frame_.Session().temporaries;
-    BindContext context = frame_.NewContext();
+    Metadata metadata(frame_.Session().store, frame_.Database());
     ObjectInfo object;
     object.schema = QStringLiteral("dbo");
     object.type = QStringLiteral("U");
     const int64_t id = temporaries.NextVariableId();
     // Its constraints are named after a number.
     object.name = u'#' + QString::number(id, 16).toUpper();
-    auto table = std::make_shared<TableInfo>(TableBuilder(definition, context).Build(id, object));
+    auto table =
+        std::make_shared<TableInfo>(TableBuilder(definition, frame_, metadata).Build(id, object));
     table->object.name = name;
     for (IndexInfo& index : table->indexes) index.constraintId = id;
     variables.DeclareTable(name, table);

@@ -71,7 +71,7 @@ std::string Store::Attach(const DatabaseEntry& database) {
             Run("PRAGMA " + name + ".synchronous=FULL");
         }
         Run("PRAGMA " + name + ".cache_size=-8000");
-        Run("SELECT 1 FROM " + name + ".q_meta WHERE key = 'format' AND value = 1");
+        CheckFormat(name);
     } catch (const SqlError& error) {
         if (!attached_.empty() && attached_.front().id == database.id) attached_.pop_front();
         sqlite3_exec(handle_, ("DETACH " + name).c_str(), nullptr, nullptr, nullptr);
@@ -95,8 +95,9 @@ std::string Store::AttachTemporary() {
     const bool exists = made.Step();
     made.Reset();
     if (exists) return name;
-    std::string script = MetaSchema;
-    for (const char* word : {"TABLE q_", "INTO q_", "INDEX q_"}) {
+    std::string script = std::string(MetaSchema) + MetaSchemaFrom1;
+    for (const char* word :
+         {"TABLE q_", "INTO q_", "INDEX q_", "UPDATE q_", "FROM q_", "JOIN q_"}) {
         const std::string_view found(word);
         for (size_t at = 0; (at = script.find(found, at)) != std::string::npos;
              at += found.size() + name.size()) {
@@ -114,6 +115,12 @@ void Store::DropTemporary() {
     ForgetStatements(name + ".");
     Run("DETACH " + name);
     temporaryAttached_ = false;
+}
+
+// Raises where the file is none of this server's, or in a format of another version.
+void Store::CheckFormat(const std::string& schema) {
+    SqliteStatement row = Prepare("SELECT value FROM " + schema + ".q_meta WHERE key = 'format'");
+    if (!row.Step() || row.Integer(0) != MetaFormat) throw SqlError(945);
 }
 
 void Store::Detach(int databaseId) {

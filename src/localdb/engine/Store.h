@@ -63,6 +63,7 @@ class Store {
     static int OnProgress(void* self);
     static int OnBusy(void* self, int calls);
     std::string AttachTemporary();
+    void CheckFormat(const std::string& schema);
     void DetachOldest();
     void ForgetStatements(const std::string& prefix);
 

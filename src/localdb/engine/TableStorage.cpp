@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "localdb/engine/Conversion.h"
+#include "localdb/engine/IndexFilter.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/StoredForm.h"
 #include "localdb/engine/TypeTable.h"
 
@@ -24,6 +26,10 @@ bool HasNullableKey(const TableInfo& table, const IndexInfo& index) {
     return std::any_of(index.keys.begin(), index.keys.end(), [&table](const IndexInfo::Key& key) {
         return table.FindColumn(key.columnId)->nullable;
     });
+}
+
+std::string FilterSql(const TableInfo& table, const IndexInfo& index) {
+    return index.filter.isEmpty() ? "" : " WHERE " + IndexFilter::Sql(table, index.filter);
 }
 
 std::string ColumnSql(const ColumnInfo& column) {
@@ -48,16 +54,16 @@ std::string TableStorage::KeyList(const IndexInfo& index) {
     return list;
 }
 
-void TableStorage::Create(const TableInfo& table) {
+void TableStorage::CreateTable(TableInfo& table, const std::string& name) {
     const IndexInfo* clustered = table.Clustered();
     const bool keyed = clustered && IsStorageKey(table, *clustered);
-    std::string sql = "CREATE TABLE " + prefix_ + table.StorageName() + "(";
+    std::string sql;
     for (const ColumnInfo& column : table.columns) {
-        if (&column != &table.columns.front()) sql += ", ";
-        sql += ColumnSql(column);
+        if (column.stored) sql += (sql.empty() ? "" : ", ") + ColumnSql(column);
     }
     if (keyed) sql += ", PRIMARY KEY(" + KeyList(*clustered) + ")";
-    sql += ')';
+    sql = "CREATE TABLE " + prefix_ + name + "(" + sql + ')';
+    for (IndexInfo& index : table.indexes) index.storageKey = keyed && &index == clustered;
     // A single ascending integer key is the storage's own row number.
     const bool rowNumber =
         keyed && clustered->keys.size() == 1 && !clustered->keys.front().descending &&
@@ -65,15 +71,71 @@ void TableStorage::Create(const TableInfo& table) {
             "INTEGER";
     if (keyed && !rowNumber) sql += " WITHOUT ROWID";
     store_.Run(sql);
+}
+
+void TableStorage::Create(TableInfo& table) {
+    CreateTable(table, table.StorageName());
     for (const IndexInfo& index : table.indexes) {
-        if (!keyed || &index != clustered) CreateIndex(table, index);
+        if (!index.storageKey) CreateIndex(table, index);
     }
+}
+
+void TableStorage::Rebuild(const TableInfo& before, TableInfo& after, SqlWriter& expressions) {
+    const std::string name = after.StorageName() + "_new";
+    CreateTable(after, name);
+    std::string columns;
+    for (const ColumnInfo& column : after.columns) {
+        if (column.stored) columns += (columns.empty() ? "" : ", ") + column.StorageName();
+    }
+    try {
+        SqlWriter& writer = expressions;
+        writer.Prepend("INSERT INTO " + prefix_ + name + "(" + columns + ") SELECT ");
+        writer.Text(" FROM " + prefix_ + before.StorageName());
+        writer.Prepare(store_).Run();
+    } catch (const DuplicateKey&) {
+        RaiseDuplicate(before, *after.StorageKey());
+    }
+    Drop(before);
+    store_.Run("ALTER TABLE " + prefix_ + name + " RENAME TO " + after.StorageName());
+    for (const IndexInfo& index : after.indexes) {
+        if (!index.storageKey) CreateIndex(after, index);
+    }
+}
+
+void TableStorage::AddColumn(const TableInfo& table, const ColumnInfo& column) {
+    if (!column.stored) return;
+    store_.Run("ALTER TABLE " + prefix_ + table.StorageName() + " ADD COLUMN " + ColumnSql(column));
+}
+
+std::vector<std::string> TableStorage::RowIdentity(const TableInfo& table) {
+    std::vector<std::string> columns;
+    if (const IndexInfo* key = table.StorageKey()) {
+        for (const IndexInfo::Key& part : key->keys) {
+            columns.push_back('c' + std::to_string(part.columnId));
+        }
+    } else {
+        columns.emplace_back("rowid");
+    }
+    return columns;
+}
+
+std::vector<SqlType> TableStorage::RowIdentityTypes(const TableInfo& table) {
+    std::vector<SqlType> types;
+    if (const IndexInfo* key = table.StorageKey()) {
+        for (const IndexInfo::Key& part : key->keys) {
+            types.push_back(table.FindColumn(part.columnId)->type);
+        }
+    } else {
+        types.push_back(MakeType(TypeKind::BigInt));
+    }
+    return types;
 }
 
 void TableStorage::CreateIndex(const TableInfo& table, const IndexInfo& index) {
     const std::string unique = index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ";
     const std::string sql = unique + prefix_ + IndexName(table, index) + " ON " +
-                            table.StorageName() + "(" + KeyList(index) + ")";
+                            table.StorageName() + "(" + KeyList(index) + ")" +
+                            FilterSql(table, index);
     try {
         store_.Run(sql);
         if (index.unique && HasNullableKey(table, index)) CreateNullGuard(table, index);
@@ -95,7 +157,8 @@ void TableStorage::CreateNullGuard(const TableInfo& table, const IndexInfo& inde
         condition += (condition.empty() ? "" : " OR ") + name + " IS NULL";
     }
     store_.Run("CREATE UNIQUE INDEX " + prefix_ + GuardName(table, index) + " ON " +
-               table.StorageName() + "(" + keys + ") WHERE " + condition);
+               table.StorageName() + "(" + keys + ") WHERE (" + condition + ")" +
+               (index.filter.isEmpty() ? "" : " AND " + IndexFilter::Sql(table, index.filter)));
 }
 
 void TableStorage::RaiseDuplicate(const TableInfo& table, const IndexInfo& index) {
@@ -127,18 +190,14 @@ void TableStorage::Drop(const TableInfo& table) {
     store_.Run("DROP TABLE " + prefix_ + table.StorageName());
 }
 
-const IndexInfo* TableStorage::StorageKey(const TableInfo& table) {
-    const IndexInfo* clustered = table.Clustered();
-    return clustered && IsStorageKey(table, *clustered) ? clustered : nullptr;
-}
-
 std::string TableStorage::InsertSql(const TableInfo& table, bool numbered) const {
     std::string columns, values;
     int number = 0;
     for (const ColumnInfo& column : table.columns) {
-        columns += (number ? ", " : "") + column.StorageName();
-        values += (number ? ", ?" : "?") + std::to_string(number + 1);
         ++number;
+        if (!column.stored) continue;
+        columns += (columns.empty() ? "" : ", ") + column.StorageName();
+        values += (values.empty() ? "?" : ", ?") + std::to_string(number);
     }
     if (numbered) {
         columns += ", rowid";

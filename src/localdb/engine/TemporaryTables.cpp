@@ -113,9 +113,13 @@ std::unique_ptr<RowSpool> TemporaryTables::Keep(const TableInfo& table) {
     auto spool = std::make_unique<RowSpool>(SpoolTypes(table));
     const Metadata metadata(store_, DatabaseList::Temporary());
     const std::vector<SqlType>& types = spool->Types();
-    const std::string number = types.size() > table.columns.size() ? ", rowid" : "";
+    std::string items;
+    for (const ColumnInfo& column : table.columns) {
+        items += (items.empty() ? "" : ", ") + (column.stored ? column.StorageName() : "NULL");
+    }
+    if (types.size() > table.columns.size()) items += ", rowid";
     SqliteStatement rows =
-        store_.Prepare("SELECT *" + number + " FROM " + metadata.Prefix() + table.StorageName());
+        store_.Prepare("SELECT " + items + " FROM " + metadata.Prefix() + table.StorageName());
     std::vector<OwnedValue> row(types.size());
     while (rows.Step()) {
         for (size_t i = 0; i < types.size(); ++i) {
@@ -131,12 +135,14 @@ void TemporaryTables::Restore(const TableInfo& table, RowSpool& rows) {
     TableStorage storage(store_, metadata);
     const std::vector<SqlType>& types = rows.Types();
     store_.Run("DROP TABLE IF EXISTS " + metadata.Prefix() + table.StorageName());
-    storage.Create(table);
+    TableInfo again = table;
+    storage.Create(again);
     SqliteStatement insert =
         store_.Prepare(storage.InsertSql(table, types.size() > table.columns.size()));
     std::vector<OwnedValue> row;
     while (rows.Next(row)) {
         for (size_t i = 0; i < types.size(); ++i) {
+            if (i < table.columns.size() && !table.columns[i].stored) continue;
             insert.Bind(static_cast<int>(i) + 1, row[i].View(), types[i]);
         }
         insert.Run();

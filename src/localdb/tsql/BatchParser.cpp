@@ -25,4 +25,11 @@ ExpressionPtr ParseExpressionText(const QString& text) {
     return expression;
 }
 
+ExpressionPtr ParseConditionText(const QString& text) {
+    TokenReader reader(text);
+    ExpressionPtr condition = ParseCondition(reader);
+    if (!reader.AtEnd()) reader.Fail();
+    return condition;
+}
+
 }  // namespace quarv::localdb::tsql

@@ -11,5 +11,7 @@ namespace quarv::localdb::tsql {
 StatementList ParseBatch(const QString& batch);
 // An expression alone, as a stored default is. Raises SyntaxError.
 ExpressionPtr ParseExpressionText(const QString& text);
+// A condition alone, as a stored check is. Raises SyntaxError.
+ExpressionPtr ParseConditionText(const QString& text);
 
 }  // namespace quarv::localdb::tsql

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "localdb/tsql/TokenReader.h"
+#include "localdb/tsql/ExpressionParser.h"
 
 namespace quarv::localdb::tsql {
 
@@ -51,23 +51,32 @@ void ParseIndexOptions(TokenReader& reader) {
     }
 }
 
+void ParseIndexTail(TokenReader& reader, IndexDefinition& index) {
+    if (reader.TryWord(u"include")) {
+        reader.ExpectSign(u"(");
+        do {
+            index.included.push_back(reader.ExpectName());
+        } while (reader.TrySign(u","));
+        reader.ExpectSign(u")");
+    }
+    if (reader.TryWord(u"where")) index.filter = ParseCondition(reader);
+    ParseIndexOptions(reader);
+}
+
 StatementPtr ParseCreateIndex(TokenReader& reader) {
     reader.Take();
     auto statement = std::make_unique<CreateIndex>();
-    statement->unique = reader.TryWord(u"unique");
-    statement->clustered = reader.TryWord(u"clustered");
-    if (!statement->clustered) reader.TryWord(u"nonclustered");
+    IndexDefinition& index = statement->index;
+    index.unique = reader.TryWord(u"unique");
+    index.clustered = reader.TryWord(u"clustered");
+    if (!index.clustered) reader.TryWord(u"nonclustered");
+    if (reader.AtWord(u"columnstore")) reader.Unsupported(QStringLiteral("COLUMNSTORE"));
     reader.ExpectWord(u"index");
-    statement->name = reader.ExpectName();
+    index.name = reader.ExpectName();
     reader.ExpectWord(u"on");
     statement->table = ParseObjectName(reader);
-    statement->keys = ParseKeyColumns(reader);
-    for (const QStringView word : {u"include", u"where"}) {
-        if (reader.AtWord(word)) {
-            reader.Unsupported(QStringLiteral("CREATE INDEX ... ") + word.toString().toUpper());
-        }
-    }
-    ParseIndexOptions(reader);
+    index.keys = ParseKeyColumns(reader);
+    ParseIndexTail(reader, index);
     return statement;
 }
 

@@ -22,6 +22,9 @@ StatementPtr ParseDeclare(TokenReader& reader) {
             item.table = std::make_unique<CreateTable>();
             item.table->name.name = item.name;
             ParseTableElements(reader, *item.table);
+            if (!item.table->foreignKeys.empty()) {
+                reader.Unsupported(QStringLiteral("FOREIGN KEY of a table variable"));
+            }
         } else {
             item.type = ParseTypeName(reader);
             if (reader.TrySign(u"=")) item.value = ParseExpression(reader);

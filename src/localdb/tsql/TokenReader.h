@@ -46,6 +46,8 @@ class TokenReader {
     [[noreturn]] void Unsupported(const QString& construct, const Token& at);
 
     const QString& Batch() const { return batch_; }
+    // The batch's text from `offset` to the end of the last token that was taken.
+    QString TextSince(qsizetype offset) const { return batch_.mid(offset, lastEnd_ - offset); }
     // Whether this token, already taken, opened the batch.
     bool IsFirst(const Token& token) const { return token.offset == firstOffset_; }
 

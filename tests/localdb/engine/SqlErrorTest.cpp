@@ -38,7 +38,7 @@ INSTANTIATE_TEST_SUITE_P(
             u"c fails."},
         Row{547, 16, 0,
             u"The a statement conflicted with the b constraint \"c\". The conflict occurred in "
-            u"database \"d\", table \"e\", column 'f'."},
+            u"database \"d\", table \"e\"f."},
         Row{911, 16, 1,
             u"Database 'a' does not exist. Make sure that the name is entered correctly."},
         Row{1801, 16, 3, u"Database 'a' already exists. Choose a different database name."},
