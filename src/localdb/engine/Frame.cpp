@@ -112,8 +112,9 @@ SqlValue Frame::Ask(SystemValue what) const {
         case SystemValue::UserName:
             return Keep(QStringLiteral("dbo"));
         case SystemValue::HostName:
+            return Keep(session_.hostName);
         case SystemValue::AppName:
-            return Keep(QString());
+            return Keep(session_.appName);
         case SystemValue::Spid:
             return SqlValue::Integer(session_.id);
         case SystemValue::RowCount:

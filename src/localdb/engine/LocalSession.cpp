@@ -1,5 +1,7 @@
 #include "localdb/engine/LocalSession.h"
 
+#include <array>
+
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/ProcedureCaller.h"
 #include "localdb/engine/StoredForm.h"
@@ -11,6 +13,22 @@
 namespace quarv::localdb::engine {
 
 namespace {
+
+// [MS-TDS], "Transaction Manager Request", TM_BEGIN_XACT, from 1 on.
+constexpr std::array<const char*, 5> IsolationLevels = {
+    "read uncommitted", "read committed", "repeatable read", "serializable", "snapshot"};
+
+// For a statement of the server's own: what it says about itself goes nowhere.
+class QuietSink final : public ResultSink {
+  public:
+    void BeginRows(std::span<const Column>) override {}
+    void Row(std::span<const Datum>) override {}
+    void StatementDone(StatementKind, int64_t, bool) override {}
+    void Say(const Message&) override {}
+    void DatabaseChanged(const QString&, const QString&) override {}
+    void ReturnStatus(int) override {}
+    bool Cancelled() override { return false; }
+};
 
 // The old long types are those of (max) as far as a value goes.
 SqlType TypeFromWire(const SqlType& type) {
@@ -112,16 +130,39 @@ void LocalSession::RunProcedure(const QString& name, const std::vector<Argument>
     });
 }
 
-void LocalSession::BeginTransaction(ResultSink& sink) {
-    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Begin({}, sink); });
+void LocalSession::SetClient(const QString& hostName, const QString& appName) {
+    state_.hostName = hostName;
+    state_.appName = appName;
+}
+
+void LocalSession::SetIsolation(int level, Frame& frame) {
+    if (level == 0) return;
+    if (level < 0 || static_cast<size_t>(level) > IsolationLevels.size()) {
+        throw SqlError(40517, {QStringLiteral("isolation level %1").arg(level)});
+    }
+    const QString text = QStringLiteral("set transaction isolation level ") +
+                         QLatin1String(IsolationLevels[static_cast<size_t>(level) - 1]);
+    QuietSink quiet;
+    RunSetOption(*tsql::ParseBatch(text).front(), frame, quiet);
+}
+
+void LocalSession::BeginTransaction(ResultSink& sink, const QString& name, int isolation) {
+    Guarded(sink, [&](Frame& frame, StatementRunner&) {
+        SetIsolation(isolation, frame);
+        state_.transactions.Begin(name, sink);
+    });
 }
 
 void LocalSession::CommitTransaction(ResultSink& sink) {
     Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Commit(sink); });
 }
 
-void LocalSession::RollbackTransaction(ResultSink& sink) {
-    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Rollback({}, sink); });
+void LocalSession::RollbackTransaction(ResultSink& sink, const QString& name) {
+    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Rollback(name, sink); });
+}
+
+void LocalSession::SaveTransaction(ResultSink& sink, const QString& name) {
+    Guarded(sink, [&](Frame&, StatementRunner&) { state_.transactions.Save(name); });
 }
 
 void LocalSession::Reset(const QString& database) {

@@ -22,9 +22,11 @@ class LocalSession : public Session {
     void RunBatch(const QString& sql, ResultSink& sink) override;
     void RunProcedure(const QString& name, const std::vector<Argument>& arguments,
                       ResultSink& sink) override;
-    void BeginTransaction(ResultSink& sink) override;
+    void SetClient(const QString& hostName, const QString& appName) override;
+    void BeginTransaction(ResultSink& sink, const QString& name, int isolation) override;
     void CommitTransaction(ResultSink& sink) override;
-    void RollbackTransaction(ResultSink& sink) override;
+    void RollbackTransaction(ResultSink& sink, const QString& name) override;
+    void SaveTransaction(ResultSink& sink, const QString& name) override;
     void Reset(const QString& database) override;
     int Id() const override;
 
@@ -32,6 +34,8 @@ class LocalSession : public Session {
     // Runs `body` with the sink's wish to cancel in force; what it raises becomes messages.
     template <class Body>
     void Guarded(ResultSink& sink, Body body);
+
+    void SetIsolation(int level, Frame& frame);
 
     SessionState state_;
 };

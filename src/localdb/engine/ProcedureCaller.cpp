@@ -17,6 +17,13 @@ OwnedValue Converted(const SqlValue& value, const SqlType& from, const SqlType& 
     return OwnedValue(Conversion::Convert(value, from, to, Conversion::NoStyle, arena));
 }
 
+// Procedures that clients know by number and that would have to do more than run a text: cursors
+// in the server, and a call prepared as a call.
+bool IsUnsupported(const QString& name) {
+    return name.startsWith(u"sp_cursor", Qt::CaseInsensitive) ||
+           name.compare(u"sp_prepexecrpc", Qt::CaseInsensitive) == 0;
+}
+
 }  // namespace
 
 int ProcedureCaller::Call(const tsql::ObjectName& name, std::vector<CallArgument>& arguments) {
@@ -31,6 +38,9 @@ int ProcedureCaller::Call(const tsql::ObjectName& name, std::vector<CallArgument
     const bool systemSchema = name.schema.isEmpty() ||
                               SameName(name.schema, QStringLiteral("sys")) ||
                               SameName(name.schema, QStringLiteral("dbo"));
+    if (systemSchema && IsUnsupported(name.name)) {
+        throw SqlError(40517, {QStringLiteral("procedure ") + name.name}, name.line);
+    }
     if (const TextProcedure procedure = systemSchema ? FindTextProcedure(name.name) : nullptr) {
         return (this->*procedure)(arguments);
     }

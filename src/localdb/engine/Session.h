@@ -40,10 +40,17 @@ class Session {
     virtual void RunProcedure(const QString& name, const std::vector<Argument>& arguments,
                               ResultSink& sink) = 0;
 
-    // The wire's own transaction requests; as BEGIN, COMMIT and ROLLBACK TRANSACTION in a batch.
-    virtual void BeginTransaction(ResultSink& sink) = 0;
+    // What HOST_NAME() and APP_NAME() tell: the client's own words. Reset keeps them.
+    virtual void SetClient(const QString& hostName, const QString& appName) = 0;
+
+    // The wire's own transaction requests; as BEGIN, COMMIT, ROLLBACK and SAVE TRANSACTION in a
+    // batch. An empty name is none. `isolation` is the wire's number of the level that is set first
+    // (1 READ UNCOMMITTED .. 5 SNAPSHOT); 0 leaves it.
+    virtual void BeginTransaction(ResultSink& sink, const QString& name = {},
+                                  int isolation = 0) = 0;
     virtual void CommitTransaction(ResultSink& sink) = 0;
-    virtual void RollbackTransaction(ResultSink& sink) = 0;
+    virtual void RollbackTransaction(ResultSink& sink, const QString& name = {}) = 0;
+    virtual void SaveTransaction(ResultSink& sink, const QString& name) = 0;
 
     // Rolls back what is open and forgets options, temporary and prepared things: the session is
     // as after its login, in `database`. Raises as UseDatabase.

@@ -46,6 +46,8 @@ struct SessionState {
     const SystemObjects& objects;
     const QString login;
     const int id;
+    QString hostName;  // what the client calls its machine
+    QString appName;   // and itself
     Store store;
     Transactions transactions;
     TemporaryTables temporaries;

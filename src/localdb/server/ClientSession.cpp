@@ -19,6 +19,7 @@ ClientSession::ClientSession(Socket socket, std::span<const std::byte> early, td
                              const Settings& settings, engine::Server& engine, Log& log)
     : stream_(std::move(socket), early, settings.largestRequest),
       login_(std::move(login)),
+      dialect_(tds::NearestDialect(login_.tdsVersion)),
       settings_(settings),
       engine_(engine),
       log_(log) {}
@@ -41,6 +42,7 @@ void ClientSession::Run() {
 
 bool ClientSession::LogIn() {
     session_ = engine_.NewSession(settings_.account.Name());
+    session_->SetClient(login_.hostName, login_.appName);
     stream_.Writer().SetSpid(static_cast<uint16_t>(session_->Id()));
     if (!login_.database.isEmpty()) {
         try {
@@ -61,7 +63,7 @@ void ClientSession::RefuseDatabase(const QString& database) {
     const std::array messages{
         MakeMessage(message::CannotOpenDatabase, {database}, settings_.serverName),
         MakeMessage(message::LoginFailed, {login_.userName}, settings_.serverName)};
-    WriteLoginRefusal(stream_.Writer(), messages);
+    WriteLoginRefusal(stream_.Writer(), messages, dialect_);
 }
 
 void ClientSession::Serve() {
@@ -120,11 +122,11 @@ void ClientSession::Dispatch(const tds::Message& message, ReplySink& sink) {
 }
 
 ReplySink ClientSession::NewSink(ReplySink::Form form, std::deque<uint16_t> outputs) {
-    return {stream_, form, settings_.serverName, inTransaction_, std::move(outputs)};
+    return {stream_, dialect_, form, settings_.serverName, inTransaction_, std::move(outputs)};
 }
 
 void ClientSession::RunBatch(const tds::Message& message, ReplySink& sink) {
-    const tds::SqlBatch batch = tds::SqlBatch::Decode(message.body);
+    const tds::SqlBatch batch = tds::SqlBatch::Decode(message.body, dialect_);
     ResetWhereAsked(message);
     try {
         session_->RunBatch(batch.sql, sink);
@@ -135,7 +137,7 @@ void ClientSession::RunBatch(const tds::Message& message, ReplySink& sink) {
 }
 
 void ClientSession::RunCalls(const tds::Message& message) {
-    const tds::RpcRequest request = tds::RpcRequest::Decode(message.body);
+    const tds::RpcRequest request = tds::RpcRequest::Decode(message.body, dialect_);
     // All arguments are read before the first call runs: a damaged one leaves nothing half done.
     std::vector<std::vector<engine::Argument>> arguments;
     for (const tds::RpcCall& call : request.calls)
@@ -171,16 +173,21 @@ void ClientSession::RunTransactionRequest(const tds::Message& message, ReplySink
     ResetWhereAsked(message);
     switch (request.kind) {
         case tds::TransactionRequest::Kind::Begin:
-            session_->BeginTransaction(sink);
+            session_->BeginTransaction(sink, request.name, request.isolation);
+            return;
+        case tds::TransactionRequest::Kind::Save:
+            session_->SaveTransaction(sink, request.name);
             return;
         case tds::TransactionRequest::Kind::Commit:
             session_->CommitTransaction(sink);
             break;
         case tds::TransactionRequest::Kind::Rollback:
-            session_->RollbackTransaction(sink);
+            session_->RollbackTransaction(sink, request.name);
             break;
     }
-    if (request.beginsNext) session_->BeginTransaction(sink);
+    if (request.beginsNext) {
+        session_->BeginTransaction(sink, request.nextName, request.nextIsolation);
+    }
 }
 
 void ClientSession::ResetWhereAsked(const tds::Message& message) {
@@ -204,7 +211,7 @@ void ClientSession::AcknowledgeAttention() {
     tds::Done done;
     done.status = tds::Done::Attention;
     if (inTransaction_) done.status |= tds::Done::InTransaction;
-    done.Encode(stream_.Writer());
+    done.Encode(stream_.Writer(), dialect_);
     stream_.Writer().EndMessage();
 }
 

@@ -9,6 +9,7 @@
 #include "localdb/server/Log.h"
 #include "localdb/server/ReplySink.h"
 #include "localdb/server/Settings.h"
+#include "localdb/tds/Dialect.h"
 #include "localdb/tds/Login7.h"
 #include "localdb/tds/RpcRequest.h"
 
@@ -44,6 +45,7 @@ class ClientSession {
 
     ClientStream stream_;
     tds::Login7 login_;
+    tds::Dialect dialect_;
     const Settings& settings_;
     engine::Server& engine_;
     Log& log_;

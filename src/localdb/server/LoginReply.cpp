@@ -12,10 +12,6 @@ namespace quarv::localdb::server {
 
 namespace {
 
-// Versions from 7.3 on differ from 7.4 in nothing that this server sends: the date and time types
-// and rows with a bitmap of nulls came with 7.3 (its second revision).
-constexpr uint32_t OldestVersion = 0x730B0003;
-
 constexpr auto ProgramName = "Microsoft SQL Server";
 constexpr auto Language = "us_english";
 
@@ -40,32 +36,34 @@ uint16_t PacketSizeFor(uint32_t wish) {
                                                       tds::PacketHeader::LargestPacket));
 }
 
-void WriteLoginRefusal(tds::PacketWriter& writer, std::span<const tds::ServerMessage> messages) {
-    for (const tds::ServerMessage& message : messages) message.Encode(writer);
+void WriteLoginRefusal(tds::PacketWriter& writer, std::span<const tds::ServerMessage> messages,
+                       tds::Dialect dialect) {
+    for (const tds::ServerMessage& message : messages) message.Encode(writer, dialect);
     tds::Done done;
     done.status = tds::Done::Error;
-    done.Encode(writer);
+    done.Encode(writer, dialect);
     writer.EndMessage();
 }
 
 void WriteLoginReply(tds::PacketWriter& writer, const Settings& settings, const QString& database,
                      uint32_t tdsVersion, uint16_t packetSize) {
     using tds::EnvChange;
+    const auto dialect = tds::NearestDialect(tdsVersion);
     const QString language = QString::fromLatin1(Language);
     EnvChange::OfText(EnvChange::Kind::Database, database, QStringLiteral("master")).Encode(writer);
-    MakeMessage(message::DatabaseChanged, {database}, settings.serverName).Encode(writer);
+    MakeMessage(message::DatabaseChanged, {database}, settings.serverName).Encode(writer, dialect);
     EnvChange::OfBytes(EnvChange::Kind::SqlCollation, CollationBytes(), {}).Encode(writer);
     EnvChange::OfText(EnvChange::Kind::Language, language, {}).Encode(writer);
-    MakeMessage(message::LanguageChanged, {language}, settings.serverName).Encode(writer);
+    MakeMessage(message::LanguageChanged, {language}, settings.serverName).Encode(writer, dialect);
     tds::LoginAck ack;
-    ack.tdsVersion = tdsVersion;
+    ack.tdsVersion = tds::AckVersionOf(tdsVersion);
     ack.program = QString::fromLatin1(ProgramName);
     ack.version = settings.version;
     ack.Encode(writer);
     EnvChange::OfText(EnvChange::Kind::PacketSize, QString::number(packetSize),
                       QString::number(tds::PacketHeader::DefaultPacket))
         .Encode(writer);
-    tds::Done{}.Encode(writer);
+    tds::Done{}.Encode(writer, dialect);
     writer.EndMessage();
     writer.SetPacketSize(packetSize);
 }
@@ -76,7 +74,7 @@ QString ObjectionTo(const tds::Login7& login, const Settings& settings,
         message = MakeMessage(number, inserts, settings.serverName);
         return QString::fromLatin1(why);
     };
-    if (login.tdsVersion < OldestVersion || login.tdsVersion > tds::tds_version::V74) {
+    if (!tds::DialectOf(login.tdsVersion)) {
         return refuse(
             message::NotSupported,
             {QStringLiteral("TDS version 0x%1").arg(login.tdsVersion, 8, 16, QChar(u'0'))},

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "localdb/server/Settings.h"
+#include "localdb/tds/Dialect.h"
 #include "localdb/tds/Login7.h"
 #include "localdb/tds/PacketWriter.h"
 #include "localdb/tds/ServerMessage.h"
@@ -18,7 +19,8 @@ void WritePreloginReply(tds::PacketWriter& writer, const tds::ProgramVersion& ve
 uint16_t PacketSizeFor(uint32_t wish);
 
 // The messages that refuse a login, ended.
-void WriteLoginRefusal(tds::PacketWriter& writer, std::span<const tds::ServerMessage> messages);
+void WriteLoginRefusal(tds::PacketWriter& writer, std::span<const tds::ServerMessage> messages,
+                       tds::Dialect dialect);
 
 // The message that lets a client in, ended; what follows goes in packets of `packetSize`.
 void WriteLoginReply(tds::PacketWriter& writer, const Settings& settings, const QString& database,

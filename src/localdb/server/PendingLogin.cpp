@@ -111,7 +111,9 @@ PendingLogin::Outcome PendingLogin::CheckLogin(const tds::Message& message) {
 }
 
 void PendingLogin::Refuse(const tds::ServerMessage& message) {
-    Reply([&](tds::PacketWriter& writer) { WriteLoginRefusal(writer, {&message, 1}); });
+    Reply([&](tds::PacketWriter& writer) {
+        WriteLoginRefusal(writer, {&message, 1}, tds::NearestDialect(login_.tdsVersion));
+    });
     socket_.FinishWriting();
 }
 

@@ -24,20 +24,20 @@ QByteArray DescriptorOf(uint64_t id) {
     return bytes;
 }
 
-tds::RawValue RawValueOf(engine::TypeKind kind, const tds::TypeInfo& type,
-                         const engine::Datum& value) {
+tds::RawValue RawValueOf(const RowEncoder::Plan& plan, const engine::Datum& value) {
     tds::BufferWriter buffer;
-    RowEncoder::WriterOf(kind)(buffer, type, value);
+    plan.write(buffer, plan.type, value);
     tds::ByteReader reader(buffer.Written());
-    return tds::RawValue::Decode(reader, type, tds::Place::Row);
+    return tds::RawValue::Decode(reader, plan.type, tds::Place::Row);
 }
 
 }  // namespace
 
-ReplySink::ReplySink(ClientStream& stream, Form form, QString serverName, bool& inTransaction,
-                     std::deque<uint16_t> outputs)
+ReplySink::ReplySink(ClientStream& stream, tds::Dialect dialect, Form form, QString serverName,
+                     bool& inTransaction, std::deque<uint16_t> outputs)
     : stream_(stream),
       writer_(stream.Writer()),
+      dialect_(dialect),
       form_(form),
       serverName_(std::move(serverName)),
       inTransaction_(inTransaction),
@@ -46,7 +46,7 @@ ReplySink::ReplySink(ClientStream& stream, Form form, QString serverName, bool& 
 void ReplySink::Flush(uint16_t extraStatus) {
     if (!held_) return;
     held_->status |= extraStatus;
-    held_->Encode(writer_);
+    held_->Encode(writer_, dialect_);
     held_.reset();
 }
 
@@ -70,7 +70,7 @@ void ReplySink::Hold(Token kind, uint16_t command, int64_t rowCount, bool failed
 }
 
 void ReplySink::BeginRows(std::span<const engine::Column> columns) {
-    rows_.Begin(Next(), columns);
+    rows_.Begin(Next(), columns, dialect_);
 }
 
 void ReplySink::Row(std::span<const engine::Datum> row) {
@@ -107,7 +107,7 @@ void ReplySink::Say(const engine::Message& message) {
 }
 
 void ReplySink::Tell(const tds::ServerMessage& message) {
-    message.Encode(Next());
+    message.Encode(Next(), dialect_);
 }
 
 void ReplySink::DatabaseChanged(const QString& now, const QString& before) {
@@ -134,11 +134,12 @@ void ReplySink::ReturnValue(const QString& name, const engine::SqlType& type,
         outputs_.pop_front();
     }
     wire.name = name;
-    wire.type = WireTypeOf(type);
+    const RowEncoder::Plan plan = RowEncoder::PlanOf(type, dialect_);
+    wire.type = plan.type;
     wire.value.null = value.null;
     try {
-        if (!value.null) wire.value = RawValueOf(type.kind, wire.type, value);
-        wire.Encode(Next());
+        if (!value.null) wire.value = RawValueOf(plan, value);
+        wire.Encode(Next(), dialect_);
     } catch (const tds::ProtocolError&) {
         stream_.Break();
     }
@@ -146,11 +147,13 @@ void ReplySink::ReturnValue(const QString& name, const engine::SqlType& type,
 
 void ReplySink::TransactionBegan(uint64_t id) {
     inTransaction_ = true;
+    if (dialect_ == tds::Dialect::V71) return;
     EnvChange::OfBytes(EnvChange::Kind::BeginTransaction, DescriptorOf(id), {}).Encode(Next());
 }
 
 void ReplySink::TransactionEnded(uint64_t id, bool committed) {
     inTransaction_ = false;
+    if (dialect_ == tds::Dialect::V71) return;
     const auto kind =
         committed ? EnvChange::Kind::CommitTransaction : EnvChange::Kind::RollbackTransaction;
     EnvChange::OfBytes(kind, {}, DescriptorOf(id)).Encode(Next());

@@ -19,8 +19,8 @@ class ReplySink final : public engine::ResultSink {
 
     // A reply to a batch, or to a procedure call. `inTransaction` outlives single replies and is
     // the session's. `outputs` are the ordinals of a call's output parameters.
-    ReplySink(ClientStream& stream, Form form, QString serverName, bool& inTransaction,
-              std::deque<uint16_t> outputs = {});
+    ReplySink(ClientStream& stream, tds::Dialect dialect, Form form, QString serverName,
+              bool& inTransaction, std::deque<uint16_t> outputs = {});
 
     void BeginRows(std::span<const engine::Column> columns) override;
     void Row(std::span<const engine::Datum> row) override;
@@ -48,6 +48,7 @@ class ReplySink final : public engine::ResultSink {
 
     ClientStream& stream_;
     tds::ByteWriter& writer_;
+    tds::Dialect dialect_;
     Form form_;
     QString serverName_;
     bool& inTransaction_;

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "localdb/engine/Guid.h"
+#include "localdb/server/OlderTypes.h"
 #include "localdb/server/TypeMapping.h"
 #include "localdb/tds/NumericValues.h"
 #include "localdb/tds/Row.h"
@@ -110,15 +111,23 @@ RowEncoder::ValueWriter RowEncoder::WriterOf(TypeKind kind) {
     return found == Entries.end() ? Integer : found->write;
 }
 
-void RowEncoder::Begin(ByteWriter& writer, std::span<const engine::Column> columns) {
+RowEncoder::Plan RowEncoder::PlanOf(const engine::SqlType& type, tds::Dialect dialect) {
+    const OlderForm form = FormFor(dialect, type);
+    return {form.write != nullptr ? form.write : WriterOf(form.type.kind), WireTypeOf(form.type)};
+}
+
+void RowEncoder::Begin(ByteWriter& writer, std::span<const engine::Column> columns,
+                       tds::Dialect dialect) {
     plans_.clear();
     tds::ColMetadata metadata;
     for (const engine::Column& column : columns) {
         metadata.columns.push_back(WireColumnOf(column));
-        plans_.push_back({WriterOf(column.type.kind), metadata.columns.back().type});
+        plans_.push_back(PlanOf(column.type, dialect));
+        metadata.columns.back().type = plans_.back().type;
     }
     nulls_.assign(tds::NullBitmapSize(plans_.size()), std::byte{0});
-    metadata.Encode(writer);
+    bitmaps_ = dialect >= tds::Dialect::V73B;
+    metadata.Encode(writer, dialect);
 }
 
 void RowEncoder::Write(ByteWriter& writer, std::span<const Datum> row) {
@@ -130,13 +139,17 @@ void RowEncoder::Write(ByteWriter& writer, std::span<const Datum> row) {
         nulls_[i / 8] |= static_cast<std::byte>(1u << (i % 8));
         anyNull = true;
     }
-    if (anyNull) {
+    if (anyNull && bitmaps_) {
         tds::BeginNbcRow(writer, nulls_);
     } else {
         tds::BeginRow(writer);
     }
     for (size_t i = 0; i < count; ++i) {
-        if (!row[i].null) plans_[i].write(writer, plans_[i].type, row[i]);
+        if (!row[i].null) {
+            plans_[i].write(writer, plans_[i].type, row[i]);
+        } else if (!bitmaps_) {
+            tds::WriteNull(writer, plans_[i].type);
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <vector>
 
+#include "localdb/tds/Dialect.h"
 #include "localdb/tds/Token.h"
 #include "localdb/tds/TypeInfo.h"
 
@@ -29,9 +30,9 @@ struct ColumnInfo {
 struct ColMetadata {
     std::vector<ColumnInfo> columns;  // none: "no metadata" (FFFF)
 
-    void Encode(ByteWriter& writer) const;
+    void Encode(ByteWriter& writer, Dialect dialect = Dialect::V74) const;
     // Raises UnexpectedToken and what reading a type raises.
-    static ColMetadata Decode(ByteReader& reader);
+    static ColMetadata Decode(ByteReader& reader, Dialect dialect = Dialect::V74);
 };
 
 }  // namespace quarv::localdb::tds

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "localdb/tds/ByteWriter.h"
+#include "localdb/tds/Dialect.h"
 #include "localdb/tds/Token.h"
 
 namespace quarv::localdb::tds {
@@ -20,8 +21,8 @@ struct Done {
     uint16_t command = 0;
     uint64_t count = 0;
 
-    void Encode(ByteWriter& writer) const;
-    static Done Decode(ByteReader& reader);
+    void Encode(ByteWriter& writer, Dialect dialect = Dialect::V74) const;
+    static Done Decode(ByteReader& reader, Dialect dialect = Dialect::V74);
 
     friend bool operator==(const Done&, const Done&) = default;
 };

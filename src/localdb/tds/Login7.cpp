@@ -211,7 +211,8 @@ Login7 Login7::Decode(std::span<const std::byte> body) {
     for (const TextField& field : BeforeExtension) record.NextText(login, field);
     const size_t extensionAt = fixed.Position();
     const Bytes extension = record.NextPart(1);
-    if ((login.flags3 & HasExtension) != 0) {
+    // Before 7.4 the entry belongs to nothing, whatever the flags say.
+    if (login.tdsVersion >= tds_version::V74 && (login.flags3 & HasExtension) != 0) {
         login.features = record.FeatureList(extension, extensionAt);
     }
     for (const TextField& field : AfterExtension) record.NextText(login, field);

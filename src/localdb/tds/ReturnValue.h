@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include "localdb/tds/Dialect.h"
 #include "localdb/tds/RawValue.h"
 #include "localdb/tds/Token.h"
 
@@ -17,9 +18,9 @@ struct ReturnValue {
     TypeInfo type;
     RawValue value;
 
-    void Encode(ByteWriter& writer) const;
+    void Encode(ByteWriter& writer, Dialect dialect = Dialect::V74) const;
     // Raises UnexpectedToken and what reading type and value raises.
-    static ReturnValue Decode(ByteReader& reader);
+    static ReturnValue Decode(ByteReader& reader, Dialect dialect = Dialect::V74);
 };
 
 }  // namespace quarv::localdb::tds

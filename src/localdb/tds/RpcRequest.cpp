@@ -7,7 +7,12 @@ namespace quarv::localdb::tds {
 namespace {
 
 constexpr uint16_t ByNumber = 0xFFFF;
-constexpr uint8_t CallSeparator = 0xFF;
+
+// Between two calls of one message.
+constexpr uint8_t SeparatorOf(Dialect dialect) {
+    return dialect == Dialect::V71 ? 0x80 : 0xFF;
+}
+
 constexpr uint8_t KnownStatus = RpcParameter::Output | RpcParameter::Default;
 
 // [MS-TDS], "RPC Request", ProcIDSwitch.
@@ -43,7 +48,7 @@ RpcParameter DecodeParameter(ByteReader& reader) {
     return parameter;
 }
 
-RpcCall DecodeCall(ByteReader& reader) {
+RpcCall DecodeCall(ByteReader& reader, uint8_t separator) {
     RpcCall call;
     const size_t at = reader.Position();
     const uint16_t nameLength = reader.U16();
@@ -56,7 +61,7 @@ RpcCall DecodeCall(ByteReader& reader) {
         call.name = reader.Text(nameLength);
     }
     call.options = reader.U16();
-    while (!reader.AtEnd() && reader.Peek() != CallSeparator) {
+    while (!reader.AtEnd() && reader.Peek() != separator) {
         call.parameters.push_back(DecodeParameter(reader));
     }
     return call;
@@ -80,22 +85,22 @@ void EncodeCall(ByteWriter& writer, const RpcCall& call) {
 
 }  // namespace
 
-void RpcRequest::Encode(ByteWriter& writer) const {
-    headers.Encode(writer);
+void RpcRequest::Encode(ByteWriter& writer, Dialect dialect) const {
+    if (dialect != Dialect::V71) headers.Encode(writer);
     bool first = true;
     for (const RpcCall& call : calls) {
-        if (!first) writer.U8(CallSeparator);
+        if (!first) writer.U8(SeparatorOf(dialect));
         first = false;
         EncodeCall(writer, call);
     }
 }
 
-RpcRequest RpcRequest::Decode(std::span<const std::byte> body) {
+RpcRequest RpcRequest::Decode(std::span<const std::byte> body, Dialect dialect) {
     ByteReader reader(body);
     RpcRequest request;
-    request.headers = AllHeaders::Decode(reader);
+    if (dialect != Dialect::V71) request.headers = AllHeaders::Decode(reader);
     for (;;) {
-        request.calls.push_back(DecodeCall(reader));
+        request.calls.push_back(DecodeCall(reader, SeparatorOf(dialect)));
         if (reader.AtEnd()) return request;
         reader.U8();
         if (reader.AtEnd()) return request;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "localdb/tds/AllHeaders.h"
+#include "localdb/tds/Dialect.h"
 #include "localdb/tds/RawValue.h"
 
 namespace quarv::localdb::tds {
@@ -32,10 +33,10 @@ struct RpcRequest {
     AllHeaders headers;
     std::vector<RpcCall> calls;  // at least one
 
-    void Encode(ByteWriter& writer) const;
+    void Encode(ByteWriter& writer, Dialect dialect = Dialect::V74) const;
     // A whole message. Raises ParameterType for a data type that is not served, and whatever the
     // parts raise; the position is that of the type's code.
-    static RpcRequest Decode(std::span<const std::byte> body);
+    static RpcRequest Decode(std::span<const std::byte> body, Dialect dialect = Dialect::V74);
 };
 
 // The name behind a well-known number ("sp_executesql" for 10); empty for an unknown one.

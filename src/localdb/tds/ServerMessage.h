@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "localdb/tds/ByteWriter.h"
+#include "localdb/tds/Dialect.h"
 #include "localdb/tds/Token.h"
 
 namespace quarv::localdb::tds {
@@ -24,9 +25,9 @@ struct ServerMessage {
 
     bool IsError() const { return severity >= FirstErrorSeverity; }
 
-    void Encode(ByteWriter& writer) const;
+    void Encode(ByteWriter& writer, Dialect dialect = Dialect::V74) const;
     // Raises UnexpectedToken, TokenLength and what reading raises.
-    static ServerMessage Decode(ByteReader& reader);
+    static ServerMessage Decode(ByteReader& reader, Dialect dialect = Dialect::V74);
 
     friend bool operator==(const ServerMessage&, const ServerMessage&) = default;
 };

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "localdb/tds/AllHeaders.h"
+#include "localdb/tds/Dialect.h"
 
 namespace quarv::localdb::tds {
 
@@ -12,9 +13,9 @@ struct SqlBatch {
     AllHeaders headers;
     QString sql;
 
-    void Encode(ByteWriter& writer) const;
+    void Encode(ByteWriter& writer, Dialect dialect = Dialect::V74) const;
     // A whole message. Raises HeadersLength, TextLength, Truncated.
-    static SqlBatch Decode(std::span<const std::byte> body);
+    static SqlBatch Decode(std::span<const std::byte> body, Dialect dialect = Dialect::V74);
 };
 
 }  // namespace quarv::localdb::tds

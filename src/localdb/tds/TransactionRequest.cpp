@@ -30,6 +30,7 @@ void TransactionRequest::Encode(ByteWriter& writer) const {
         return;
     }
     WriteName(writer, name);
+    if (kind == Kind::Save) return;
     writer.U8(beginsNext ? BeginNext : 0);
     if (!beginsNext) return;
     writer.U8(nextIsolation);
@@ -42,12 +43,14 @@ TransactionRequest TransactionRequest::Decode(std::span<const std::byte> body) {
     request.headers = AllHeaders::Decode(reader);
     const size_t at = reader.Position();
     const uint16_t kind = reader.U16();
-    if (kind != 5 && kind != 7 && kind != 8) {
+    if (kind != 5 && (kind < 7 || kind > 9)) {
         throw ProtocolError(Fault::TransactionKind, at, QString::number(kind));
     }
     request.kind = static_cast<Kind>(kind);
     if (request.kind == Kind::Begin) {
         request.isolation = reader.U8();
+        request.name = ReadName(reader);
+    } else if (request.kind == Kind::Save) {
         request.name = ReadName(reader);
     } else {
         request.name = ReadName(reader);

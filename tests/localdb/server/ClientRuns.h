@@ -14,6 +14,7 @@ struct Target {
     QString user = QStringLiteral("tester");
     QString password = QStringLiteral("right");
     QString database = QStringLiteral("mirel");
+    QString version = QStringLiteral("7.4");  // of the protocol
 };
 
 struct Output {
@@ -25,12 +26,12 @@ inline bool HasProgram(const char* program) {
     return !QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty();
 }
 
-inline Output RunClient(const QString& program, const QStringList& arguments,
-                        const QByteArray& input) {
+inline Output RunClient(const QString& program, const QString& version,
+                        const QStringList& arguments, const QByteArray& input) {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TDSVER"), QStringLiteral("7.4"));
+    environment.insert(QStringLiteral("TDSVER"), version);
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
     process.write(input);
@@ -40,7 +41,7 @@ inline Output RunClient(const QString& program, const QStringList& arguments,
 }
 
 inline Output RunTsql(const Target& target, const QByteArray& input) {
-    return RunClient(QStringLiteral("tsql"),
+    return RunClient(QStringLiteral("tsql"), target.version,
                      {QStringLiteral("-H"), QStringLiteral("127.0.0.1"), QStringLiteral("-p"),
                       QString::number(target.port), QStringLiteral("-U"), target.user,
                       QStringLiteral("-P"), target.password, QStringLiteral("-D"), target.database},
@@ -50,16 +51,17 @@ inline Output RunTsql(const Target& target, const QByteArray& input) {
 inline Output RunIsql(const Target& target, const QByteArray& input) {
     const QString connection =
         QStringLiteral(
-            "Driver=FreeTDS;Server=127.0.0.1;Port=%1;TDS_Version=7.4;UID=%2;PWD=%3;Database=%4")
-            .arg(QString::number(target.port), target.user, target.password, target.database);
-    return RunClient(QStringLiteral("isql"),
+            "Driver=FreeTDS;Server=127.0.0.1;Port=%1;TDS_Version=%5;UID=%2;PWD=%3;Database=%4")
+            .arg(QString::number(target.port), target.user, target.password, target.database,
+                 target.version);
+    return RunClient(QStringLiteral("isql"), target.version,
                      {QStringLiteral("-k"), connection, QStringLiteral("-b"), QStringLiteral("-v"),
                       QStringLiteral("-d,")},
                      input);
 }
 
 inline Output RunBsqldb(const Target& target, const QByteArray& input) {
-    return RunClient(QStringLiteral("bsqldb"),
+    return RunClient(QStringLiteral("bsqldb"), target.version,
                      {QStringLiteral("-S"), QStringLiteral("127.0.0.1:%1").arg(target.port),
                       QStringLiteral("-U"), target.user, QStringLiteral("-P"), target.password,
                       QStringLiteral("-D"), target.database},

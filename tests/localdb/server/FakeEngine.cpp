@@ -85,11 +85,22 @@ class FakeSession final : public engine::Session {
     void RunBatch(const QString& sql, ResultSink& sink) override;
     void RunProcedure(const QString& name, const std::vector<engine::Argument>& arguments,
                       ResultSink& sink) override;
-    void BeginTransaction(ResultSink& sink) override { sink.TransactionBegan(0x0807060504030201); }
+    void SetClient(const QString& hostName, const QString& appName) override {
+        const QMutexLocker lock(&owner_.mutex_);
+        owner_.client_ = hostName + u'/' + appName;
+    }
+    void BeginTransaction(ResultSink& sink, const QString& name, int isolation) override {
+        owner_.Note(QStringLiteral("begin:%1/%2").arg(name).arg(isolation));
+        sink.TransactionBegan(0x0807060504030201);
+    }
+    void SaveTransaction(ResultSink&, const QString& name) override {
+        owner_.Note(QStringLiteral("save:") + name);
+    }
     void CommitTransaction(ResultSink& sink) override {
         sink.TransactionEnded(0x0807060504030201, true);
     }
-    void RollbackTransaction(ResultSink& sink) override {
+    void RollbackTransaction(ResultSink& sink, const QString& name) override {
+        owner_.Note(QStringLiteral("rollback:") + name);
         sink.TransactionEnded(0x0807060504030201, false);
     }
     void Reset(const QString& database) override { database_ = database; }
@@ -186,6 +197,11 @@ std::unique_ptr<engine::Session> FakeEngine::NewSession(const QString&) {
 
 bool FakeEngine::HasDatabase(const QString& name) const {
     return name == u"master" || name == u"mirel";
+}
+
+QString FakeEngine::Client() const {
+    const QMutexLocker lock(&mutex_);
+    return client_;
 }
 
 QStringList FakeEngine::Ran() const {

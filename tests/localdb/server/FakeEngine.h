@@ -22,6 +22,8 @@ class FakeEngine final : public engine::Server {
     int64_t RowsSent() const { return rows_; }
     // What was run, "batch:..." or "call:name(arguments)".
     QStringList Ran() const;
+    // "machine/program" of the client that came last.
+    QString Client() const;
 
   private:
     friend class FakeSession;
@@ -32,6 +34,7 @@ class FakeEngine final : public engine::Server {
     std::atomic<int64_t> rows_ = 0;
     mutable QMutex mutex_;
     QStringList ran_;
+    QString client_;
 };
 
 }  // namespace quarv::localdb::server

@@ -92,6 +92,48 @@ TEST_F(LocalServerProgramTest, TsqlRunsTheCatalogueQueries) {
     EXPECT_EQ(output.text.find("Msg "), std::string::npos) << output.text;
 }
 
+TEST_F(LocalServerProgramTest, TsqlIsServedInEveryVersion) {
+    if (!HasProgram("tsql")) GTEST_SKIP() << "tsql is not installed";
+    for (const char* version : {"7.1", "7.2", "7.3", "7.4"}) {
+        SCOPED_TRACE(version);
+        Target target = target_;
+        target.version = QString::fromLatin1(version);
+        const Output output = RunTsql(target,
+                                      "select top 2 CategoryID, Description, "
+                                      "cast('2024-02-29' as date) d, cast(null as int) n "
+                                      "from Categories order by CategoryID\ngo\n"
+                                      "select cast(N'long' as nvarchar(max)) m, 1.50 x\ngo\n"
+                                      "begin transaction\ngo\nrollback\ngo\n"
+                                      "select *\nfrom nowhere\ngo\n"
+                                      "exec sp_helpindex 'Products'\ngo\nexit\n");
+        EXPECT_EQ(output.status, 0) << output.text;
+        // Before 7.3 a date goes as text.
+        const bool text = target.version < u"7.3";
+        EXPECT_THAT(output.text, HasSubstr(text ? "\t2024-02-29\t" : "\tFeb 29 2024"));
+        EXPECT_THAT(output.text, HasSubstr("NULL"));
+        EXPECT_THAT(output.text, HasSubstr("(2 rows affected)"));
+        EXPECT_THAT(output.text, HasSubstr("long\t1.50"));
+        EXPECT_THAT(output.text, HasSubstr("Line 2:\n\t\"Invalid object name 'nowhere'.\""));
+        EXPECT_THAT(output.text, HasSubstr("PK_Products"));
+    }
+}
+
+TEST_F(LocalServerProgramTest, IsqlIsServedInEveryVersion) {
+    if (!HasProgram("isql")) GTEST_SKIP() << "isql is not installed";
+    for (const char* version : {"7.1", "7.2", "7.3", "7.4"}) {
+        SCOPED_TRACE(version);
+        Target target = target_;
+        target.version = QString::fromLatin1(version);
+        const Output output =
+            RunIsql(target,
+                    "help\n"
+                    "select ProductID, ProductName, UnitPrice from Products where ProductID = 1\n"
+                    "select cast(null as nvarchar(max)) n, 'b' b\n");
+        EXPECT_THAT(output.text, HasSubstr("mirel,dbo,Products,TABLE"));
+        EXPECT_THAT(output.text, HasSubstr("\n,b\n"));
+    }
+}
+
 TEST_F(LocalServerProgramTest, IsqlRunsTheCatalogueQueries) {
     if (!HasProgram("isql")) GTEST_SKIP() << "isql is not installed";
     const Output output = RunIsql(target_,

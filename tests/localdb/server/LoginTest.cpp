@@ -126,10 +126,10 @@ INSTANTIATE_TEST_SUITE_P(
                 {18452},
                 "Login failed. The login is from an untrusted domain and cannot be used with "
                 "Integrated authentication."},
-        Refusal{"OldProtocol",
-                [](tds::Login7& l) { l.tdsVersion = 0x71000001; },
+        Refusal{"NewerProtocol",
+                [](tds::Login7& l) { l.tdsVersion = 0x75000000; },
                 {40517},
-                "Keyword or statement option 'TDS version 0x71000001' is not supported in this "
+                "Keyword or statement option 'TDS version 0x75000000' is not supported in this "
                 "version of SQL Server."},
         Refusal{"AttachedFile",
                 [](tds::Login7& l) { l.attachFile = QStringLiteral("f"); },

@@ -128,6 +128,32 @@ TEST_F(RequestTest, UnsupportedParameterIsRefusedAndTheSessionGoesOn) {
     EXPECT_EQ(Run("rows 1").rows.size(), 1u);
 }
 
+TEST_F(RequestTest, EngineKnowsTheClientByItsOwnWords) {
+    EXPECT_EQ(server_.Engine().Client(), QStringLiteral("desk/Checks"));
+}
+
+TEST_F(RequestTest, TransactionRequestsCarryNamesAndIsolation) {
+    tds::TransactionRequest request;
+    request.name = QStringLiteral("outer");
+    request.isolation = 4;
+    Run(tds::PacketType::Transaction, request);
+    request.kind = tds::TransactionRequest::Kind::Save;
+    request.name = QStringLiteral("half");
+    const Reply saved = Run(tds::PacketType::Transaction, request);
+    EXPECT_TRUE(saved.changes.empty());
+    EXPECT_EQ(saved.dones[0].status, Done::InTransaction);
+    request.kind = tds::TransactionRequest::Kind::Rollback;
+    Run(tds::PacketType::Transaction, request);
+    request.kind = tds::TransactionRequest::Kind::Commit;
+    request.beginsNext = true;
+    request.nextName = QStringLiteral("next");
+    request.nextIsolation = 2;
+    Run(tds::PacketType::Transaction, request);
+    EXPECT_EQ(server_.Engine().Ran(),
+              QStringList({QStringLiteral("begin:outer/4"), QStringLiteral("save:half"),
+                           QStringLiteral("rollback:half"), QStringLiteral("begin:next/2")}));
+}
+
 TEST_F(RequestTest, TransactionRequestsGiveTheirDescriptors) {
     tds::TransactionRequest request;
     const Reply begun = Run(tds::PacketType::Transaction, request);

@@ -48,9 +48,11 @@ class FileSession final : public engine::Session {
     }
     void RunProcedure(const QString&, const std::vector<engine::Argument>&,
                       engine::ResultSink&) override {}
-    void BeginTransaction(engine::ResultSink&) override {}
+    void SetClient(const QString&, const QString&) override {}
+    void BeginTransaction(engine::ResultSink&, const QString&, int) override {}
+    void SaveTransaction(engine::ResultSink&, const QString&) override {}
     void CommitTransaction(engine::ResultSink&) override {}
-    void RollbackTransaction(engine::ResultSink&) override {}
+    void RollbackTransaction(engine::ResultSink&, const QString&) override {}
     void Reset(const QString&) override {}
     int Id() const override { return 51; }
 

@@ -217,6 +217,8 @@ tds::Login7 TestClient::GoodLogin() {
     tds::Login7 login;
     login.userName = QStringLiteral("tester");
     login.password = QStringLiteral("right");
+    login.hostName = QStringLiteral("desk");
+    login.appName = QStringLiteral("Checks");
     return login;
 }
 

@@ -25,8 +25,7 @@ TEST(ColMetadataTest, DescribesEachColumn) {
         ExpectTokenBytes<ColMetadata>(metadata,
                                       "81 02 00"
                                       "00 00 00 00 10 00 26 04 02 69 00 64 00"
-                                      "00 00 00 00 09 00 E7 64 00 09 04 D0 00 34 01 6E 00",
-                                      &ColMetadata::Decode);
+                                      "00 00 00 00 09 00 E7 64 00 09 04 D0 00 34 01 6E 00");
     EXPECT_EQ(read.columns, metadata.columns);
 }
 
@@ -37,14 +36,12 @@ TEST(ColMetadataTest, LongTypesNameTheirTable) {
     const ColMetadata read = ExpectTokenBytes<ColMetadata>(
         metadata,
         "81 01 00 00 00 00 00 01 00 23 FF FF FF 7F 09 04 D0 00 34 02 01 00 61 00 01 00 62 00"
-        "01 74 00",
-        &ColMetadata::Decode);
+        "01 74 00");
     EXPECT_EQ(read.columns, metadata.columns);
 }
 
 TEST(ColMetadataTest, NoColumnsMeansNoMetadata) {
-    EXPECT_TRUE(
-        ExpectTokenBytes<ColMetadata>({}, "81 FF FF", &ColMetadata::Decode).columns.empty());
+    EXPECT_TRUE(ExpectTokenBytes<ColMetadata>({}, "81 FF FF").columns.empty());
 }
 
 TEST(ColMetadataTest, UnknownTypeIsRefusedAtItsCode) {

@@ -5,8 +5,7 @@ namespace quarv::localdb::tds {
 
 TEST(DoneTest, CarriesStatusCommandAndCount) {
     const Done done{Token::Done, Done::More | Done::Count, 0xC1, 258};
-    const Done read =
-        ExpectTokenBytes<Done>(done, "FD 11 00 C1 00 02 01 00 00 00 00 00 00", &Done::Decode);
+    const Done read = ExpectTokenBytes<Done>(done, "FD 11 00 C1 00 02 01 00 00 00 00 00 00");
     EXPECT_EQ(read, done);
 }
 

@@ -7,9 +7,7 @@ TEST(LoginAckTest, VersionStandsBigEndian) {
     LoginAck ack;
     ack.program = QStringLiteral("q");
     ack.version = {15, 0, 0x104D};
-    EXPECT_EQ(ExpectTokenBytes<LoginAck>(ack, "AD 0C 00 01 74 00 00 04 01 71 00 0F 00 10 4D",
-                                         &LoginAck::Decode),
-              ack);
+    EXPECT_EQ(ExpectTokenBytes<LoginAck>(ack, "AD 0C 00 01 74 00 00 04 01 71 00 0F 00 10 4D"), ack);
 }
 
 TEST(LoginAckTest, LengthThatDoesNotFitIsRefused) {

@@ -4,7 +4,7 @@
 namespace quarv::localdb::tds {
 
 TEST(OrderTest, CountsItsColumnsInBytes) {
-    const Order read = ExpectTokenBytes<Order>({{1, 300}}, "A9 04 00 01 00 2C 01", &Order::Decode);
+    const Order read = ExpectTokenBytes<Order>({{1, 300}}, "A9 04 00 01 00 2C 01");
     EXPECT_EQ(read.columns, (std::vector<uint16_t>{1, 300}));
 }
 

@@ -27,8 +27,7 @@ TEST(AllHeadersTest, HasItsBytes) {
     AllHeaders headers;
     headers.transaction = 0x0102030405060708;
     const AllHeaders read = ExpectTokenBytes<AllHeaders>(
-        headers, "16 00 00 00 12 00 00 00 02 00 08 07 06 05 04 03 02 01 01 00 00 00",
-        &AllHeaders::Decode);
+        headers, "16 00 00 00 12 00 00 00 02 00 08 07 06 05 04 03 02 01 01 00 00 00");
     EXPECT_EQ(read.transaction, headers.transaction);
 }
 
@@ -162,6 +161,16 @@ TEST(TransactionRequestTest, BeginCarriesIsolationAndName) {
     EXPECT_EQ(Encoded(request), std::string(Headers) + "05 00 02 02 74 00");
     const auto read = TransactionRequest::Decode(Request("05 00 02 02 74 00"));
     EXPECT_EQ(read.isolation, 2);
+    EXPECT_EQ(read.name, QStringLiteral("t"));
+}
+
+TEST(TransactionRequestTest, SaveCarriesItsName) {
+    TransactionRequest request;
+    request.kind = TransactionRequest::Kind::Save;
+    request.name = QStringLiteral("t");
+    EXPECT_EQ(Encoded(request), std::string(Headers) + "09 00 02 74 00");
+    const auto read = TransactionRequest::Decode(Request("09 00 02 74 00"));
+    EXPECT_EQ(read.kind, TransactionRequest::Kind::Save);
     EXPECT_EQ(read.name, QStringLiteral("t"));
 }
 

@@ -4,8 +4,7 @@
 namespace quarv::localdb::tds {
 
 TEST(ReturnStatusTest, IsASignedNumber) {
-    const ReturnStatus read =
-        ExpectTokenBytes<ReturnStatus>({-6}, "79 FA FF FF FF", &ReturnStatus::Decode);
+    const ReturnStatus read = ExpectTokenBytes<ReturnStatus>({-6}, "79 FA FF FF FF");
     EXPECT_EQ(read.value, -6);
 }
 

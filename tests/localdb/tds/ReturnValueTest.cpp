@@ -11,8 +11,7 @@ TEST(ReturnValueTest, CarriesTypeAndValue) {
     value.type.size = 4;
     value.value = {false, QByteArray::fromHex("07000000")};
     const ReturnValue read = ExpectTokenBytes<ReturnValue>(
-        value, "AC 02 00 02 40 00 61 00 01 00 00 00 00 00 00 26 04 04 07 00 00 00",
-        &ReturnValue::Decode);
+        value, "AC 02 00 02 40 00 61 00 01 00 00 00 00 00 00 26 04 04 07 00 00 00");
     EXPECT_EQ(read.name, QStringLiteral("@a"));
     EXPECT_EQ(read.value, value.value);
 }

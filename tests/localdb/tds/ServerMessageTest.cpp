@@ -24,7 +24,7 @@ constexpr auto ErrorHex =
 
 TEST(ServerMessageTest, ErrorCarriesNumberTextAndLine) {
     const ServerMessage message = SampleMessage(16);
-    EXPECT_EQ(ExpectTokenBytes<ServerMessage>(message, ErrorHex, &ServerMessage::Decode), message);
+    EXPECT_EQ(ExpectTokenBytes<ServerMessage>(message, ErrorHex), message);
 }
 
 TEST(ServerMessageTest, SeverityBelowElevenIsInformation) {

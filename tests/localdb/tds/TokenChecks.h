@@ -100,8 +100,9 @@ inline void ExpectEveryCutIsSeen(std::string_view hex,
 
 // The token's bytes are `hex`, both ways, and every cut is seen.
 template <typename T>
-T ExpectTokenBytes(const T& token, std::string_view hex,
-                   const std::function<T(ByteReader&)>& decode) {
+T ExpectTokenBytes(
+    const T& token, std::string_view hex,
+    const std::function<T(ByteReader&)>& decode = [](ByteReader& r) { return T::Decode(r); }) {
     EXPECT_EQ(Encoded(token), ToHex(Hex(hex)));
     ExpectEveryCutIsSeen(hex, [&](ByteReader& reader) { decode(reader); });
     const auto bytes = Hex(hex);
