@@ -13,38 +13,11 @@ using engine::SystemView;
 
 constexpr const char* Schema = "sys";
 
-constexpr const char* TypeDescription =
-    "CASE o.type WHEN 'U' THEN 'USER_TABLE' WHEN 'V' THEN 'VIEW'"
-    " WHEN 'P' THEN 'SQL_STORED_PROCEDURE' WHEN 'PK' THEN 'PRIMARY_KEY_CONSTRAINT'"
-    " WHEN 'UQ' THEN 'UNIQUE_CONSTRAINT' WHEN 'D' THEN 'DEFAULT_CONSTRAINT' END";
-// char(2)
-constexpr const char* ObjectType = "substr(o.type || ' ', 1, 2)";
-
 // The digits that the types have which are no numbers by these views' count.
 constexpr const char* PrecisionOfType =
     "CASE q_type_number(c.type) WHEN 104 THEN 1 WHEN 40 THEN 10 WHEN 58 THEN 16 WHEN 61 THEN 23"
     " ELSE coalesce(q_precision(c.type), 0) END";
 constexpr const char* ScaleOfType = "coalesce(q_scale(c.type), q_moment_scale(c.type), 0)";
-
-// sys.objects and the views over it that show one type; empty `type` shows all.
-SystemView Objects(const char* name, const char* type) {
-    ViewBuilder view(Schema, name);
-    view.Add(Sysname("name", false), "o.name")
-        .Add(Int("object_id", false), "o.object_id")
-        .AddNulls({Int("principal_id")})
-        .Add(Int("schema_id", false), "o.schema_id")
-        .Add(Int("parent_object_id", false), "o.parent_id")
-        .Add(Char("type", 2), ObjectType)
-        .Add(NVarChar("type_desc", 60), TypeDescription)
-        .Add(DateTime("create_date", false), "o.created")
-        .Add(DateTime("modify_date", false), "o.modified")
-        .Add(Bit("is_ms_shipped", false), "0")
-        .Add(Bit("is_published", false), "0")
-        .Add(Bit("is_schema_published", false), "0");
-    std::string from = "FROM $q_objects o";
-    if (*type) from += " WHERE o.type = '" + std::string(type) + '\'';
-    return view.From(from);
-}
 
 SystemView Columns() {
     ViewBuilder view(Schema, "columns");
@@ -200,81 +173,10 @@ SystemView SqlModules() {
     return view.From("FROM $q_objects o WHERE o.type IN ('V', 'P')");
 }
 
-// Without owner_sid, a varbinary.
-SystemView Databases() {
-    ViewBuilder view(Schema, "databases");
-    view.Add(Sysname("name", false), "d.column2")
-        .Add(Int("database_id", false), "d.column1")
-        .AddNulls({Int("source_database_id")})
-        .Add(DateTime("create_date", false), "d.column3")
-        .Add(TinyInt("compatibility_level", false), "160")
-        .Add(Sysname("collation_name"), '\'' + std::string(Collation::Name) + '\'')
-        .Add(TinyInt("user_access"), "0")
-        .Add(NVarChar("user_access_desc", 60), "'MULTI_USER'")
-        .Add(Bit("is_read_only"), "0")
-        .Add(Bit("is_auto_close_on", false), "0")
-        .Add(Bit("is_auto_shrink_on"), "0")
-        .Add(TinyInt("state"), "0")
-        .Add(NVarChar("state_desc", 60), "'ONLINE'")
-        .Add(Bit("is_in_standby"), "0")
-        .Add(Bit("is_cleanly_shutdown"), "0")
-        .Add(Bit("is_supplemental_logging_enabled"), "0")
-        .Add(TinyInt("snapshot_isolation_state"), "0")
-        .Add(NVarChar("snapshot_isolation_state_desc", 60), "'OFF'")
-        .Add(Bit("is_read_committed_snapshot_on"), "0")
-        .Add(TinyInt("recovery_model"), "3")
-        .Add(NVarChar("recovery_model_desc", 60), "'SIMPLE'");
-    return view.From("FROM :databases d");
-}
-
-// The list of objects as older programs know it.
-SystemView OldObjects() {
-    ViewBuilder view(Schema, "sysobjects");
-    view.Add(Sysname("name", false), "o.name")
-        .Add(Int("id", false), "o.object_id")
-        .Add(Char("xtype", 2, false), ObjectType)
-        .Add(SmallInt("uid"), "o.schema_id")
-        .Add(SmallInt("info"), "0")
-        .Add(Int("status"), "0")
-        .Add(Int("base_schema_ver"), "0")
-        .Add(Int("replinfo"), "0")
-        .Add(Int("parent_obj", false), "o.parent_id")
-        .Add(DateTime("crdate", false), "o.created")
-        .Add(SmallInt("ftcatid"), "0")
-        .Add(Int("schema_ver"), "0")
-        .Add(Int("stats_schema_ver"), "0")
-        .Add(Char("type", 2),
-             "CASE WHEN o.type IN ('PK', 'UQ') THEN 'K ' ELSE " + std::string(ObjectType) + " END")
-        .Add(SmallInt("userstat"), "o.type = 'U'")
-        .Add(SmallInt("sysstat"),
-             "CASE o.type WHEN 'U' THEN 3 WHEN 'V' THEN 2 WHEN 'P' THEN 4"
-             " ELSE 0 END")
-        .Add(SmallInt("indexdel"), "0")
-        .Add(DateTime("refdate", false), "o.created")
-        .Add(Int("version"), "0");
-    for (const char* name : {"deltrig", "instrig", "updtrig", "seltrig", "category"}) {
-        view.Add(Int(name), "0");
-    }
-    view.Add(SmallInt("cache"), "0");
-    return view.From("FROM $q_objects o");
-}
-
 }  // namespace
 
 std::vector<SystemView> SysViews() {
-    return {Objects("objects", ""),
-            Objects("tables", "U"),
-            Objects("views", "V"),
-            Objects("procedures", "P"),
-            Columns(),
-            Parameters(),
-            Types(),
-            Schemas(),
-            Indexes(),
-            IndexColumns(),
-            SqlModules(),
-            Databases(),
-            OldObjects()};
+    return {Columns(), Parameters(), Types(), Schemas(), Indexes(), IndexColumns(), SqlModules()};
 }
 
 }  // namespace quarv::localdb::catalog

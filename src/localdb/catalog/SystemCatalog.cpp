@@ -1,6 +1,7 @@
 #include "localdb/catalog/SystemCatalog.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "localdb/catalog/OpenServer.h"
 #include "localdb/engine/ObjectInfo.h"
@@ -16,7 +17,8 @@ QString ViewKey(const QString& schema, const QString& name) {
 }  // namespace
 
 SystemCatalog::SystemCatalog() : views_(InformationSchemaViews()) {
-    for (engine::SystemView& view : SysViews()) views_.push_back(std::move(view));
+    for (auto* list : {SysViews, ObjectViews, DatabaseViews, OldViews}) AddViews(list());
+    AddViews(AllViews(views_));
     std::sort(views_.begin(), views_.end(), [](const auto& a, const auto& b) {
         return ViewKey(a.schema, a.name) < ViewKey(b.schema, b.name);
     });
@@ -32,6 +34,10 @@ SystemCatalog::SystemCatalog() : views_(InformationSchemaViews()) {
     for (size_t i = 0; i < procedures_.size(); ++i) {
         proceduresByName_.insert(procedures_[i].name.toCaseFolded(), i);
     }
+}
+
+void SystemCatalog::AddViews(std::vector<engine::SystemView> views) {
+    std::move(views.begin(), views.end(), std::back_inserter(views_));
 }
 
 const engine::SystemView* SystemCatalog::FindView(const QString& schema,

@@ -18,6 +18,8 @@ class SystemCatalog : public engine::SystemObjects {
     const std::vector<engine::SystemView>& Views() const override { return views_; }
 
   private:
+    void AddViews(std::vector<engine::SystemView> views);
+
     std::vector<engine::SystemView> views_;
     std::vector<engine::SystemProcedure> procedures_;
     QHash<QString, size_t> viewsByName_;
@@ -27,6 +29,11 @@ class SystemCatalog : public engine::SystemObjects {
 // What the files of this folder bring.
 std::vector<engine::SystemView> InformationSchemaViews();
 std::vector<engine::SystemView> SysViews();
+std::vector<engine::SystemView> ObjectViews();
+std::vector<engine::SystemView> DatabaseViews();
+std::vector<engine::SystemView> OldViews();
+// Those that list the system's views, which are `known` and not these.
+std::vector<engine::SystemView> AllViews(const std::vector<engine::SystemView>& known);
 std::vector<engine::SystemProcedure> ServerProcedures();
 std::vector<engine::SystemProcedure> TablesProcedures();
 std::vector<engine::SystemProcedure> RoutinesProcedures();

@@ -15,7 +15,8 @@ FunctionTable AllFunctions() {
     FunctionTable all;
     for (const auto& table :
          {TextFunctions(), TextEditFunctions(), TextSearchFunctions(), NumberFunctions(),
-          MathFunctions(), DateFunctions(), DateMakers(), ChoiceFunctions(), SystemFunctions()}) {
+          MathFunctions(), DateFunctions(), DateMakers(), ChoiceFunctions(), SystemFunctions(),
+          MetadataFunctions(), ServerFunctions()}) {
         for (const FunctionEntry& entry : table) all.insert(entry.name.toString(), &entry);
     }
     return all;

@@ -81,6 +81,23 @@ std::optional<ObjectInfo> Metadata::FindTemporary(const QString& name) {
     return object;
 }
 
+QString Metadata::SchemaName(int64_t schemaId) {
+    SqliteStatement& row = Cached("SELECT name FROM $q_schemas WHERE schema_id = ?1");
+    row.Bind(1, schemaId);
+    const QString name = row.Step() ? row.String(0) : QString();
+    row.Reset();
+    return name;
+}
+
+bool Metadata::HasChild(int64_t parentId, const QString& type) {
+    SqliteStatement& row =
+        Cached("SELECT 1 FROM $q_objects WHERE parent_id = ?1 AND parent_id <> 0 AND type = ?2");
+    row.Bind(1, parentId).Bind(2, type);
+    const bool found = row.Step();
+    row.Reset();
+    return found;
+}
+
 std::optional<ObjectInfo> Metadata::Find(const QString& schema, const QString& name) {
     const bool temporary = database_.id == DatabaseList::TemporaryId && name.startsWith(u'#');
     if (temporary && name == TemporaryTables::WrittenName(name)) return FindTemporary(name);

@@ -24,6 +24,10 @@ class Metadata {
     std::optional<ObjectInfo> Find(int64_t objectId);
     // Nothing where there is no such schema; empty means dbo.
     std::optional<int> FindSchema(const QString& schema);
+    // Null where there is no such schema.
+    QString SchemaName(int64_t schemaId);
+    // Whether an object of that type belongs to the parent.
+    bool HasChild(int64_t parentId, const QString& type);
     TableInfo LoadTable(const ObjectInfo& object);
     // The checks and foreign keys of a table and those that refer to it.
     void LoadConstraints(TableInfo& table);

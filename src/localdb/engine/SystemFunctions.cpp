@@ -71,7 +71,7 @@ BoundPtr BindObjectName(Arguments arguments) {
 }  // namespace
 
 std::span<const FunctionEntry> SystemFunctions() {
-    static constexpr std::array<FunctionEntry, 18> Table = {{
+    static constexpr std::array<FunctionEntry, 17> Table = {{
         {u"getdate", 0, 0, BindSystemValue<SystemValue::Now>},
         {u"current_timestamp", 0, 0, BindSystemValue<SystemValue::Now>},
         {u"getutcdate", 0, 0, BindSystemValue<SystemValue::UtcNow>},
@@ -83,7 +83,6 @@ std::span<const FunctionEntry> SystemFunctions() {
         {u"suser_sname", 0, 0, BindSystemValue<SystemValue::LoginName>},
         {u"original_login", 0, 0, BindSystemValue<SystemValue::LoginName>},
         {u"system_user", 0, 0, BindSystemValue<SystemValue::LoginName>},
-        {u"user_name", 0, 0, BindSystemValue<SystemValue::UserName>},
         {u"current_user", 0, 0, BindSystemValue<SystemValue::UserName>},
         {u"session_user", 0, 0, BindSystemValue<SystemValue::UserName>},
         {u"user", 0, 0, BindSystemValue<SystemValue::UserName>},
