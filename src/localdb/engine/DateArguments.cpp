@@ -1,5 +1,6 @@
 #include "localdb/engine/DateArguments.h"
 
+#include "localdb/engine/DateParts.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TextNumber.h"
 
@@ -24,16 +25,29 @@ BoundPtr AsDate(BoundPtr value, int number, const QString& function) {
 }
 
 Moment MomentOf(const SqlValue& value, const SqlType& type) {
-    if (ClassOf(type) != TypeClass::Text) return Moment::Load(type.kind, value.integer);
-    const std::optional<Moment> parsed = Moment::Parse(value.text);
+    if (ClassOf(type) != TypeClass::Text) {
+        return Moment::Load(type.kind, value.integer, value.offset);
+    }
+    const std::optional<Moment> parsed = Moment::Parse(value.text, TypeKind::DateTimeOffset);
     if (parsed) return *parsed;
     const bool day = TextNumber::LooksLikeDate(value.text);
     throw SqlError(day ? 242 : 241, {type.Name(), QStringLiteral("datetime")});
 }
 
+Moment InUtc(Moment moment) {
+    const int offset = moment.offset;
+    moment.offset = 0;
+    // At both ends of the calendar the clock stays as it is.
+    DateParts::Add(DatePart::Minute, -offset, moment);
+    return moment;
+}
+
 std::optional<SqlValue> ValueOf(const Moment& moment, const SqlType& type) {
-    const std::optional<int64_t> stored = moment.Store(type.kind);
-    return stored ? std::optional(SqlValue::Integer(*stored)) : std::nullopt;
+    const std::optional<int64_t> stored = moment.Store(type);
+    if (!stored) return std::nullopt;
+    SqlValue value = SqlValue::Integer(*stored);
+    if (type.kind == TypeKind::DateTimeOffset) value.offset = static_cast<int16_t>(moment.offset);
+    return value;
 }
 
 }  // namespace quarv::localdb::engine

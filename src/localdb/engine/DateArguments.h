@@ -11,6 +11,8 @@ namespace quarv::localdb::engine {
 BoundPtr AsDate(BoundPtr value, int number, const QString& function);
 // The moment of a value that AsDate let through. Raises SqlError 241 or 242.
 Moment MomentOf(const SqlValue& value, const SqlType& type);
+// The same moment by the clock of UTC.
+Moment InUtc(Moment moment);
 // `moment` as a value of a date or time type; nothing where that has no room for it.
 std::optional<SqlValue> ValueOf(const Moment& moment, const SqlType& type);
 

@@ -106,8 +106,8 @@ BoundPtr BindDateAdd(const QString& function, const QString& word, Arguments arg
 
 template <bool Big>
 SqlValue Difference(const BoundCall& call, const SqlValue* a, const Evaluation&) {
-    const Moment from = MomentOf(a[0], call.parts[0]->type);
-    const Moment to = MomentOf(a[1], call.parts[1]->type);
+    const Moment from = InUtc(MomentOf(a[0], call.parts[0]->type));
+    const Moment to = InUtc(MomentOf(a[1], call.parts[1]->type));
     const std::optional<int64_t> count = DateParts::Between(PartOf(call), from, to);
     const bool fits = count && (Big || *count == static_cast<int32_t>(*count));
     if (!fits) {

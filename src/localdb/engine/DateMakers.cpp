@@ -1,5 +1,6 @@
 // The functions that make dates out of numbers, EOMONTH and ISDATE.
 #include <array>
+#include <cstdlib>
 
 #include "localdb/engine/DateArguments.h"
 #include "localdb/engine/DateParts.h"
@@ -62,6 +63,63 @@ SqlValue MakeSmallDateTime(const BoundCall& call, const SqlValue* a, const Evalu
     return Made(call, moment, valid);
 }
 
+// The fraction counts units of the scale's last digit.
+bool SetFraction(Moment& moment, const SqlValue& fraction, int scale) {
+    int64_t units = 1, ticks = 10'000'000;
+    for (int i = 0; i < scale; ++i) {
+        units *= 10;
+        ticks /= 10;
+    }
+    if (!Within(fraction, units)) return false;
+    moment.fraction = static_cast<int>(fraction.integer * ticks);
+    return true;
+}
+
+SqlValue MakeTime(const BoundCall& call, const SqlValue* a, const Evaluation&) {
+    Moment moment;
+    const bool valid = SetClock(moment, a, 3) && SetFraction(moment, a[3], call.type.scale);
+    return Made(call, moment, valid);
+}
+
+SqlValue MakeDateTime2(const BoundCall& call, const SqlValue* a, const Evaluation&) {
+    Moment moment;
+    const bool valid = SetDate(moment, a) && SetClock(moment, a + 3, 3) &&
+                       SetFraction(moment, a[6], call.type.scale);
+    return Made(call, moment, valid);
+}
+
+// Hours and minutes of the offset have one sign.
+bool SetOffset(Moment& moment, int64_t hours, int64_t minutes) {
+    const bool mixed = (hours < 0 && minutes > 0) || (hours > 0 && minutes < 0);
+    if (mixed || minutes <= -60 || minutes >= 60 || hours < -14 || hours > 14) return false;
+    moment.offset = static_cast<int>(hours * 60 + minutes);
+    return std::abs(moment.offset) <= Moment::MaxOffset;
+}
+
+SqlValue MakeDateTimeOffset(const BoundCall& call, const SqlValue* a, const Evaluation&) {
+    Moment moment;
+    const bool valid = SetDate(moment, a) && SetClock(moment, a + 3, 3) &&
+                       SetFraction(moment, a[6], call.type.scale) &&
+                       SetOffset(moment, a[7].integer, a[8].integer);
+    return Made(call, moment, valid);
+}
+
+// The last argument is the scale, which the type needs to be a constant.
+template <TypeKind Kind, Compute Function>
+BoundPtr BindScaledMaker(Arguments arguments) {
+    const BoundExpression& scale = *arguments.back();
+    const bool known = scale.IsConstant() && ClassOf(scale.type) == TypeClass::Integer;
+    const SqlValue value = known ? static_cast<const BoundConstant&>(scale).Value() : SqlValue();
+    if (value.IsNull() || value.integer < 0 || value.integer > 7) {
+        throw SqlError(10760, {MakeType(Kind).Name()});
+    }
+    for (BoundPtr& argument : arguments) {
+        argument = ExpressionBinder::Convert(std::move(argument), IntType());
+    }
+    const SqlType type = MakeType(Kind, 0, 0, static_cast<int>(value.integer));
+    return MakeCall(Function, type, std::move(arguments));
+}
+
 template <TypeKind Kind, Compute Function>
 BoundPtr BindMaker(Arguments arguments) {
     for (BoundPtr& argument : arguments) {
@@ -110,10 +168,65 @@ BoundPtr BindIsDate(Arguments arguments) {
     return call;
 }
 
+// "+hh:mm" or a number of minutes. Nothing where it is none.
+std::optional<int> OffsetOf(const SqlValue& value, const SqlType& type) {
+    if (ClassOf(type) != TypeClass::Text) {
+        if (std::abs(value.integer) > Moment::MaxOffset) return std::nullopt;
+        return static_cast<int>(value.integer);
+    }
+    const std::string_view text = value.text;
+    if (text.size() != 6 || text[3] != ':' || (text[0] != '+' && text[0] != '-')) return {};
+    int digits = 0;
+    for (const size_t place : {1, 2, 4, 5}) {
+        if (text[place] < '0' || text[place] > '9') return std::nullopt;
+        digits = digits * 10 + (text[place] - '0');
+    }
+    const int minutes = digits / 100 * 60 + digits % 100;
+    if (digits % 100 > 59 || minutes > Moment::MaxOffset) return std::nullopt;
+    return text[0] == '-' ? -minutes : minutes;
+}
+
+// SWITCHOFFSET keeps the moment, TODATETIMEOFFSET the clock.
+template <bool KeepsMoment>
+SqlValue WithOffset(const BoundCall& call, const SqlValue* a, const Evaluation&) {
+    const std::optional<int> offset = OffsetOf(a[1], call.parts[1]->type);
+    if (!offset) throw SqlError(9812);
+    if (KeepsMoment) {
+        SqlValue value = a[0];
+        value.offset = static_cast<int16_t>(*offset);
+        return value;
+    }
+    Moment moment = MomentOf(a[0], call.parts[0]->type);
+    moment.offset = *offset;
+    const std::optional<SqlValue> value = ValueOf(moment, call.type);
+    if (!value) throw SqlError(517, {call.type.Name()});
+    return *value;
+}
+
+template <bool KeepsMoment>
+BoundPtr BindWithOffset(Arguments arguments) {
+    const SqlType& from = arguments[0]->type;
+    const bool moment = ClassOf(from) == TypeClass::Moment && !arguments[0]->untypedNull;
+    const int scale = moment && HasTimeScale(from.kind) ? from.scale : 7;
+    const SqlType type = MakeType(TypeKind::DateTimeOffset, 0, 0, scale);
+    const SqlType first = KeepsMoment ? type : MakeType(TypeKind::DateTime2, 0, 0, scale);
+    arguments[0] = ExpressionBinder::Convert(std::move(arguments[0]), first);
+    if (ClassOf(arguments[1]->type) != TypeClass::Text) {
+        arguments[1] = ExpressionBinder::Convert(std::move(arguments[1]), IntType());
+    }
+    return MakeCall(WithOffset<KeepsMoment>, type, std::move(arguments));
+}
+
 }  // namespace
 
 std::span<const FunctionEntry> DateMakers() {
-    static constexpr std::array<FunctionEntry, 5> Table = {{
+    static constexpr std::array<FunctionEntry, 10> Table = {{
+        {u"timefromparts", 5, 5, BindScaledMaker<TypeKind::Time, MakeTime>},
+        {u"datetime2fromparts", 8, 8, BindScaledMaker<TypeKind::DateTime2, MakeDateTime2>},
+        {u"datetimeoffsetfromparts", 10, 10,
+         BindScaledMaker<TypeKind::DateTimeOffset, MakeDateTimeOffset>},
+        {u"switchoffset", 2, 2, BindWithOffset<true>},
+        {u"todatetimeoffset", 2, 2, BindWithOffset<false>},
         {u"datefromparts", 3, 3, BindMaker<TypeKind::Date, MakeDate>},
         {u"datetimefromparts", 7, 7, BindMaker<TypeKind::DateTime, MakeDateTime>},
         {u"smalldatetimefromparts", 5, 5, BindMaker<TypeKind::SmallDateTime, MakeSmallDateTime>},

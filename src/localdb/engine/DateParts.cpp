@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 namespace quarv::localdb::engine {
 
@@ -178,7 +179,7 @@ int DateParts::Read(DatePart part, const Moment& moment, int firstDay) {
         case DatePart::IsoWeek:
             return IsoWeekOf(moment);
         case DatePart::TimeZone:
-            break;
+            return moment.offset;
     }
     return 0;
 }
@@ -189,6 +190,13 @@ QString DateParts::Name(DatePart part, const Moment& moment, int firstDay) {
     }
     if (part == DatePart::Weekday) {
         return QString::fromUtf16(DayNames[static_cast<size_t>(DayOfWeek(moment.Days()) - 1)]);
+    }
+    if (part == DatePart::TimeZone) {
+        const int minutes = std::abs(moment.offset);
+        return QStringLiteral("%1%2:%3")
+            .arg(QLatin1Char(moment.offset < 0 ? '-' : '+'))
+            .arg(minutes / 60, 2, 10, QChar(u'0'))
+            .arg(minutes % 60, 2, 10, QChar(u'0'));
     }
     return QString::number(Read(part, moment, firstDay));
 }

@@ -35,9 +35,9 @@ class DateParts {
     static QString NameOf(DatePart part);
     static bool IsClock(DatePart part);  // hour and smaller
 
-    // `firstDay` is the week's first day: 1 is Monday, 7 is Sunday. Time zones are not known here.
+    // `firstDay` is the week's first day: 1 is Monday, 7 is Sunday. A time zone is in minutes.
     static int Read(DatePart part, const Moment& moment, int firstDay);
-    // The name of a month or a weekday, else the number.
+    // The name of a month or a weekday, a time zone as +hh:mm, else the number.
     static QString Name(DatePart part, const Moment& moment, int firstDay);
     // False where the result lies outside the years 1 to 9999. A day that the month does not have
     // becomes the month's last.

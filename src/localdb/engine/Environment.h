@@ -32,6 +32,9 @@ enum class SystemValue : uint8_t {
     ProcId,
     Now,
     UtcNow,
+    FullNow,     // datetime2(7)
+    FullUtcNow,  // datetime2(7)
+    OffsetNow,   // datetimeoffset(7)
     DatabaseName,
     DatabaseId,
     LoginName,

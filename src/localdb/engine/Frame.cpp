@@ -33,9 +33,12 @@ void Frame::BeginStatement() {
 
 const Frame::Clock& Frame::TimeOfStatement() const {
     if (!clock_) {
-        const int64_t now = Moment::Now().Store(TypeKind::DateTime).value_or(0);
+        const Moment moment = Moment::Now();
+        const int64_t now = moment.Store(TypeKind::DateTime).value_or(0);
+        const int64_t full = moment.Store(TypeKind::DateTime2).value_or(0);
         const int offset = QDateTime::currentDateTime().offsetFromUtc();
-        clock_ = Clock{now, now - int64_t{offset} * 300};
+        clock_ = Clock{now, now - int64_t{offset} * 300, full, full - int64_t{offset} * 10'000'000,
+                       static_cast<int16_t>(offset / 60)};
     }
     return *clock_;
 }
@@ -143,6 +146,15 @@ SqlValue Frame::Ask(SystemValue what) const {
             return SqlValue::Integer(TimeOfStatement().now);
         case SystemValue::UtcNow:
             return SqlValue::Integer(TimeOfStatement().utcNow);
+        case SystemValue::FullNow:
+            return SqlValue::Integer(TimeOfStatement().fullNow);
+        case SystemValue::FullUtcNow:
+            return SqlValue::Integer(TimeOfStatement().fullUtcNow);
+        case SystemValue::OffsetNow: {
+            SqlValue value = SqlValue::Integer(TimeOfStatement().fullUtcNow);
+            value.offset = TimeOfStatement().offset;
+            return value;
+        }
         case SystemValue::Options:
             // ANSI_WARNINGS, ANSI_PADDING, ARITHABORT, QUOTED_IDENTIFIER, ANSI_NULL_DFLT_ON,
             // ANSI_NULLS, CONCAT_NULL_YIELDS_NULL; and NOCOUNT where it is on.

@@ -49,10 +49,13 @@ class Frame : public Environment {
     std::optional<int64_t> scopeIdentity;
 
   private:
-    // The statement's time, as datetime stores it.
+    // The statement's time, as datetime and as datetime2 stores it.
     struct Clock {
         int64_t now = 0;
         int64_t utcNow = 0;
+        int64_t fullNow = 0;
+        int64_t fullUtcNow = 0;
+        int16_t offset = 0;  // minutes that it is ahead of UTC
     };
 
     // Looked at once a statement, when it is asked for: the time zone's rules cost a look at files.

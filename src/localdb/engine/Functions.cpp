@@ -16,7 +16,7 @@ FunctionTable AllFunctions() {
     for (const auto& table :
          {TextFunctions(), TextEditFunctions(), TextSearchFunctions(), NumberFunctions(),
           MathFunctions(), DateFunctions(), DateMakers(), ChoiceFunctions(), SystemFunctions(),
-          MetadataFunctions(), ServerFunctions()}) {
+          HashFunctions(), MetadataFunctions(), ServerFunctions()}) {
         for (const FunctionEntry& entry : table) all.insert(entry.name.toString(), &entry);
     }
     return all;

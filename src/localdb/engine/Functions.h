@@ -54,6 +54,7 @@ std::span<const FunctionEntry> DateFunctions();
 std::span<const FunctionEntry> DateMakers();
 std::span<const FunctionEntry> ChoiceFunctions();
 std::span<const FunctionEntry> SystemFunctions();
+std::span<const FunctionEntry> HashFunctions();
 std::span<const FunctionEntry> MetadataFunctions();
 std::span<const FunctionEntry> ServerFunctions();
 

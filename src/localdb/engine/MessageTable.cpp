@@ -425,6 +425,8 @@ constexpr MessageText Table[] = {
     {9806, 16, 1, u"The datepart % is not supported by date function %."},
     {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
     {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
+    {9812, 16, 1,
+     u"The timezone provided to builtin function is invalid."},
     {9828, 16, 1,
      u"The second and third arguments of the TRANSLATE built-in function must contain an equal "
      u"number of "
@@ -438,6 +440,9 @@ constexpr MessageText Table[] = {
     {10741, 15, 2, u"A TOP can not be used in the same query or sub-query as a OFFSET."},
     {10742, 15, 1, u"The offset specified in a OFFSET clause may not be negative."},
     {10744, 15, 1, u"The number of rows provided for a FETCH clause must be greater then zero."},
+    {10760, 16, 1,
+     u"Scale argument is not valid. Valid expressions for data type % scale argument are integer "
+     u"constants and integer constant expressions."},
     {15009, 16, 1,
      u"The object '%' does not exist in database '%' or is invalid for this operation."},
     {15151, 16, 1, u"Cannot % the % '%', because it does not exist or you do not have permission."},

@@ -6,6 +6,7 @@
 #include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/Server.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SystemVariables.h"
 #include "localdb/engine/Utf8.h"
 #include "localdb/tsql/ObjectName.h"
 
@@ -140,8 +141,8 @@ SqlValue UserId(const BoundCall& call, const SqlValue* a, const Evaluation&) {
     return {};
 }
 
-SqlValue UserName(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
-    const int64_t id = call.parts.empty() ? 1 : a[0].integer;
+SqlValue UserName(const BoundCall&, const SqlValue* a, const Evaluation& evaluation) {
+    const int64_t id = a[0].integer;
     if (id < 0 || id >= static_cast<int64_t>(Users.size())) return {};
     return Keep(Users[static_cast<size_t>(id)].toString(), evaluation);
 }
@@ -211,6 +212,7 @@ BoundPtr BindNames(Arguments arguments) {
 }
 
 BoundPtr BindUserName(Arguments arguments) {
+    if (arguments.empty()) return MakeSystemValue(SystemValue::UserName);
     for (BoundPtr& argument : arguments) {
         argument = ExpressionBinder::Convert(std::move(argument), IntType());
     }

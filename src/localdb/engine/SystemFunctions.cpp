@@ -71,10 +71,13 @@ BoundPtr BindObjectName(Arguments arguments) {
 }  // namespace
 
 std::span<const FunctionEntry> SystemFunctions() {
-    static constexpr std::array<FunctionEntry, 17> Table = {{
+    static constexpr std::array<FunctionEntry, 20> Table = {{
         {u"getdate", 0, 0, BindSystemValue<SystemValue::Now>},
         {u"current_timestamp", 0, 0, BindSystemValue<SystemValue::Now>},
         {u"getutcdate", 0, 0, BindSystemValue<SystemValue::UtcNow>},
+        {u"sysdatetime", 0, 0, BindSystemValue<SystemValue::FullNow>},
+        {u"sysutcdatetime", 0, 0, BindSystemValue<SystemValue::FullUtcNow>},
+        {u"sysdatetimeoffset", 0, 0, BindSystemValue<SystemValue::OffsetNow>},
         {u"db_name", 0, 1, BindDbName},
         {u"db_id", 0, 1, BindDbId},
         {u"object_id", 1, 2, BindObjectId},

@@ -57,6 +57,11 @@ SqlType TypeOf(SystemValue what) {
         case SystemValue::Now:
         case SystemValue::UtcNow:
             return MakeType(TypeKind::DateTime);
+        case SystemValue::FullNow:
+        case SystemValue::FullUtcNow:
+            return MakeType(TypeKind::DateTime2, 0, 0, 7);
+        case SystemValue::OffsetNow:
+            return MakeType(TypeKind::DateTimeOffset, 0, 0, 7);
         default:
             return IntType();
     }

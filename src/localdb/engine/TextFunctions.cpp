@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/CodePage1252.h"
 #include "localdb/engine/Collation.h"
 #include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/SqlError.h"
@@ -204,23 +205,14 @@ BoundPtr BindConcat(Arguments arguments) {
     return call;
 }
 
-// What the code page of varchar (Windows-1252) has at 0x80 to 0x9F; elsewhere it is Latin-1. Places
-// without a character stand for themselves.
-constexpr std::array<char16_t, 32> CodePagePart = {
-    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
-
+// Of the code page that varchar has.
 char32_t FromCodePage(int64_t number) {
-    const bool part = number >= 0x80 && number < 0xA0;
-    return part ? CodePagePart[static_cast<size_t>(number - 0x80)] : static_cast<char32_t>(number);
+    const auto byte = static_cast<std::byte>(number);
+    return TextOfCp1252({&byte, 1}).at(0).unicode();
 }
 
-// A question mark for what the code page does not have.
 int64_t ToCodePage(char32_t code) {
-    if (code < 0x80 || (code >= 0xA0 && code <= 0xFF)) return code;
-    const auto* found = std::find(CodePagePart.begin(), CodePagePart.end(), code);
-    return found != CodePagePart.end() ? 0x80 + (found - CodePagePart.begin()) : '?';
+    return code > 0xFFFF ? '?' : Cp1252Of(static_cast<char16_t>(code));
 }
 
 SqlValue Character(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
