@@ -52,12 +52,44 @@ SystemView Over(const char* name, const std::string& system, bool withUsers, boo
     return view.From(from + ") o");
 }
 
+// Rows of the form of $q_columns, as far as sys.columns reads them.
+std::string SystemColumnRows(const std::vector<SystemView>& views) {
+    std::string rows;
+    int number = 0;
+    for (const SystemView& view : views) {
+        --number;
+        int columnNumber = 0;
+        for (const engine::Column& column : view.columns) {
+            const bool sysname = column.type == engine::SysnameType();
+            rows += rows.empty() ? "VALUES (" : ", (";
+            rows += std::to_string(number) + ", " + std::to_string(++columnNumber) + ", '" +
+                    engine::ToUtf8(column.name) + "', " +
+                    std::to_string(engine::PackType(column.type)) + ", " +
+                    std::to_string(column.nullable) + ", " + std::to_string(sysname) + ')';
+        }
+    }
+    return rows;
+}
+
+constexpr const char* ColumnForm =
+    "(SELECT column1 AS object_id, column2 AS column_id, column3 AS name, column4 AS type,"
+    " column5 AS nullable, column6 AS is_sysname, 0 AS default_id, 0 AS user_type,"
+    " 0 AS is_rowguid, NULL AS computed FROM (";
+constexpr const char* UserColumns =
+    " UNION ALL SELECT object_id, column_id, name, type, nullable, is_sysname, default_id,"
+    " user_type, is_rowguid, computed FROM $q_columns)";
+
 }  // namespace
 
 std::vector<SystemView> AllViews(const std::vector<SystemView>& known) {
     const std::string rows = SystemRows(known);
-    return {Over("all_objects", rows, true, false), Over("all_views", rows, true, true),
-            Over("system_objects", rows, false, false), Over("system_views", rows, false, true)};
+    const std::string system = ColumnForm + SystemColumnRows(known) + ')';
+    return {Over("all_objects", rows, true, false),
+            Over("all_views", rows, true, true),
+            Over("system_objects", rows, false, false),
+            Over("system_views", rows, false, true),
+            ColumnsOver("all_columns", system + UserColumns),
+            ColumnsOver("system_columns", system + ')')};
 }
 
 }  // namespace quarv::localdb::catalog

@@ -56,9 +56,7 @@ SystemView Tables() {
     ViewBuilder view(Schema, "tables");
     AddObjectColumns(view);
     view.AddNulls({Int("lob_data_space_id"), Int("filestream_data_space_id")})
-        .Add(Int("max_column_id_used", false),
-             "(SELECT coalesce(max(c.column_id), 0) FROM $q_columns c"
-             " WHERE c.object_id = o.object_id)");
+        .Add(Int("max_column_id_used", false), "o.max_column");
     AddZeroBits(view, {"lock_on_bulk_load"}, false);
     view.Add(Bit("uses_ansi_nulls"), "1");
     AddZeroBits(view, {"is_replicated", "has_replication_filter", "is_merge_published",

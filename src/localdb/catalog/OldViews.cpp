@@ -46,8 +46,8 @@ SystemView OldObjects() {
 // Columns of tables and views, and parameters of procedures behind them.
 constexpr const char* ColumnRows =
     "FROM (SELECT object_id, name, column_id AS number, type, nullable, default_id, is_sysname,"
-    " 0 AS parameter, 0 AS output FROM $q_columns"
-    " UNION ALL SELECT object_id, name, parameter_id, type, 1, 0, 0, 1, is_output"
+    " 0 AS parameter, 0 AS output, computed FROM $q_columns"
+    " UNION ALL SELECT object_id, name, parameter_id, type, 1, 0, 0, 1, is_output, NULL"
     " FROM $q_parameters) c";
 
 // Digits of numbers, else the length in characters.
@@ -85,7 +85,7 @@ SystemView OldColumns() {
         .Add(SmallInt("usertype"), "q_type_number(c.type)")
         .Add(SmallInt("prec"), OldPrecision)
         .Add(Int("scale"), "q_scale(c.type)")
-        .Add(Int("iscomputed"), "0")
+        .Add(Int("iscomputed"), "c.computed IS NOT NULL")
         .Add(Int("isoutparam"), "c.output")
         .Add(Int("isnullable"), "c.nullable")
         .Add(Sysname("collation"), CollationOfType());

@@ -32,6 +32,8 @@ std::vector<engine::SystemView> SysViews();
 std::vector<engine::SystemView> ObjectViews();
 std::vector<engine::SystemView> DatabaseViews();
 std::vector<engine::SystemView> OldViews();
+// A view of sys.columns' form over rows of the form of $q_columns.
+engine::SystemView ColumnsOver(const char* name, const std::string& rows);
 // Those that list the system's views, which are `known` and not these.
 std::vector<engine::SystemView> AllViews(const std::vector<engine::SystemView>& known);
 std::vector<engine::SystemProcedure> ServerProcedures();

@@ -425,8 +425,7 @@ constexpr MessageText Table[] = {
     {9806, 16, 1, u"The datepart % is not supported by date function %."},
     {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
     {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
-    {9812, 16, 1,
-     u"The timezone provided to builtin function is invalid."},
+    {9812, 16, 1, u"The timezone provided to builtin function is invalid."},
     {9828, 16, 1,
      u"The second and third arguments of the TRANSLATE built-in function must contain an equal "
      u"number of "

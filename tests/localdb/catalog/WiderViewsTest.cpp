@@ -1,0 +1,82 @@
+// The views beside the ones that every tool reads: what all objects are, who there is, and the
+// catalogue as older programs know it.
+#include "localdb/catalog/CatalogServer.h"
+
+namespace quarv::localdb::catalog {
+namespace {
+
+class WiderViewsTest : public CatalogServer {
+  protected:
+    WiderViewsTest() {
+        Prepare(
+            {"create table t(id int identity constraint PK_t primary key, name nvarchar(40) "
+             "not null, p decimal(9,3))",
+             "create unique index ux on t(name, p)", "create table heap(a bit)",
+             "create view v as select id from t",
+             "create procedure pr @a int, @b varchar(5) output as select @a"});
+    }
+};
+
+TEST_F(WiderViewsTest, TablesTellWhatTheyAreNot) {
+    EXPECT_EQ(Rows("select name, max_column_id_used, uses_ansi_nulls, lock_escalation_desc, "
+                   "is_memory_optimized, temporal_type_desc, history_table_id, is_external, "
+                   "ledger_type_desc from sys.tables order by name"),
+              Texts({"heap|1|1|TABLE|0|NON_TEMPORAL_TABLE|NULL|0|NON_LEDGER_TABLE",
+                     "t|3|1|TABLE|0|NON_TEMPORAL_TABLE|NULL|0|NON_LEDGER_TABLE"}));
+    EXPECT_EQ(Rows("select name, with_check_option, is_replicated from sys.views"),
+              Texts({"v|0|0"}));
+    EXPECT_EQ(Rows("select name, is_auto_executed from sys.procedures"), Texts({"pr|0"}));
+}
+
+TEST_F(WiderViewsTest, AllObjectsAreTheUsersAndTheSystems) {
+    EXPECT_EQ(Rows("select name, schema_id, is_ms_shipped from sys.all_objects "
+                   "where name in ('t', 'v', 'columns', 'objects') order by name, schema_id"),
+              Texts({"COLUMNS|3|1", "columns|4|1", "objects|4|1", "t|1|0", "v|1|0"}));
+    EXPECT_EQ(Rows("select name from sys.all_views where is_ms_shipped = 0"), Texts({"v"}));
+    EXPECT_EQ(Rows("select count(*) from sys.system_objects where object_id >= 0"), Texts({"0"}));
+    EXPECT_EQ(Rows("select name from sys.system_views where name = 'sysobjects'"),
+              Texts({"sysobjects"}));
+}
+
+TEST_F(WiderViewsTest, PrincipalsAreTheFixedOnes) {
+    EXPECT_EQ(Rows("select name, principal_id, type, default_schema_name, is_fixed_role from "
+                   "sys.database_principals where principal_id in (0, 1, 16384) "
+                   "order by principal_id"),
+              Texts({"public|0|R|NULL|0", "dbo|1|S|dbo|0", "db_owner|16384|R|NULL|1"}));
+    EXPECT_EQ(Rows("select uid, name, hasdbaccess, issqlrole from sysusers where uid < 2 "
+                   "order by uid"),
+              Texts({"0|public|0|1", "1|dbo|1|0"}));
+}
+
+TEST_F(WiderViewsTest, OlderProgramsFindColumnsAndParameters) {
+    EXPECT_EQ(Rows("select c.name, c.xtype, c.length, c.prec, c.scale, c.isnullable, c.status "
+                   "from syscolumns c join sysobjects o on o.id = c.id where o.name = 't' "
+                   "order by c.colid"),
+              Texts({"id|56|4|10|0|0|128", "name|231|80|40|NULL|0|0", "p|106|5|9|3|1|8"}));
+    EXPECT_EQ(Rows("select name, isoutparam, colid from dbo.syscolumns where id = object_id('pr') "
+                   "order by colid"),
+              Texts({"@a|0|1", "@b|1|2"}));
+}
+
+TEST_F(WiderViewsTest, OlderProgramsFindIndexesAndDatabases) {
+    EXPECT_EQ(Rows("select name, indid, status, keycnt from sysindexes "
+                   "where id in (object_id('t'), object_id('heap')) order by id, indid"),
+              Texts({"PK_t|1|2066|1", "ux|2|2|2", "NULL|0|0|0"}));
+    EXPECT_EQ(Rows("select name, cmptlevel from sysdatabases where dbid = 1"),
+              Texts({"master|160"}));
+}
+
+TEST_F(WiderViewsTest, DatabasesTellTheirOptions) {
+    EXPECT_EQ(Rows("select page_verify_option_desc, is_auto_create_stats_on, is_broker_enabled, "
+                   "log_reuse_wait_desc, containment_desc, is_encrypted, default_language_name "
+                   "from sys.databases where name = 'master'"),
+              Texts({"CHECKSUM|1|0|NOTHING|NONE|0|us_english"}));
+}
+
+TEST_F(WiderViewsTest, WhatIsNotThereIsNoObject) {
+    EXPECT_EQ(Run("select * from sys.configurations").messages,
+              Texts({"208 16 Invalid object name 'sys.configurations'."}));
+}
+
+}  // namespace
+}  // namespace quarv::localdb::catalog
