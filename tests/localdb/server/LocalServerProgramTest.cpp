@@ -1,13 +1,11 @@
 // quarv-localdb itself, with its engine and its sample, as clients meet it.
 #include <gmock/gmock.h>
 
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include "ClientRuns.h"
-#include "Files.h"
 #include "RequestFixture.h"
-#include "support/EndWithUs.h"
+#include "RunningProgram.h"
 
 namespace quarv::localdb::server {
 
@@ -15,44 +13,28 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr int PatienceMs = 60'000;
-
 // One server with the sample for all tests of the suite.
 class LocalServerProgramTest : public testing::Test {
   protected:
     static void SetUpTestSuite() {
         home_ = new QTemporaryDir;
-        WriteFile(home_->filePath(QStringLiteral("password")), "right\n");
-        process_ = new QProcess;
-        process_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        EndWithUs(*process_);
-        process_->start(QStringLiteral(LOCALDB_PROGRAM),
-                        {QStringLiteral("serve"), QStringLiteral("--data"),
-                         home_->filePath(QStringLiteral("data")), QStringLiteral("--listen"),
-                         QStringLiteral("127.0.0.1:0"), QStringLiteral("--login"),
-                         QStringLiteral("tester"), QStringLiteral("--password-file"),
-                         home_->filePath(QStringLiteral("password")), QStringLiteral("--sample")});
-        while (!process_->canReadLine() && process_->waitForReadyRead(PatienceMs)) {
-        }
-        const QByteArray line = process_->readLine().trimmed();
-        target_.port = line.mid(line.lastIndexOf(':') + 1).toUShort();
+        program_ = new RunningProgram(home_->path(), {QStringLiteral("--sample")});
+        target_.port = program_->Port();
     }
     static void TearDownTestSuite() {
-        process_->terminate();
-        EXPECT_TRUE(process_->waitForFinished(PatienceMs));
-        EXPECT_EQ(process_->exitCode(), 0);
-        delete process_;
+        EXPECT_EQ(program_->Stop(), 0);
+        delete program_;
         delete home_;
     }
     void SetUp() override { ASSERT_GT(target_.port, 0) << "the server does not serve"; }
 
     static QTemporaryDir* home_;
-    static QProcess* process_;
+    static RunningProgram* program_;
     static Target target_;
 };
 
 QTemporaryDir* LocalServerProgramTest::home_ = nullptr;
-QProcess* LocalServerProgramTest::process_ = nullptr;
+RunningProgram* LocalServerProgramTest::program_ = nullptr;
 Target LocalServerProgramTest::target_;
 
 tds::RpcParameter TextParameter(const char* text) {
