@@ -67,8 +67,9 @@ engine::SystemParameter Required(const Column& column) {
 }
 
 const std::string& CollationOfType() {
-    static const std::string sql = "CASE WHEN q_char_length(c.type) IS NOT NULL THEN '" +
-                                   std::string(engine::Collation::Name) + "' END";
+    static const std::string sql =
+        "CASE WHEN q_type_number(c.type) IN (35, 99, 167, 175, 231, 239) THEN '" +
+        std::string(engine::Collation::Name) + "' END";
     return sql;
 }
 

@@ -26,7 +26,7 @@ constexpr const char* ObjectTypeSql =
 
 // Whether the columns list shows the type's digits: numbers but bit, and dates without a clock.
 bool ShowsDigits(const SqlType& type) {
-    if (type.kind == TypeKind::Date) return true;
+    if (type.kind == TypeKind::Date || engine::HasTimeScale(type.kind)) return true;
     return engine::IsNumber(type) && type.kind != TypeKind::Bit;
 }
 

@@ -11,8 +11,8 @@ namespace {
 constexpr const char* Schema = "INFORMATION_SCHEMA";
 
 constexpr const char* CharacterSet =
-    "CASE WHEN q_type_number(c.type) IN (231, 239) THEN 'UNICODE'"
-    " WHEN q_char_length(c.type) IS NOT NULL THEN 'iso_1' END";
+    "CASE WHEN q_type_number(c.type) IN (99, 231, 239) THEN 'UNICODE'"
+    " WHEN q_type_number(c.type) IN (35, 167, 175) THEN 'iso_1' END";
 
 constexpr const char* ObjectsAndSchemas =
     "FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id";

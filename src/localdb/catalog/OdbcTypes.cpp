@@ -1,5 +1,6 @@
 #include "localdb/catalog/OdbcTypes.h"
 
+#include <algorithm>
 #include <array>
 
 #include "localdb/catalog/CatalogColumns.h"
@@ -10,7 +11,7 @@ namespace {
 
 using K = engine::TypeKind;
 
-constexpr std::array<OdbcType, 17> Types = {{
+constexpr std::array<OdbcType, 25> Types = {{
     {K::Bit, -7, -7, 0, -7, 0, 1, 1, -1, 50, 50},
     {K::TinyInt, -6, -6, 0, -6, 0, 3, 1, 0, 48, 38},
     {K::SmallInt, 5, 5, 0, 5, 0, 5, 2, 0, 52, 38},
@@ -26,20 +27,33 @@ constexpr std::array<OdbcType, 17> Types = {{
     {K::VarChar, 12, 12, -1, 12, 0, 0, 0, -1, 39, 39},
     {K::NChar, -8, -8, 0, -8, 0, 0, 0, -1, 47, 39},
     {K::NVarChar, -9, -9, -10, -9, 0, 0, 0, -1, 39, 39},
+    {K::Text, -1, -1, 0, -1, 0, 2147483647, 2147483647, -1, 35, 35},
+    {K::NText, -10, -10, 0, -10, 0, 1073741823, 2147483646, -1, 35, 35},
+    {K::Binary, -2, -2, 0, -2, 0, 0, 0, -1, 45, 37},
+    {K::VarBinary, -3, -3, -4, -3, 0, 0, 0, -1, 37, 37},
+    {K::Image, -4, -4, 0, -4, 0, 2147483647, 2147483647, -1, 34, 34},
+    {K::UniqueIdentifier, -11, -11, 0, -11, 0, 36, 16, -1, 37, 37},
+    {K::RowVersion, -2, -2, 0, -2, 0, 8, 8, -1, 45, 37},
+    {K::Xml, -152, -152, -152, -152, 0, 1073741823, 2147483646, -1, 0, 0},
     {K::SmallDateTime, 11, 93, 0, 9, 3, 16, 16, 0, 58, 111},
     {K::DateTime, 11, 93, 0, 9, 3, 23, 16, 3, 61, 111},
 }};
 
-// Dates came with ODBC 3; to ODBC 2 they are text.
-constexpr OdbcType DateType = {K::Date, -9, 91, 0, 9, 1, 10, 6, -1, 0, 0};
+// These are younger than ODBC 2, to which they are text.
+constexpr std::array<OdbcType, 4> YoungTypes = {{
+    {K::Time, -9, -154, 0, -154, 0, 0, 12, -1, 0, 0},
+    {K::DateTime2, -9, 93, 0, 9, 3, 0, 16, -1, 0, 0},
+    {K::DateTimeOffset, -9, -155, 0, -155, 0, 0, 20, -1, 0, 0},
+    {K::Date, -9, 91, 0, 9, 1, 10, 6, -1, 0, 0},
+}};
 
-constexpr auto WithDate() {
-    std::array<OdbcType, Types.size() + 1> all{};
-    for (size_t i = 0; i < Types.size(); ++i) all[i] = Types[i];
-    all.back() = DateType;
+constexpr auto Both() {
+    std::array<OdbcType, Types.size() + YoungTypes.size()> all{};
+    std::copy(Types.begin(), Types.end(), all.begin());
+    std::copy(YoungTypes.begin(), YoungTypes.end(), all.begin() + Types.size());
     return all;
 }
-constexpr auto Table = WithDate();
+constexpr auto Table = Both();
 
 std::string Number(int number, bool present) {
     return present ? std::to_string(number) : "NULL";
@@ -51,11 +65,14 @@ const char* const OdbcTypes::DataType =
     "CASE q_char_length(c.type) WHEN -1 THEN m.long_code ELSE m.code END";
 const char* const OdbcTypes::Precision =
     "CASE q_char_length(c.type) WHEN -1 THEN 2147483647 / m.unit"
-    " ELSE coalesce(m.size, q_precision(c.type), q_char_length(c.type)) END";
+    " ELSE coalesce(m.size, q_precision(c.type), q_char_length(c.type), q_moment_digits(c.type))"
+    " END";
 const char* const OdbcTypes::Length =
     "CASE q_char_length(c.type) WHEN -1 THEN 2147483647 / m.unit * m.unit"
     " ELSE coalesce(m.bytes, q_precision(c.type) + 2, q_octet_length(c.type)) END";
-const char* const OdbcTypes::Scale = "coalesce(m.scale, q_scale(c.type))";
+const char* const OdbcTypes::Scale =
+    "coalesce(m.scale, q_scale(c.type), CASE WHEN q_type_number(c.type) IN (41, 42, 43)"
+    " THEN q_moment_scale(c.type) END)";
 
 std::span<const OdbcType> OdbcTypes::All() {
     return Table;

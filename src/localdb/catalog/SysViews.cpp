@@ -15,8 +15,8 @@ constexpr int SysnameNumber = 256;
 
 // The digits that the types have which are no numbers by these views' count.
 constexpr const char* PrecisionOfType =
-    "CASE q_type_number(c.type) WHEN 104 THEN 1 WHEN 40 THEN 10 WHEN 58 THEN 16 WHEN 61 THEN 23"
-    " ELSE coalesce(q_precision(c.type), 0) END";
+    "CASE q_type_number(c.type) WHEN 104 THEN 1"
+    " ELSE coalesce(q_precision(c.type), q_moment_digits(c.type), 0) END";
 constexpr const char* ScaleOfType = "coalesce(q_scale(c.type), q_moment_scale(c.type), 0)";
 
 // An alias type's number where the column has one.

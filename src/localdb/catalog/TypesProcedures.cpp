@@ -20,6 +20,9 @@ constexpr int MaxBytes = 8000;
 constexpr int MaxDigits = 38;
 
 // SQL_PRED_BASIC and SQL_SEARCHABLE of "SQLGetTypeInfo Function".
+constexpr int MaxTimeScale = 7;
+constexpr int64_t NotSearchable = 0;
+constexpr int64_t OnlyLike = 1;
 constexpr int64_t WithoutLike = 2;
 constexpr int64_t WithLike = 3;
 
@@ -58,10 +61,17 @@ ClassRules RulesOf(const OdbcType& type) {
     const bool wide = engine::IsUnicode(type.kind);
     const bool fixed = engine::IsFixedLength(type.kind);
     switch (engine::FactsOf(type.kind).cls) {
+        case TypeClass::Guid:
+            return {"'", "'", nullptr, false};
+        case TypeClass::Binary: {
+            const bool plain = type.length != 0;
+            return {"0x", nullptr, plain ? nullptr : fixed ? "length" : "max length", false};
+        }
         case TypeClass::Text:
+            if (type.length != 0) return {wide ? "N'" : "'", "'", nullptr, false};
             return {wide ? "N'" : "'", "'", fixed ? "length" : "max length", false};
         case TypeClass::Moment:
-            return {"'", "'", nullptr, false};
+            return {"'", "'", type.precision == 0 ? "scale" : nullptr, false};
         case TypeClass::Money:
             return {"$", nullptr, nullptr, true};
         case TypeClass::Decimal:
@@ -73,7 +83,9 @@ ClassRules RulesOf(const OdbcType& type) {
 
 int64_t LargestPrecision(const OdbcType& type) {
     if (type.precision != 0) return type.precision;
-    if (engine::FactsOf(type.kind).cls == TypeClass::Decimal) return MaxDigits;
+    const engine::TypeFacts& facts = engine::FactsOf(type.kind);
+    if (facts.cls == TypeClass::Decimal) return MaxDigits;
+    if (facts.cls == TypeClass::Moment) return facts.precision;
     return engine::IsUnicode(type.kind) ? MaxBytes / 2 : MaxBytes;
 }
 
@@ -85,11 +97,21 @@ OwnedValue NumberIf(bool present, int64_t number) {
     return present ? Value(number) : Null();
 }
 
+// The old long texts are found by LIKE alone, what is no text by everything else.
+int64_t Searchable(const OdbcType& type) {
+    if (type.kind == TypeKind::Image || type.kind == TypeKind::Xml) return NotSearchable;
+    if (engine::IsOldLong(type.kind)) return OnlyLike;
+    const TypeClass cls = engine::FactsOf(type.kind).cls;
+    return cls == TypeClass::Text || cls == TypeClass::Moment ? WithLike : WithoutLike;
+}
+
 // `identity`: the type's row as that of an identity column.
 std::vector<OwnedValue> TypeRow(const OdbcType& type, bool identity, int64_t version) {
     const ClassRules rules = RulesOf(type);
     const TypeClass cls = engine::FactsOf(type.kind).cls;
     const bool decimal = cls == TypeClass::Decimal;
+    const bool timed = engine::HasTimeScale(type.kind);
+    const bool ranged = decimal || timed;
     const bool scaled = type.scale >= 0;
     QString name = QString::fromUtf16(engine::FactsOf(type.kind).name);
     if (identity) name += QStringLiteral(" identity");
@@ -101,13 +123,15 @@ std::vector<OwnedValue> TypeRow(const OdbcType& type, bool identity, int64_t ver
             Maybe(rules.parameters),
             Value(int64_t{identity ? 0 : 1}),
             Value(int64_t{0}),
-            Value(cls == TypeClass::Text || cls == TypeClass::Moment ? WithLike : WithoutLike),
+            Value(Searchable(type)),
             NumberIf(rules.number, type.kind == TypeKind::TinyInt ? 1 : 0),
             Value(int64_t{cls == TypeClass::Money ? 1 : 0}),
             NumberIf(rules.number, identity ? 1 : 0),
             Value(name),
-            NumberIf(scaled || decimal, decimal ? 0 : type.scale),
-            NumberIf(scaled || decimal, decimal ? MaxDigits : type.scale),
+            NumberIf(scaled || ranged, ranged ? 0 : type.scale),
+            NumberIf(scaled || ranged, decimal ? MaxDigits
+                                       : timed ? MaxTimeScale
+                                               : type.scale),
             Value(int64_t{type.sqlType}),
             NumberIf(type.subcode != 0, type.subcode),
             NumberIf(rules.number, 10),

@@ -109,6 +109,11 @@ BoundPtr MakeAggregate(const QString& name, BoundPtr argument, bool distinct) {
     }
     const bool sums = entry.kind == AggregateKind::Sum || entry.kind == AggregateKind::Average;
     if (sums && distinct) throw SqlError(40517, {name.toUpper() + QStringLiteral("(DISTINCT)")});
+    const bool ordered = distinct || !counts;
+    if (argument && ordered &&
+        (IsOldLong(argument->type.kind) || argument->type.kind == TypeKind::Xml)) {
+        throw SqlError(8117, {argument->type.Name(), QString::fromUtf16(entry.operation)});
+    }
     auto node = std::make_unique<BoundAggregate>(entry.kind, distinct);
     if (counts) {
         node->type = entry.kind == AggregateKind::Count ? IntType() : MakeType(TypeKind::BigInt);

@@ -15,12 +15,29 @@ namespace {
 
 using Number = std::optional<int>;
 
+constexpr int LargestLong = 2147483647;
+
+// Characters and bytes alike; a rowversion is neither.
+bool HasLength(const SqlType& type) {
+    const TypeClass cls = ClassOf(type);
+    return cls == TypeClass::Text ||
+           (cls == TypeClass::Binary && type.kind != TypeKind::RowVersion);
+}
+
 Number CharLength(const SqlType& type) {
-    return ClassOf(type) == TypeClass::Text ? Number(type.length) : std::nullopt;
+    if (!HasLength(type)) return std::nullopt;
+    if (!IsOldLong(type.kind)) return type.length;
+    return IsUnicode(type.kind) ? LargestLong / 2 : LargestLong;
 }
 
 Number OctetLength(const SqlType& type) {
-    return ClassOf(type) == TypeClass::Text ? Number(ByteLength(type)) : std::nullopt;
+    if (!HasLength(type)) return std::nullopt;
+    if (!IsOldLong(type.kind)) return ByteLength(type);
+    return IsUnicode(type.kind) ? LargestLong - 1 : LargestLong;
+}
+
+Number MomentDigits(const SqlType& type) {
+    return ClassOf(type) == TypeClass::Moment ? Number(PrecisionOf(type)) : std::nullopt;
 }
 
 Number Bytes(const SqlType& type) {
@@ -48,7 +65,7 @@ Number Scale(const SqlType& type) {
 
 Number MomentScale(const SqlType& type) {
     if (ClassOf(type) != TypeClass::Moment) return std::nullopt;
-    return FactsOf(type.kind).scale;
+    return ScaleOf(type);
 }
 
 Number SystemNumber(const SqlType& type) {
@@ -94,7 +111,7 @@ struct Entry {
     SqlFunction function;
 };
 
-constexpr std::array<Entry, 10> Table = {{{"q_type_name", AsText<false>},
+constexpr std::array<Entry, 11> Table = {{{"q_type_name", AsText<false>},
                                           {"q_type_text", AsText<true>},
                                           {"q_type_number", AsNumber<SystemNumber>},
                                           {"q_char_length", AsNumber<CharLength>},
@@ -103,6 +120,7 @@ constexpr std::array<Entry, 10> Table = {{{"q_type_name", AsText<false>},
                                           {"q_precision", AsNumber<Precision>},
                                           {"q_radix", AsNumber<Radix>},
                                           {"q_scale", AsNumber<Scale>},
+                                          {"q_moment_digits", AsNumber<MomentDigits>},
                                           {"q_moment_scale", AsNumber<MomentScale>}}};
 
 }  // namespace

@@ -109,6 +109,8 @@ BoundPtr ExpressionBinder::BindIn(const tsql::In& in) {
     for (const tsql::ExpressionPtr& value : in.values) {
         values.push_back(Value(*value));
         BoundPtr& added = values.back();
+        if (!added->untypedNull)
+            TypeRules::CheckComparison(u"equal to", operand->type, added->type);
         TakeExactly(added, type);
         if (!added->untypedNull &&
             !(ClassOf(type) == TypeClass::Text && ClassOf(added->type) == TypeClass::Text)) {

@@ -110,6 +110,10 @@ constexpr MessageText Table[] = {
     {271, 16, 1,
      u"The column \"%\" cannot be modified because it is either a computed column or is the result "
      u"of a UNION operator."},
+    {272, 16, 1, u"Cannot update a timestamp column."},
+    {273, 16, 1,
+     u"Cannot insert an explicit value into a timestamp column. Use INSERT with a column list to "
+     u"exclude the timestamp column, or insert a DEFAULT into the timestamp column."},
     {281, 16, 1, u"% is not a valid style number when converting from % to a character string."},
     {289, 16, 1,
      u"Cannot construct data type %, some of the arguments have values which are not valid."},
@@ -127,6 +131,7 @@ constexpr MessageText Table[] = {
      u"The value % specified for the MAXRECURSION option exceeds the allowed maximum of 32767."},
     {402, 16, 1, u"The data types % and % are incompatible in the % operator."},
     {408, 16, 1, u"A constant expression was encountered in the ORDER BY list, position %."},
+    {421, 16, 1, u"The % data type cannot be selected as DISTINCT because it is not comparable."},
     {506, 16, 1, u"The invalid escape character \"%\" was specified in a LIKE predicate."},
     {512, 16, 1,
      u"Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, "
@@ -208,6 +213,7 @@ constexpr MessageText Table[] = {
      u"length and scale."},
     {1754, 16, 0,
      u"Defaults cannot be created on columns with an IDENTITY attribute. Table '%', column '%'."},
+    {1755, 16, 0, u"Defaults cannot be created on columns of data type %. Table '%', column '%'."},
     {1759, 16, 0,
      u"Computed column '%' in table '%' is not allowed to be used in another computed-column "
      u"definition."},
@@ -276,6 +282,10 @@ constexpr MessageText Table[] = {
     {2729, 16, 1,
      u"Column '%' in table '%' cannot be used in an index or statistics or as a partition key "
      u"because it is non-deterministic."},
+    {2738, 16, 2,
+     u"A table can only have one timestamp column. Because table '%' already has one, the column "
+     u"'%' cannot be added."},
+    {2739, 16, 1, u"The text, ntext, and image data types are invalid for local variables."},
     {2744, 16, 2,
      u"Multiple identity columns specified for table '%'. Only one identity column per table is "
      u"allowed."},

@@ -245,6 +245,17 @@ int64_t Metadata::TakeNumber(const char* sql) {
     return id;
 }
 
+int64_t Metadata::NextRowVersion() {
+    // The first one is 2001, as the server's own is.
+    SqliteStatement& row = Cached(
+        "INSERT INTO $q_meta VALUES ('row_version', 2001)"
+        " ON CONFLICT (key) DO UPDATE SET value = value + 1 RETURNING value");
+    if (!row.Step()) throw SqlError(945, {database_.name});
+    const int64_t version = row.Integer(0);
+    row.Reset();
+    return version;
+}
+
 int64_t Metadata::AddObject(ObjectInfo object, int64_t parentId) {
     if (Find(object.schema, object.name)) throw SqlError(2714, {object.name});
     if (object.id == 0) object.id = NextObjectId();

@@ -72,6 +72,8 @@ class Metadata {
     void AddType(const AliasType& type);
     void RemoveType(int userType);
 
+    // The next number for a rowversion column of this database.
+    int64_t NextRowVersion();
     // A new object's id.
     int64_t NextObjectId();
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "localdb/engine/SqlError.h"
-#include "localdb/engine/TypeTable.h"
+#include "localdb/engine/TypeRules.h"
 #include "localdb/engine/VariableTable.h"
 
 namespace quarv::localdb::engine {
@@ -116,6 +116,7 @@ void QueryBinder::BindGrouping(const tsql::Query& query) {
     for (const tsql::ExpressionPtr& group : query.groupBy) {
         result_->groupBy.push_back(binder.Value(*group));
         if (IsFixed(*result_->groupBy.back())) throw SqlError(164, {}, group->line);
+        TypeRules::CheckOrder(result_->groupBy.back()->type);
     }
     result_->grouped = !query.groupBy.empty() || query.having;
     for (const tsql::SelectItem& item : query.items) {
@@ -186,6 +187,10 @@ void QueryBinder::BindOrder(const tsql::Query& query) {
     for (const tsql::OrderItem& item : query.orderBy) {
         try {
             result_->orderBy.push_back(BindOrderItem(item));
+            const BoundOrder& order = result_->orderBy.back();
+            const bool expression = order.expression != nullptr;
+            TypeRules::CheckOrder(expression ? order.expression->type
+                                             : result_->items[order.ordinal - 1]->type);
         } catch (SqlError& error) {
             if (error.What().line == 0) error.SetLine(item.expression->line);
             throw;

@@ -72,6 +72,16 @@ void RowChecker::CheckLength(const ColumnInfo& column, OwnedValue& value) const 
     value = Conversion::Convert(view, whole, type, Conversion::NoStyle, arena);
 }
 
+void RowChecker::Stamp(Metadata& metadata, const TableInfo& table, std::vector<OwnedValue>& row) {
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+        const SqlType& type = table.columns[i].type;
+        if (type.kind != TypeKind::RowVersion) continue;
+        TextArena arena;
+        row[i] = Conversion::Convert(SqlValue::Integer(metadata.NextRowVersion()),
+                                     MakeType(TypeKind::BigInt), type, Conversion::NoStyle, arena);
+    }
+}
+
 void RowChecker::Check(const ColumnInfo& column, OwnedValue& value) const {
     if (value.View().IsNull()) {
         if (column.nullable) return;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "localdb/engine/BindContext.h"
+#include "localdb/engine/Metadata.h"
 
 namespace quarv::localdb::engine {
 
@@ -16,6 +17,8 @@ class RowChecker {
     // The column's default; null where it has none.
     static BoundPtr BindDefault(BindContext& context, const ColumnInfo& column);
 
+    // Gives every rowversion column of a new or changed row its next value.
+    static void Stamp(Metadata& metadata, const TableInfo& table, std::vector<OwnedValue>& row);
     // Brings the value to the column's form. Raises SqlError 515 or 2628.
     void Check(const ColumnInfo& column, OwnedValue& value) const;
     // Raises SqlError 2601 or 2627. `text` is the storage's own; `row` has every column.

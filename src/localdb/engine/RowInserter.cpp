@@ -75,6 +75,11 @@ void RowInserter::CheckCount(size_t given, bool fromQuery) const {
     throw SqlError(given < targets_.size() ? 109 : 110);
 }
 
+// A rowversion is never given.
+void RowInserter::CheckGiven(size_t column) const {
+    if (table_.columns[column].type.kind == TypeKind::RowVersion) throw SqlError(273);
+}
+
 OwnedValue RowInserter::DefaultValue(size_t column) {
     if (!defaults_[column]) {
         defaults_[column] = RowChecker::BindDefault(context_, table_.columns[column]);
@@ -92,6 +97,7 @@ void RowInserter::InsertRow(const tsql::ExpressionList& values) {
         for (size_t i = 0; i < values.size(); ++i) {
             if (IsDefaultWord(*values[i])) continue;
             const size_t column = targets_[i];
+            CheckGiven(column);
             const BoundPtr value =
                 RowChecker::ConvertTo(binder.Value(*values[i]), table_.columns[column]);
             row[column] = frame_.Compute(*value);
@@ -113,6 +119,7 @@ void RowInserter::InsertQuery(const tsql::Query& query, ResultSink& sink) {
     if (!bound->assigned.empty()) throw SqlError(102, {QStringLiteral("=")}, query.line);
     CheckCount(bound->items.size(), true);
     for (size_t i = 0; i < bound->items.size(); ++i) {
+        CheckGiven(targets_[i]);
         bound->items[i] =
             RowChecker::ConvertTo(std::move(bound->items[i]), table_.columns[targets_[i]]);
     }
@@ -150,6 +157,7 @@ void RowInserter::TakeIdentity(const OwnedValue& value) {
 }
 
 void RowInserter::Insert(std::vector<OwnedValue>& row) {
+    RowChecker::Stamp(metadata_, table_, row);
     for (size_t i = 0; i < row.size(); ++i) {
         const ColumnInfo& column = table_.columns[i];
         if (column.identity && !given_[i]) {

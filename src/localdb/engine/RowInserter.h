@@ -29,6 +29,7 @@ class RowInserter {
   private:
     void FindColumns(const std::vector<QString>& names);
     void CheckIdentity() const;
+    void CheckGiven(size_t column) const;
     void CheckCount(size_t given, bool fromQuery) const;
     OwnedValue DefaultValue(size_t column);
     void Insert(std::vector<OwnedValue>& row);

@@ -70,6 +70,9 @@ RowUpdater::RowUpdater(Frame& frame, BindContext& context, const tsql::Update& u
             throw;
         }
     }
+    for (size_t i = 0; i < table_.columns.size(); ++i) {
+        if (table_.columns[i].type.kind == TypeKind::RowVersion) targets_.push_back({i, Stamped});
+    }
     moves_ = ChangesKey();
     const bool whole = moves_ || checks_.NeedsRows();
     for (size_t i = 0; whole && i < table_.columns.size(); ++i) old_.push_back(query_.AddOld(i));
@@ -84,6 +87,7 @@ size_t RowUpdater::FindColumn(const tsql::ObjectName& name) const {
     if (!column) throw SqlError(207, {name.name}, name.line);
     if (column->IsComputed()) throw SqlError(271, {column->name}, name.line);
     if (column->identity) throw SqlError(8102, {column->name}, name.line);
+    if (column->type.kind == TypeKind::RowVersion) throw SqlError(272, {}, name.line);
     return static_cast<size_t>(column - table_.columns.data());
 }
 
@@ -162,7 +166,9 @@ void RowUpdater::ReadRow(const SqliteStatement& rows) {
     };
     for (size_t i = 0; i < old_.size(); ++i) row_[i] = read(old_[i]);
     if (checks_.NeedsRows()) before_ = row_;
+    RowChecker::Stamp(query_.Target().metadata, table_, row_);
     for (const Target& target : targets_) {
+        if (target.item == Stamped) continue;
         row_[target.column] = read(target.item);
         checker_.Check(table_.columns[target.column], row_[target.column]);
     }

@@ -44,8 +44,9 @@ class RowUpdater {
     RowChecks checks_;
     struct Target {
         size_t column;
-        size_t item;  // of the query
+        size_t item;  // of the query, or Stamped
     };
+    static constexpr size_t Stamped = SIZE_MAX;  // a rowversion: set by itself
     std::vector<Target> targets_;
     bool moves_ = false;
     // By column, the item with its old value; where rows move or constraints ask for them.

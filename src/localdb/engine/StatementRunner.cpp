@@ -224,6 +224,7 @@ void StatementRunner::RunDeclare(const tsql::Statement& statement) {
             continue;
         }
         const SqlType type = BindType(item.type, ordinal);
+        if (IsOldLong(type.kind)) throw SqlError(2739);
         // A loop comes by again and again; a variable is declared once and set anew.
         std::optional<size_t> index = variables.Find(item.name);
         if (!index) index = variables.Declare(item.name, type);

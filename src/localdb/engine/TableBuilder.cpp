@@ -21,6 +21,17 @@ QString Hex(quint64 number, int digits) {
     return QString::number(number, 16).toUpper().rightJustified(digits, u'0').right(digits);
 }
 
+void CheckVersion(const TableInfo& table, const tsql::ColumnDefinition& definition) {
+    const QString& name = table.object.name;
+    for (const ColumnInfo& column : table.columns) {
+        if (column.type.kind != TypeKind::RowVersion) continue;
+        throw SqlError(2738, {name, definition.name}, definition.line);
+    }
+    if (definition.defaultValue) {
+        throw SqlError(1755, {QStringLiteral("timestamp"), name, definition.name}, definition.line);
+    }
+}
+
 }  // namespace
 
 QString TextOf(const tsql::Expression& tree, const QString& source, bool isCondition) {
@@ -110,7 +121,9 @@ void TableBuilder::AddColumn(TableInfo& table, const tsql::ColumnDefinition& def
     column.isSysname = declared.isSysname;
     column.userType = declared.userType;
     column.userTypeName = declared.name;
-    const bool notNullBySelf = definition.identity || !declared.nullable;
+    const bool version = column.type.kind == TypeKind::RowVersion;
+    if (version) CheckVersion(table, definition);
+    const bool notNullBySelf = definition.identity || !declared.nullable || version;
     column.nullable = definition.nullability == tsql::Nullability::Unsaid
                           ? !notNullBySelf
                           : definition.nullability == tsql::Nullability::Null;

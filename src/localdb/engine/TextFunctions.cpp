@@ -57,7 +57,9 @@ SqlValue DataLength(const BoundCall& call, const SqlValue* a, const Evaluation&)
 }
 
 BoundPtr BindDataLength(Arguments arguments) {
-    const bool max = arguments[0]->type.length == SqlType::Max;
+    const SqlType& type = arguments[0]->type;
+    const bool max =
+        type.length == SqlType::Max && !IsOldLong(type.kind) && type.kind != TypeKind::Xml;
     return MakeCall(DataLength, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
 }
 

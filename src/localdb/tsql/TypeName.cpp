@@ -23,8 +23,10 @@ bool TakeLongName(TokenReader& reader, QString& name) {
         return false;
     }
     name.replace(QStringLiteral("character"), QStringLiteral("char"));
-    if (reader.TryWord(u"varying")) name.replace(QStringLiteral("char"), QStringLiteral("varchar"));
-    if (name == u"binary" && reader.TryWord(u"varying")) name = QStringLiteral("varbinary");
+    if (reader.TryWord(u"varying")) {
+        name.replace(QStringLiteral("char"), QStringLiteral("varchar"));
+        name.replace(QStringLiteral("binary"), QStringLiteral("varbinary"));
+    }
     return true;
 }
 
