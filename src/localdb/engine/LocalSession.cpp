@@ -172,7 +172,7 @@ void LocalSession::Reset(const QString& database) {
     state_.rowCount = 0;
     state_.error = 0;
     state_.identity.reset();
-    state_.prepared.clear();
+    state_.prepared.Clear();
     state_.ChangeDatabase(database);
 }
 

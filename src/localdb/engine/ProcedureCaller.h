@@ -53,9 +53,8 @@ class ProcedureCaller {
     int Unprepare(std::vector<CallArgument>& arguments);
     int64_t KeepPrepared(std::vector<CallArgument>& arguments);
     // The statement whose handle is the first argument. Raises SqlError 8114 and 8179.
-    using Prepared = std::map<int64_t, PreparedText>;
-    Prepared::iterator FindPrepared(const std::vector<CallArgument>& arguments,
-                                    const QString& procedure);
+    // The handle that the first argument names. Raises SqlError 8179.
+    int64_t FindPrepared(const std::vector<CallArgument>& arguments, const QString& procedure);
     void Describe(const PreparedText& prepared, const tsql::StatementList& body);
     std::vector<Parameter> ReadDeclarations(const QString& text);
     // Runs the text with the arguments from `first` on.

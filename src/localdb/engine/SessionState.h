@@ -5,6 +5,7 @@
 #include <QString>
 #include <map>
 
+#include "localdb/engine/PreparedTexts.h"
 #include "localdb/engine/RandomNumbers.h"
 #include "localdb/engine/ResultSink.h"
 #include "localdb/engine/Store.h"
@@ -20,12 +21,6 @@ struct SessionOptions {
     int64_t rowCount = 0;  // SET ROWCOUNT; 0: no limit
     int64_t identityInsertTable = 0;
     int identityInsertDatabase = 0;
-};
-
-// A statement that the client prepared: its text and its parameters' declarations.
-struct PreparedText {
-    QString declarations;
-    QString text;
 };
 
 struct SessionState {
@@ -57,9 +52,8 @@ struct SessionState {
     int error = 0;                    // @@ERROR
     std::optional<int64_t> identity;  // @@IDENTITY
     int nestLevel = 0;
-    RandomNumbers random;                      // RAND
-    std::map<int64_t, PreparedText> prepared;  // by handle
-    int64_t lastHandle = 0;
+    RandomNumbers random;  // RAND
+    PreparedTexts prepared;
 };
 
 }  // namespace quarv::localdb::engine

@@ -11,8 +11,6 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-constexpr size_t MaxPrepared = 65'536;  // of one session
-
 QString TextOf(const CallArgument& argument) {
     const SqlType text = MakeType(TypeKind::NVarChar, SqlType::Max);
     TextArena arena;
@@ -89,9 +87,7 @@ int ProcedureCaller::ExecuteSql(std::vector<CallArgument>& arguments) {
 // The first argument is the handle that comes back, then the declarations and the statement.
 int64_t ProcedureCaller::KeepPrepared(std::vector<CallArgument>& arguments) {
     SessionState& session = caller_.Session();
-    if (session.prepared.size() >= MaxPrepared) throw SqlError(8623);
-    const int64_t handle = ++session.lastHandle;
-    session.prepared[handle] = {TextOf(arguments[1]), TextOf(arguments[2])};
+    const int64_t handle = session.prepared.Keep({TextOf(arguments[1]), TextOf(arguments[2])});
     arguments[0].type = IntType();
     arguments[0].value = SqlValue::Integer(handle);
     arguments[0].changed = arguments[0].output;
@@ -105,11 +101,11 @@ int ProcedureCaller::Prepare(std::vector<CallArgument>& arguments) {
     sink_.ProcedureBegins();
     const int64_t handle = KeepPrepared(arguments);
     try {
-        const PreparedText prepared = caller_.Session().prepared[handle];
+        const PreparedText prepared = *caller_.Session().prepared.Find(handle);
         const tsql::StatementList body = ParseBatchText(prepared.text);
         if (arguments.size() > 3 && TextOf(arguments[3]) == u'1') Describe(prepared, body);
     } catch (...) {
-        caller_.Session().prepared.erase(handle);
+        caller_.Session().prepared.Forget(handle);
         throw;
     }
     sink_.ReturnStatus(0);
@@ -138,39 +134,41 @@ int ProcedureCaller::PrepareAndExecute(std::vector<CallArgument>& arguments) {
     Require(arguments, 3, "sp_prepexec", "@stmt");
     const int64_t handle = KeepPrepared(arguments);
     try {
-        return RunPrepared(PreparedText(caller_.Session().prepared[handle]), arguments, 3,
+        return RunPrepared(PreparedText(*caller_.Session().prepared.Find(handle)), arguments, 3,
                            QStringLiteral("sp_prepexec"));
     } catch (...) {
         // A client that gets no handle cannot let go of one.
-        caller_.Session().prepared.erase(handle);
+        caller_.Session().prepared.Forget(handle);
         throw;
     }
 }
 
-ProcedureCaller::Prepared::iterator ProcedureCaller::FindPrepared(
-    const std::vector<CallArgument>& arguments, const QString& procedure) {
+int64_t ProcedureCaller::FindPrepared(const std::vector<CallArgument>& arguments,
+                                      const QString& procedure) {
     const Parameter parameter{QStringLiteral("@handle"), IntType(), false, true, {}};
     const OwnedValue handle = ValueFor(parameter, &arguments[0], procedure);
     const int64_t number = handle.View().IsNull() ? 0 : handle.View().integer;
-    Prepared& prepared = caller_.Session().prepared;
-    const auto found = prepared.find(number);
-    if (found == prepared.end()) throw SqlError(8179, {QString::number(number)});
-    return found;
+    if (!caller_.Session().prepared.Find(number)) {
+        throw SqlError(8179, {QString::number(number)});
+    }
+    return number;
 }
 
 // sp_execute @handle, values.
 int ProcedureCaller::ExecutePrepared(std::vector<CallArgument>& arguments) {
     Require(arguments, 1, "sp_execute", "@handle");
     const QString name = QStringLiteral("sp_execute");
-    return RunPrepared(PreparedText(FindPrepared(arguments, name)->second), arguments, 1, name);
+    const int64_t handle = FindPrepared(arguments, name);
+    // A copy: the text may let go of its own handle.
+    return RunPrepared(PreparedText(*caller_.Session().prepared.Find(handle)), arguments, 1, name);
 }
 
 // sp_unprepare @handle.
 int ProcedureCaller::Unprepare(std::vector<CallArgument>& arguments) {
     Require(arguments, 1, "sp_unprepare", "@handle");
-    const auto found = FindPrepared(arguments, QStringLiteral("sp_unprepare"));
+    const int64_t handle = FindPrepared(arguments, QStringLiteral("sp_unprepare"));
     sink_.ProcedureBegins();
-    caller_.Session().prepared.erase(found);
+    caller_.Session().prepared.Forget(handle);
     sink_.ReturnStatus(0);
     return 0;
 }

@@ -4,7 +4,10 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <algorithm>
 #include <cerrno>
 
 #include "localdb/server/ServerError.h"
@@ -38,6 +41,15 @@ FileDescriptor FileLock::TryTake() const {
 bool FileLock::IsHeld() const {
     const FileDescriptor file(::open(QFile::encodeName(path_).constData(), O_RDONLY | O_CLOEXEC));
     return file.IsOpen() && ::flock(file.Get(), LOCK_SH | LOCK_NB) != 0;
+}
+
+bool FileLock::IsOpenIn(qint64 pid) const {
+    const QString file = QFileInfo(path_).canonicalFilePath();
+    const QDir open(QStringLiteral("/proc/%1/fd").arg(pid));
+    const QFileInfoList descriptors = open.entryInfoList(QDir::Files | QDir::System);
+    return !file.isEmpty() &&
+           std::any_of(descriptors.begin(), descriptors.end(),
+                       [&file](const QFileInfo& each) { return each.symLinkTarget() == file; });
 }
 
 }  // namespace quarv::localdb::server

@@ -17,6 +17,8 @@ class FileLock {
     FileDescriptor TryTake() const;
     // True while someone holds it for itself. False where the file is missing.
     bool IsHeld() const;
+    // True where the process has the file open, as its holder has.
+    bool IsOpenIn(qint64 pid) const;
 
   private:
     QString path_;

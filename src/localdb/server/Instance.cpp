@@ -99,8 +99,9 @@ void Instance::RemoveState() const {
 std::optional<InstanceState> Instance::RunningState() const {
     if (!Lock().IsHeld()) return std::nullopt;
     auto state = ReadState();
-    // A state that a killed server left behind may still be there while the next one starts.
-    if (state && ::kill(static_cast<pid_t>(state->pid), 0) != 0) state.reset();
+    // A state that a killed server left behind may still be there while the next one starts, and
+    // its process number may be another program's by now.
+    if (state && !Lock().IsOpenIn(state->pid)) state.reset();
     return state;
 }
 

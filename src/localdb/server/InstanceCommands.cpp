@@ -75,6 +75,9 @@ QString Describe(const Instance& instance) {
     if (state) {
         text += QStringLiteral("state: running\nprocess: %1\naddress: %2:%3\n")
                     .arg(QString::number(state->pid), state->address, QString::number(state->port));
+    } else if (instance.Lock().IsHeld()) {
+        // Nothing says where it serves: it is about to write that down, or someone damaged it.
+        text += QStringLiteral("state: starting, or its state file is damaged\n");
     } else {
         text += QStringLiteral("state: stopped\n");
     }
@@ -103,7 +106,13 @@ void StartInstance(const QString& name, const EngineAccess& engine) {
 void StopInstance(const QString& name) {
     const Instance instance = Instance::Named(name);
     if (!instance.Exists()) throw ServerError(ServerError::NoSuchInstance, instance.Name());
-    const auto state = instance.RunningState();
+    // One that is starting is stopped as soon as it serves.
+    std::optional<InstanceState> state;
+    const auto known = [&] {
+        state = instance.RunningState();
+        return state || !instance.Lock().IsHeld();
+    };
+    if (!WaitUntil(known)) throw ServerError(ServerError::InstanceNotStopped, instance.Name());
     if (!state) return;
     (void)::kill(static_cast<pid_t>(state->pid), SIGTERM);
     if (!WaitUntil([&] { return !instance.Lock().IsHeld(); })) {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "TestServer.h"
+#include "localdb/engine/PreparedTexts.h"
+#include "localdb/engine/SqlError.h"
 #include "localdb/engine/TypeTable.h"
 
 namespace quarv::localdb::engine {
@@ -149,6 +151,28 @@ TEST_F(PreparedStatementsTest, BatchGetsItsHandleWhereItAsksForIt) {
                                               "select @none n, @h h"))
                   .mid(4, 2),
               QStringList({QStringLiteral("columns n int, h int"), QStringLiteral("NULL | 2")}));
+}
+
+TEST_F(PreparedStatementsTest, WhatIsKeptIsBounded) {
+    PreparedTexts texts;
+    const QString half(PreparedTexts::MostUnits / 2, u'x');
+    const int64_t first = texts.Keep({{}, half});
+    texts.Keep({half, {}});
+    EXPECT_THROW(texts.Keep({{}, QStringLiteral("x")}), SqlError);
+    texts.Forget(first);
+    texts.Forget(first);
+    const int64_t third = texts.Keep({{}, half});
+    EXPECT_EQ(texts.Find(third)->text.size(), half.size());
+    EXPECT_THROW(texts.Keep({{}, QStringLiteral("x")}), SqlError);
+    texts.Clear();
+    EXPECT_EQ(texts.Find(third), nullptr);
+    EXPECT_GT(texts.Keep({{}, half}), third);
+}
+
+TEST_F(PreparedStatementsTest, CursorsOfTheServerAreRefusedByName) {
+    for (const char16_t* name : {u"sp_cursoropen", u"sp_cursorfetch", u"SP_PREPEXECRPC"}) {
+        EXPECT_EQ(ErrorOf(name, {}), 40517);
+    }
 }
 
 }  // namespace quarv::localdb::engine

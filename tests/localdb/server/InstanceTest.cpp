@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include "Files.h"
@@ -97,6 +98,39 @@ TEST_F(InstanceTest, RunsOnlyWhileItsLockIsHeld) {
     EXPECT_TRUE(instance.RunningState());
     lock.Close();
     EXPECT_FALSE(instance.Lock().IsHeld());
+}
+
+TEST_F(InstanceTest, AnotherProgramsProcessNumberIsNotTakenForTheServers) {
+    const Instance instance = Instance::Named(QStringLiteral("one"));
+    instance.MakeDirectory();
+    QProcess other;
+    other.start(QStringLiteral("cat"), {});
+    ASSERT_TRUE(other.waitForStarted());
+    instance.WriteState({other.processId(), QStringLiteral("127.0.0.1"), 1, QStringLiteral("u"),
+                         QStringLiteral("s")});
+    const FileDescriptor lock = instance.Lock().TryTake();
+    EXPECT_FALSE(instance.RunningState());
+    EXPECT_TRUE(DescribeInstances(QStringLiteral("one"))
+                    .contains(QStringLiteral("state: starting, or its state file is damaged\n")));
+    other.closeWriteChannel();
+    EXPECT_TRUE(other.waitForFinished());
+    EXPECT_EQ(other.exitCode(), 0);
+}
+
+TEST_F(InstanceTest, DamagedStateHindersNeitherDescriptionNorDeletion) {
+    const Instance instance = Instance::Named(QStringLiteral("one"));
+    instance.MakeDirectory();
+    WriteFile(instance.Directory() + QStringLiteral("/state"), "version=1\npid=x\n\xFF\n");
+    EXPECT_TRUE(
+        DescribeInstances(QStringLiteral("one")).contains(QStringLiteral("state: stopped\n")));
+    StopInstance(QStringLiteral("one"));
+    FileDescriptor lock = instance.Lock().TryTake();
+    EXPECT_TRUE(DescribeInstances(QStringLiteral("one"))
+                    .contains(QStringLiteral("state: starting, or its state file is damaged\n")));
+    EXPECT_THROW(DeleteInstance(QStringLiteral("one")), ServerError);
+    lock.Close();
+    DeleteInstance(QStringLiteral("one"));
+    EXPECT_FALSE(instance.Exists());
 }
 
 TEST_F(InstanceTest, DeletionIsRefusedWhileItRuns) {
