@@ -9,6 +9,8 @@ namespace quarv::localdb::tds {
 
 namespace {
 
+constexpr int64_t LastDay = 3'652'058;  // 9999-12-31, since 0001-01-01
+
 // 100 ns in one unit of each scale.
 constexpr std::array<int64_t, 8> TicksOfScale{10'000'000, 1'000'000, 100'000, 10'000,
                                               1'000,      100,       10,      1};
@@ -108,7 +110,9 @@ int64_t ReadDateTime2(std::span<const std::byte> content, uint8_t scale) {
     ExpectSize(content, TimeSize(scale) + 3u);
     ByteReader reader(content);
     const int64_t time = TakeTime(reader, scale);
-    return TakeBytes(reader, 3) * TicksOfDay + time;
+    const int64_t days = TakeBytes(reader, 3);
+    if (days > LastDay) throw ProtocolError(Fault::ValueTooLong, 0);
+    return days * TicksOfDay + time;
 }
 
 void WriteDateTimeOffset(ByteWriter& writer, uint8_t scale, const OffsetTime& value) {

@@ -66,4 +66,13 @@ TEST(TemporalValuesTest, ContentOfNoTypesSizeIsRefused) {
     EXPECT_EQ(FaultOf([] { ReadBack("02 01 02", ReadDate); }), Fault::ValueLength);
 }
 
+TEST(TemporalValuesTest, DaysBeyondTheCalendarAreRefused) {
+    const auto last = Hex("00 00 00 DA B9 37");
+    EXPECT_EQ(ReadDateTime2(last, 0), 3'652'058 * TicksOfDay);
+    const auto beyond = Hex("00 00 00 DB B9 37");
+    EXPECT_EQ(FaultOf([&] { ReadDateTime2(beyond, 0); }), Fault::ValueTooLong);
+    const auto largest = Hex("00 00 00 FF FF FF 00 00");
+    EXPECT_EQ(FaultOf([&] { ReadDateTimeOffset(largest, 0); }), Fault::ValueTooLong);
+}
+
 }  // namespace quarv::localdb::tds
