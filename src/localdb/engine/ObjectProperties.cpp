@@ -134,13 +134,15 @@ Answer ColumnProperty(Metadata& metadata, int64_t objectId, const QString& colum
     if (property == u"allowsnull") return found->nullable;
     if (property == u"columnid" || property == u"ordinal") return found->id;
     if (property == u"isidentity") return found->identity;
+    if (property == u"iscomputed") return found->IsComputed();
+    if (property == u"isrowguidcol") return found->rowGuid;
     if (property == u"isindexable") return found->type.length != SqlType::Max;
     if (property == u"usesansitrim") {
         return ClassOf(found->type) == TypeClass::Text ? Answer(1) : std::nullopt;
     }
-    for (const QStringView never : {u"iscomputed", u"iscolumnset", u"isidnotforrepl",
-                                    u"isrowguidcol", u"issparse", u"ishidden", u"isfulltextindexed",
-                                    u"isxmlindexable", u"generatedalwaystype", u"iscursortype"}) {
+    for (const QStringView never :
+         {u"iscolumnset", u"isidnotforrepl", u"issparse", u"ishidden", u"isfulltextindexed",
+          u"isxmlindexable", u"generatedalwaystype", u"iscursortype"}) {
         if (property == never) return 0;
     }
     return TypedProperty(found->type, property);

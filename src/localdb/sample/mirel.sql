@@ -78,6 +78,112 @@ CREATE TABLE PriceLog (
 )
 GO
 
+CREATE TABLE Currencies (
+    CurrencyCode nchar(3) NOT NULL CONSTRAINT PK_Currencies PRIMARY KEY,
+    CurrencyName nvarchar(40) NOT NULL,
+    Symbol nvarchar(4) NULL,
+    EuroRate decimal(19, 9) NOT NULL,
+    QuotedOn date NOT NULL
+)
+GO
+
+CREATE TABLE Employees (
+    EmployeeID smallint NOT NULL CONSTRAINT PK_Employees PRIMARY KEY,
+    BadgeID uniqueidentifier NOT NULL CONSTRAINT DF_Employees_Badge DEFAULT newid(),
+    FirstName nvarchar(30) NOT NULL,
+    LastName nvarchar(40) NOT NULL,
+    FullName AS FirstName + N' ' + LastName,
+    ManagerID smallint NULL CONSTRAINT FK_Employees_Manager REFERENCES Employees,
+    BornOn date NULL,
+    HiredAt smalldatetime NOT NULL,
+    ShiftBegins time(0) NULL,
+    Salary money NULL CONSTRAINT CK_Employees_Salary CHECK (Salary >= 0),
+    Desk tinyint NULL,
+    IsActive bit NOT NULL CONSTRAINT DF_Employees_Active DEFAULT 1,
+    Portrait varbinary(max) NULL
+)
+CREATE UNIQUE INDEX UX_Employees_Badge ON Employees (BadgeID)
+CREATE INDEX IX_Employees_Name ON Employees (LastName, FirstName)
+GO
+
+CREATE TABLE Warehouses (
+    WarehouseCode char(3) NOT NULL CONSTRAINT PK_Warehouses PRIMARY KEY,
+    City nvarchar(40) NOT NULL,
+    Latitude float NOT NULL,
+    Longitude float NOT NULL,
+    FloorArea real NULL,
+    OpensAt time(0) NULL,
+    ClosesAt time(0) NULL
+)
+GO
+
+CREATE TABLE StockMovements (
+    MovementID bigint NOT NULL CONSTRAINT PK_StockMovements PRIMARY KEY,
+    ProductID int NOT NULL CONSTRAINT FK_StockMovements_Product REFERENCES Products,
+    WarehouseCode char(3) NOT NULL CONSTRAINT FK_StockMovements_Warehouse REFERENCES Warehouses,
+    MovedAt datetime2(3) NOT NULL,
+    Quantity smallint NOT NULL,
+    UnitCost smallmoney NOT NULL,
+    Reference varchar(20) NULL
+)
+CREATE INDEX IX_StockMovements_Product ON StockMovements (ProductID, MovedAt)
+GO
+
+-- Several parcels an order: where each of them was seen last, by the clock of that place.
+CREATE TABLE Shipments (
+    OrderID int NOT NULL CONSTRAINT FK_Shipments_Order REFERENCES Orders ON DELETE CASCADE,
+    ParcelNumber tinyint NOT NULL,
+    Carrier nvarchar(30) NOT NULL,
+    LastSeen datetimeoffset(0) NULL,
+    WeightKg decimal(9, 3) NULL,
+    Label binary(8) NULL,
+    CONSTRAINT PK_Shipments PRIMARY KEY (OrderID, ParcelNumber)
+)
+GO
+
+CREATE TABLE Documents (
+    DocumentID uniqueidentifier NOT NULL CONSTRAINT PK_Documents PRIMARY KEY NONCLUSTERED,
+    Title nvarchar(100) NOT NULL,
+    Language nchar(2) NOT NULL,
+    Body nvarchar(max) NULL,
+    Properties xml NULL,
+    Original varbinary(max) NULL,
+    WrittenAt datetime2(7) NOT NULL
+)
+GO
+
+-- What the first shop program left behind, in the types of its time.
+CREATE TABLE Archive (
+    Year smallint NOT NULL,
+    Sheet int NOT NULL,
+    Caption varchar(60) NULL,
+    PlainText text NULL,
+    WideText ntext NULL,
+    Scan image NULL,
+    CONSTRAINT PK_Archive PRIMARY KEY (Year DESC, Sheet)
+)
+GO
+
+CREATE TABLE [Supplier's Notes] (
+    [Note #] int NOT NULL,
+    SupplierID int NOT NULL CONSTRAINT [FK Supplier's Notes] REFERENCES Suppliers,
+    [What they said] nvarchar(500) NULL,
+    [Said on] date NOT NULL
+)
+CREATE INDEX [IX Supplier's Notes] ON [Supplier's Notes] (SupplierID)
+GO
+
+CREATE TABLE Measurements (
+    SampleNumber int IDENTITY(1, 1) NOT NULL CONSTRAINT PK_Measurements PRIMARY KEY,
+    ProductID int NOT NULL,
+    Acidity real NULL,
+    Caffeine float NULL,
+    Grains bigint NULL,
+    Verdict varchar(20) NULL,
+    Fingerprint varbinary(16) NULL
+)
+GO
+
 INSERT INTO Categories (CategoryID, CategoryName, Description) VALUES
     (1, N'Tea', N'Black, green, white and oolong, by the kilogram'),
     (2, N'Herbs', N'Dried leaves and flowers for infusions'),
@@ -200,10 +306,141 @@ INSERT INTO PriceLog (ChangedAt, ProductID, OldPrice, NewPrice, Reason) VALUES
     ('20240615 12:00:00.997', 28, NULL, 0.00, N'New article')
 GO
 
+INSERT INTO Currencies (CurrencyCode, CurrencyName, Symbol, EuroRate, QuotedOn) VALUES
+    (N'EUR', N'Euro', N'€', 1, '20240102'),
+    (N'INR', N'भारतीय रुपया', N'₹', 0.010979813, '20240102'),
+    (N'JPY', N'日本円', N'¥', 0.006418485, '20240102'),
+    (N'LKR', N'ශ්‍රී ලංකා රුපියල', NULL, 0.002812703, '20240102'),
+    (N'JOD', N'دينار أردني', NULL, 1.287830006, '20240102'),
+    (N'DKK', N'Dansk krone', N'kr.', 0.134158840, '20240102')
+GO
+
+INSERT INTO Employees
+    (EmployeeID, BadgeID, FirstName, LastName, ManagerID, BornOn, HiredAt, ShiftBegins, Salary,
+     Desk, IsActive, Portrait)
+VALUES
+    (1, '6F9619FF-8B86-D011-B42D-00C04FC964FF', N'Mireille', N'Fontaine', NULL, '19680229',
+     '19980401 09:00', '09:00', 6200.00, 1, 1, 0x89504E470D0A1A0A),
+    (2, '0E984725-C51C-4BF4-9960-E1C80E27ABA0', N'Bjørn', N'Ågård', 1, '19790715',
+     '20050912 08:30', '08:30', 4150.50, 2, 1, NULL),
+    (3, '1B4E28BA-2FA1-11D2-883F-B9A761BDE3FB', N'Zeynep', N'Öztürk', 1, '19900131',
+     '20150601 10:00', '06:00', 3480.25, 7, 1, 0xFFD8FFE000104A464946),
+    (4, '7D444840-9DC0-11D1-B245-5FFDCE74FAD2', N'Hải', N'Nguyễn', 2, NULL,
+     '20210215 07:45', '22:00', NULL, NULL, 1, NULL),
+    (5, '9E107D9D-372B-4B6D-8E4D-5C1E1C1A7A11', N'Ewa', N'Łukasik', 2, '20010911',
+     '20230901 09:00', NULL, 2100.00, 12, 0, NULL)
+GO
+
+-- Whoever has no badge yet is given one.
+INSERT INTO Employees (EmployeeID, FirstName, LastName, ManagerID, HiredAt)
+VALUES (6, N'Tomás', N'O''Reilly', 3, '20240601 09:00')
+GO
+
+INSERT INTO Warehouses
+    (WarehouseCode, City, Latitude, Longitude, FloorArea, OpensAt, ClosesAt)
+VALUES
+    ('NCY', N'Nancy', 48.6921, 6.1844, 410.5, '07:00', '19:30'),
+    ('HAM', N'Hamburg', 53.5511, 9.9937, 1250, '06:00', '22:00'),
+    ('PIR', N'Πειραιάς', 37.9420, 23.6469, 86.25, NULL, NULL)
+GO
+
+CREATE TABLE #Digits (N int NOT NULL)
+INSERT INTO #Digits VALUES (0), (1), (2), (3), (4), (5), (6), (7), (8), (9)
+GO
+
+-- Three years of comings and goings, a movement every hour or so.
+INSERT INTO StockMovements
+    (MovementID, ProductID, WarehouseCode, MovedAt, Quantity, UnitCost, Reference)
+SELECT m.N + 1, m.N * 7 % 27 + 1,
+       CASE m.N % 5 WHEN 0 THEN 'PIR' WHEN 1 THEN 'HAM' WHEN 2 THEN 'HAM' ELSE 'NCY' END,
+       dateadd(second, m.N * 3607 % 60, dateadd(minute, m.N * 63, '2022-01-03T07:00:00')),
+       CASE WHEN m.N % 4 = 0 THEN 40 + m.N % 61 ELSE -(1 + m.N % 19) END,
+       2.5 + m.N * 13 % 970 / 100.0,
+       CASE WHEN m.N % 11 <> 0 THEN 'M-' + right('00000' + cast(m.N + 1 AS varchar(6)), 5) END
+FROM (SELECT e.N * 10000 + d.N * 1000 + c.N * 100 + b.N * 10 + a.N AS N
+      FROM #Digits a CROSS JOIN #Digits b CROSS JOIN #Digits c CROSS JOIN #Digits d
+           CROSS JOIN #Digits e
+      WHERE e.N < 3) m
+WHERE m.N < 25000
+DROP TABLE #Digits
+GO
+
+INSERT INTO Shipments (OrderID, ParcelNumber, Carrier, LastSeen, WeightKg, Label) VALUES
+    (1001, 1, N'Colis Rapide', '2024-01-10 10:15:00 +01:00', 5.120, 0x0000A1B2C3D4E5F6),
+    (1001, 2, N'Colis Rapide', '2024-01-10 10:15:00 +01:00', 1.480, 0x0000A1B2C3D4E5F7),
+    (1002, 1, N'Hansekurier', '2024-01-17 08:02:11 +01:00', 4.920, NULL),
+    (1003, 1, N'日の出便', '2024-02-12 09:30:00 +09:00', 1.100, 0x00),
+    (1004, 1, N'An Post', '2024-02-23 11:45:00 +00:00', 13.450, NULL),
+    (1006, 1, N'Nordpakke', '2024-03-22 14:20:00 +01:00', 2.900, 0x1122334455667788),
+    (1008, 1, N'Ταχυμεταφορές', '2024-04-29 13:05:00 +03:00', 1.320, NULL),
+    (1011, 1, N'דואר מהיר', '2024-06-27 16:40:00 +03:00', 3.150, 0xFFFFFFFFFFFFFFFF),
+    (1013, 1, N'日の出便', NULL, NULL, NULL)
+GO
+
+INSERT INTO Documents (DocumentID, Title, Language, Body, Properties, Original, WrittenAt) VALUES
+    ('A3E5C1B0-0001-4F6E-9C55-3D1F2A7B8C01', N'House blend', N'en',
+     replicate(cast(N'Two parts Nilgiri, one part Dimbula, a pinch of patience. ' AS nvarchar(max)),
+               120),
+     N'<recipe serves="4"><tea grams="8">Nilgiri</tea><tea grams="4">Dimbula</tea></recipe>',
+     0x255044462D312E370A, '2024-02-29 23:59:59.9999999'),
+    ('A3E5C1B0-0002-4F6E-9C55-3D1F2A7B8C02', N'Conditions générales', N'fr',
+     N'La marchandise reste la propriété du vendeur jusqu''au paiement. ☕', NULL, NULL,
+     '2021-07-01 08:00:00'),
+    ('A3E5C1B0-0003-4F6E-9C55-3D1F2A7B8C03', N'抹茶の点て方 🍵', N'ja',
+     N'茶碗を温め、抹茶を二杯すくい、湯を注いで素早く点てる。',
+     N'<guide><step n="1">温める</step><step n="2">点てる</step></guide>', NULL,
+     '2023-11-11 11:11:11.1111111'),
+    ('A3E5C1B0-0004-4F6E-9C55-3D1F2A7B8C04', N'Empty draft', N'en', N'', NULL, 0x, '0001-01-01')
+GO
+
+INSERT INTO Archive (Year, Sheet, Caption, PlainText, WideText, Scan) VALUES
+    (1998, 1, 'Opening day', 'Sold: 3 tins of Assam, 1 teapot. Rain.', N'Première recette : 412 F',
+     0x424D3E00000000000000),
+    (1998, 2, 'Stocktaking', 'All present, one cup cracked.', NULL, NULL),
+    (1999, 1, NULL, NULL, N'Neujahrsgrüße an alle 🎆', 0x00FF00FF),
+    (2001, 1, 'The euro comes', 'Price tags in both currencies from January.', N'1 € = 6,55957 F',
+     NULL)
+GO
+
+INSERT INTO [Supplier's Notes] ([Note #], SupplierID, [What they said], [Said on]) VALUES
+    (1, 1, N'Frost tea is late this year: "wait for the cold"', '20240109'),
+    (2, 4, N'Ο καιρός ήταν καλός, ο δίκταμος επίσης', '20240520'),
+    (2, 4, N'Ο καιρός ήταν καλός, ο δίκταμος επίσης', '20240520'),
+    (3, 6, N'السعر ثابت حتى نهاية السنة', '20240611'),
+    (4, 2, NULL, '20240701')
+GO
+
+INSERT INTO Measurements
+    (ProductID, Acidity, Caffeine, Grains, Verdict, Fingerprint)
+VALUES
+    (1, 4.9, 0.0275, 12000000000, 'clean', 0xCAFEBABE),
+    (3, 6.125, 0.035000000000000003, NULL, 'excellent', NULL),
+    (13, 5.55, 0, 1, 'clean', 0x),
+    (21, NULL, 1.0E-12, 9223372036854775807, 'under the limit', 0x00112233445566778899AABBCCDDEEFF),
+    (15, 3.4E38, -1.79E308, -9223372036854775808, 'instrument broken', NULL)
+GO
+
 CREATE VIEW ProductsToReorder AS
 SELECT ProductID, ProductName, SupplierID, UnitsInStock, ReorderLevel
 FROM Products
 WHERE UnitsInStock < ReorderLevel
+GO
+
+CREATE VIEW OrderTotals AS
+SELECT o.OrderID, c.CustomerName, o.OrderDate, count(*) AS Lines,
+       sum(d.UnitPrice * d.Quantity * (1 - d.Discount)) + max(o.Freight) AS Total
+FROM Orders o
+JOIN Customers c ON c.CustomerID = o.CustomerID
+JOIN [Order Details] d ON d.OrderID = o.OrderID
+GROUP BY o.OrderID, c.CustomerName, o.OrderDate
+GO
+
+CREATE VIEW [Stock by Warehouse] AS
+SELECT w.City, p.ProductName, sum(cast(m.Quantity AS int)) AS Quantity
+FROM StockMovements m
+JOIN Warehouses w ON w.WarehouseCode = m.WarehouseCode
+JOIN Products p ON p.ProductID = m.ProductID
+GROUP BY w.City, p.ProductName
 GO
 
 CREATE PROCEDURE OpenOrders AS
@@ -212,6 +449,34 @@ SELECT OrderID, CustomerID, OrderDate, Comment
 FROM Orders
 WHERE ShippedDate IS NULL
 ORDER BY OrderDate
+GO
+
+CREATE PROCEDURE ProductsOfCategory
+    @CategoryName nvarchar(30)
+AS
+SELECT p.ProductID, p.ProductName, p.UnitPrice, p.UnitsInStock
+FROM Products p
+JOIN Categories c ON c.CategoryID = p.CategoryID
+WHERE c.CategoryName = @CategoryName
+ORDER BY p.ProductName
+GO
+
+CREATE PROCEDURE MovementsOfProduct
+    @ProductID int,
+    @From datetime2(3) = '2022-01-01',
+    @WarehouseCode char(3) = NULL,
+    @Moved int OUTPUT
+AS
+-- The newest hundred; how much they come to is handed back.
+SELECT TOP 100 MovementID, WarehouseCode, MovedAt, Quantity, UnitCost
+FROM StockMovements
+WHERE ProductID = @ProductID AND MovedAt >= @From
+      AND (@WarehouseCode IS NULL OR WarehouseCode = @WarehouseCode)
+ORDER BY MovedAt DESC
+SELECT @Moved = sum(cast(Quantity AS int))
+FROM StockMovements
+WHERE ProductID = @ProductID AND MovedAt >= @From
+      AND (@WarehouseCode IS NULL OR WarehouseCode = @WarehouseCode)
 GO
 
 CREATE PROCEDURE OrdersOfCustomer
