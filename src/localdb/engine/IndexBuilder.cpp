@@ -19,7 +19,7 @@ size_t FindKeyColumn(Frame& frame, TableInfo& table, const QString& name) {
     const ColumnInfo* found = table.FindColumn(name);
     if (!found) throw SqlError(1911, {name});
     ColumnInfo& column = table.columns[table.PlaceOf(found->id)];
-    if (ClassOf(column.type) == TypeClass::Text && column.type.length == SqlType::Max) {
+    if (column.type.length == SqlType::Max) {
         throw SqlError(1919, {name, table.object.name});
     }
     if (column.IsComputed() && !column.stored) {
