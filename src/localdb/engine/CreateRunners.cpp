@@ -35,16 +35,6 @@ ObjectInfo NewObject(Metadata& metadata, const tsql::ObjectName& name, const QSt
     return object;
 }
 
-// A temporary table hides one of the same name that an outer level made, and no other.
-void NameTemporary(ObjectInfo& object, int64_t id, Metadata& metadata, SessionState& session) {
-    const std::optional<ObjectInfo> same = metadata.Find(object.schema, object.name);
-    if (same && session.temporaries.IsOfLevel(same->id, session.nestLevel)) {
-        throw SqlError(2714, {object.name});
-    }
-    object.name = TemporaryTables::StoredName(object.name, id);
-    session.temporaries.Made(id, session.nestLevel);
-}
-
 // The columns of a view as the catalogue shows them.
 void StoreViewColumns(Metadata& metadata, int64_t objectId, const tsql::CreateView& view,
                       const BoundQuery& query) {
@@ -93,16 +83,16 @@ void RunCreateTable(const tsql::Statement& statement, Frame& frame, ResultSink& 
     Metadata metadata = context.MetadataFor(node.name);
     Transactions::Writing writing(session.transactions, metadata.Prefix());
     ObjectInfo object = NewObject(metadata, node.name, QStringLiteral("U"));
-    const int64_t id = metadata.NextObjectId();
+    object.id = metadata.NextObjectId();
     if (TemporaryTables::IsTemporary(object.name)) {
         if (!node.foreignKeys.empty()) {
             throw SqlError(40517, {QStringLiteral("FOREIGN KEY of a temporary table")});
         }
-        NameTemporary(object, id, metadata, session);
+        session.temporaries.Name(object, metadata, session.nestLevel);
     } else if (metadata.Find(object.schema, object.name)) {
         throw SqlError(2714, {object.name});
     }
-    TableInfo table = TableBuilder(node, frame, metadata).Build(id, object);
+    TableInfo table = TableBuilder(node, frame, metadata).Build(object.id, object);
     TableMaker(session.store, metadata).Create(table);
     writing.Commit();
     Done(sink);

@@ -1,6 +1,7 @@
 #include <sqlite3.h>
 
 #include "localdb/engine/ChangeQuery.h"
+#include "localdb/engine/OutputRows.h"
 #include "localdb/engine/RowChecks.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/StoredForm.h"
@@ -10,8 +11,35 @@ namespace quarv::localdb::engine {
 
 namespace {
 
+// What OUTPUT asks for, and where its values stand among the query's items.
+struct DeleteOutput {
+    DeleteOutput(const tsql::OutputClause& clause, ChangeQuery& query, Frame& frame,
+                 BindContext& context)
+        : rows(frame, context, clause, query.Target().table, {false, true}, &query.Names()) {
+        const size_t columns = query.Target().table.columns.size();
+        for (size_t i = 0; i < columns; ++i) old.push_back(query.AddOld(i));
+        for (BoundPtr& item : rows.CopyOthers()) others.push_back(query.Add(std::move(item)));
+        before.resize(old.size());
+        other.resize(others.size());
+    }
+    void Add(const ChangeQuery& query, const SqliteStatement& row) {
+        const auto read = [&](size_t item) {
+            return ReadColumn(row.Handle(), static_cast<int>(item),
+                              query.Query().items[item]->type);
+        };
+        for (size_t i = 0; i < old.size(); ++i) before[i] = read(old[i]);
+        for (size_t i = 0; i < others.size(); ++i) other[i] = read(others[i]);
+        rows.Add(nullptr, &before, other);
+    }
+
+    OutputRows rows;
+    std::vector<size_t> old, others;
+    std::vector<OwnedValue> before, other;
+};
+
 // Row by row: what is to go was found before the first row goes.
-int64_t DeleteEach(ChangeQuery& query, Frame& frame, RowChecks& checks, ResultSink& sink) {
+int64_t DeleteEach(ChangeQuery& query, DeleteOutput* output, Frame& frame, RowChecks& checks,
+                   ResultSink& sink) {
     SessionState& session = frame.Session();
     const std::vector<ColumnInfo>& columns = query.Target().table.columns;
     std::vector<size_t> old;
@@ -27,6 +55,7 @@ int64_t DeleteEach(ChangeQuery& query, Frame& frame, RowChecks& checks, ResultSi
     int64_t count = 0;
     while (rows.Step()) {
         if (sink.Cancelled()) throw Cancelled();
+        if (output) output->Add(query, rows);
         for (size_t i = 0; i < keys.size(); ++i) {
             const int column = static_cast<int>(i);
             remove.Bind(column + 1, ReadColumn(rows.Handle(), column, keys[i]), keys[i]);
@@ -61,10 +90,14 @@ void RunDelete(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
                      QStringLiteral("DELETE"));
     const bool all = !checks.NeedsDeletedRows() && !query.IsJoin() && !query.IsLimited() &&
                      !node.rows.where && !node.output && session.options.rowCount == 0;
-    const int64_t count =
-        all ? DeleteAll(query, session.store) : DeleteEach(query, frame, checks, sink);
+    std::optional<DeleteOutput> output;
+    if (node.output) output.emplace(*node.output, query, frame, context);
+    const int64_t count = all ? DeleteAll(query, session.store)
+                              : DeleteEach(query, output ? &*output : nullptr, frame, checks, sink);
+    if (output) output->rows.Store(sink);
     writing.Commit();
     session.rowCount = count;
+    if (output) output->rows.Send(sink);
     sink.StatementDone(StatementKind::Delete, session.options.noCount ? -1 : count, false);
 }
 

@@ -95,6 +95,7 @@ template <class Body>
 void LocalSession::Guarded(ResultSink& sink, Body body) {
     state_.store.SetCancel([&sink] { return sink.Cancelled(); });
     state_.nestLevel = 0;
+    state_.capturing = false;
     Frame frame(state_, QString(), 0);
     StatementRunner runner(frame, sink);
     try {

@@ -72,6 +72,9 @@ constexpr MessageText Table[] = {
     {191, 15, 1,
      u"Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into "
      u"smaller queries."},
+    {194, 15, 1,
+     u"A SELECT INTO statement cannot contain a SELECT statement that assigns values to a "
+     u"variable."},
     {195, 15, 10, u"'%' is not a recognized %."},
     {201, 16, 4, u"Procedure or function '%' expects parameter '%', which was not supplied."},
     {206, 16, 2, u"Operand type clash: % is incompatible with %"},
@@ -427,6 +430,7 @@ constexpr MessageText Table[] = {
     {8169, 16, 2,
      u"Conversion failed when converting from a character string to uniqueidentifier."},
     {8170, 16, 2, u"Insufficient result space to convert uniqueidentifier value to char."},
+    {8164, 16, 1, u"An INSERT EXEC statement cannot be nested."},
     {8179, 16, 2, u"Could not find prepared statement with handle %."},
     {8623, 16, 1,
      u"The query processor ran out of internal resources and could not produce a query plan. This "
@@ -443,6 +447,7 @@ constexpr MessageText Table[] = {
     {10601, 16, 1, u"Cannot specify included columns for a clustered index."},
     {10609, 16, 1, u"Filtered index '%' cannot be created on table '%' because it is clustered."},
     {10735, 15, 1, u"Incorrect WHERE clause for filtered index '%' on table '%'."},
+    {10705, 15, 1, u"Subqueries are not allowed in the OUTPUT clause."},
     {10738, 15, 1,
      u"The number of row value expressions in the INSERT statement exceeds the maximum allowed "
      u"number of 1000 row values."},

@@ -24,6 +24,7 @@ std::unique_ptr<BoundQuery> QueryBinder::Bind(const tsql::Query& query) {
 }
 
 std::unique_ptr<BoundQuery> QueryBinder::BindSub(const tsql::Query& query) {
+    if (query.into) throw SqlError(156, {QStringLiteral("into")}, query.into->line);
     if (!query.orderBy.empty() && !query.top && !query.offset) throw SqlError(1033, {}, query.line);
     std::unique_ptr<BoundQuery> bound = Bind(query);
     if (!bound->assigned.empty()) throw SqlError(102, {QStringLiteral("=")}, query.line);

@@ -13,16 +13,6 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-// A column takes the whole text or all the bytes, so that their length can be checked.
-SqlType AssignmentType(const SqlType& from, const SqlType& to) {
-    if (ClassOf(from) != ClassOf(to) || to.length == SqlType::Max) return to;
-    if (ClassOf(to) == TypeClass::Text) {
-        return MakeType(IsUnicode(to.kind) ? TypeKind::NVarChar : TypeKind::VarChar, SqlType::Max);
-    }
-    const bool bytes = to.kind == TypeKind::Binary || to.kind == TypeKind::VarBinary;
-    return bytes ? MakeType(TypeKind::VarBinary, SqlType::Max) : to;
-}
-
 // As much of a value as `limit` can hold, as messages show it.
 QString Shown(const SqlValue& value, size_t limit) {
     if (value.kind == SqlValue::Kind::Text) return FromUtf8(TakeUtf16(value.text, limit));
@@ -34,6 +24,16 @@ QString Shown(const SqlValue& value, size_t limit) {
 
 RowChecker::RowChecker(const Metadata& metadata, const TableInfo& table, QString verb)
     : database_(metadata.Database().name), table_(table), verb_(std::move(verb)) {}
+
+// A column takes the whole text or all the bytes, so that their length can be checked.
+SqlType RowChecker::AssignmentType(const SqlType& from, const SqlType& to) {
+    if (ClassOf(from) != ClassOf(to) || to.length == SqlType::Max) return to;
+    if (ClassOf(to) == TypeClass::Text) {
+        return MakeType(IsUnicode(to.kind) ? TypeKind::NVarChar : TypeKind::VarChar, SqlType::Max);
+    }
+    const bool bytes = to.kind == TypeKind::Binary || to.kind == TypeKind::VarBinary;
+    return bytes ? MakeType(TypeKind::VarBinary, SqlType::Max) : to;
+}
 
 BoundPtr RowChecker::ConvertTo(BoundPtr value, const ColumnInfo& column) {
     const SqlType type = AssignmentType(value->type, column.type);

@@ -14,6 +14,8 @@ class RowChecker {
 
     // The expression as the column takes it: texts keep their length, so that Check can see it.
     static BoundPtr ConvertTo(BoundPtr value, const ColumnInfo& column);
+    // The type that ConvertTo makes of `from`.
+    static SqlType AssignmentType(const SqlType& from, const SqlType& to);
     // The column's default; null where it has none.
     static BoundPtr BindDefault(BindContext& context, const ColumnInfo& column);
 

@@ -4,11 +4,14 @@
 
 #include "localdb/engine/BoundQuery.h"
 #include "localdb/engine/Conversion.h"
+#include "localdb/engine/OutputRows.h"
 #include "localdb/engine/QueryBinder.h"
+#include "localdb/engine/RowSpool.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/StoredForm.h"
 #include "localdb/engine/TableStorage.h"
+#include "localdb/engine/TypeRules.h"
 #include "localdb/engine/TypeTable.h"
 
 namespace quarv::localdb::engine {
@@ -57,19 +60,28 @@ void RowInserter::FindColumns(const std::vector<QString>& names) {
     }
 }
 
+size_t RowInserter::IdentityPlace() const {
+    const ColumnInfo* identity = table_.FindColumn(table_.identity->columnId);
+    return static_cast<size_t>(identity - table_.columns.data());
+}
+
 void RowInserter::CheckIdentity() const {
     if (!table_.identity) return;
     const SessionOptions& options = frame_.Session().options;
     const bool allowed = options.identityInsertTable == table_.object.id &&
                          options.identityInsertDatabase == metadata_.Database().id;
-    const ColumnInfo* identity = table_.FindColumn(table_.identity->columnId);
-    const bool given = given_[static_cast<size_t>(identity - table_.columns.data())];
+    const bool given = given_[IdentityPlace()];
     if (given && !allowed) throw SqlError(544, {table_.object.name});
     if (!given && allowed) throw SqlError(namesGiven_ ? 545 : 8101, {table_.object.name});
 }
 
 void RowInserter::CheckCount(size_t given, bool fromQuery) const {
     if (given == targets_.size()) return;
+    // One more than there is room for can only be meant for the identity column.
+    const bool identity = table_.identity && !given_[IdentityPlace()];
+    if (!namesGiven_ && identity && given == targets_.size() + 1) {
+        throw SqlError(8101, {table_.object.name});
+    }
     if (!namesGiven_) throw SqlError(213);
     if (fromQuery) throw SqlError(given < targets_.size() ? 120 : 121);
     throw SqlError(given < targets_.size() ? 109 : 110);
@@ -87,29 +99,93 @@ OwnedValue RowInserter::DefaultValue(size_t column) {
     return frame_.Compute(*defaults_[column]);
 }
 
-void RowInserter::InsertRow(const tsql::ExpressionList& values) {
+void RowInserter::FillRest(std::vector<OwnedValue>& row) {
+    for (size_t i = 0; i < row.size(); ++i) {
+        const ColumnInfo& column = table_.columns[i];
+        if (!given_[i] && !column.identity && !column.IsComputed()) row[i] = DefaultValue(i);
+    }
+}
+
+void RowInserter::InsertDefaults() {
     std::vector<OwnedValue> row(table_.columns.size());
-    std::vector<bool> filled(table_.columns.size(), false);
-    if (!values.empty()) {
-        CheckCount(values.size(), false);
-        const Scope none;
-        ExpressionBinder binder(context_, none);
-        for (size_t i = 0; i < values.size(); ++i) {
-            if (IsDefaultWord(*values[i])) continue;
-            const size_t column = targets_[i];
-            CheckGiven(column);
-            const BoundPtr value =
-                RowChecker::ConvertTo(binder.Value(*values[i]), table_.columns[column]);
-            row[column] = frame_.Compute(*value);
-            filled[column] = true;
+    for (size_t i = 0; i < row.size(); ++i) {
+        const ColumnInfo& column = table_.columns[i];
+        if (!column.identity && !column.IsComputed()) row[i] = DefaultValue(i);
+    }
+    if (!IsFull()) Insert(row);
+}
+
+std::optional<SqlType> RowInserter::CommonType(const std::vector<std::vector<BoundPtr>>& rows,
+                                               size_t column) {
+    std::optional<SqlType> common;
+    for (const std::vector<BoundPtr>& row : rows) {
+        if (!row[column] || row[column]->untypedNull) continue;
+        const SqlType& type = row[column]->type;
+        common = common ? TypeRules::Common(*common, type) : type;
+    }
+    return common;
+}
+
+void RowInserter::InsertRows(const std::vector<tsql::ExpressionList>& rows, ResultSink& sink) {
+    const Scope none;
+    ExpressionBinder binder(context_, none);
+    std::vector<std::vector<BoundPtr>> bound;
+    for (const tsql::ExpressionList& row : rows) {
+        CheckCount(row.size(), false);
+        bound.emplace_back(row.size());
+        for (size_t i = 0; i < row.size(); ++i) {
+            if (IsDefaultWord(*row[i])) continue;
+            CheckGiven(targets_[i]);
+            bound.back()[i] = binder.Value(*row[i]);
         }
     }
-    for (size_t i = 0; i < row.size(); ++i) {
-        const bool fill =
-            !filled[i] && !table_.columns[i].identity && !table_.columns[i].IsComputed();
-        if (fill) row[i] = DefaultValue(i);
+    for (size_t i = 0; i < targets_.size(); ++i) {
+        const std::optional<SqlType> common = CommonType(bound, i);
+        for (std::vector<BoundPtr>& row : bound) {
+            if (!row[i]) continue;
+            if (common) row[i] = ExpressionBinder::Convert(std::move(row[i]), *common);
+            row[i] = RowChecker::ConvertTo(std::move(row[i]), table_.columns[targets_[i]]);
+        }
+    }
+    for (std::vector<BoundPtr>& row : bound) {
+        if (sink.Cancelled()) throw Cancelled();
+        if (!IsFull()) InsertBound(row);
+    }
+}
+
+// A value that is missing is the column's default.
+void RowInserter::InsertBound(std::vector<BoundPtr>& values) {
+    std::vector<OwnedValue> row(table_.columns.size());
+    FillRest(row);
+    for (size_t i = 0; i < values.size(); ++i) {
+        row[targets_[i]] = values[i] ? frame_.Compute(*values[i]) : DefaultValue(targets_[i]);
     }
     Insert(row);
+}
+
+void RowInserter::InsertSpool(RowSpool& rows, ResultSink& sink) {
+    const std::vector<SqlType>& types = rows.Types();
+    CheckCount(types.size(), true);
+    std::vector<SqlType> wanted;
+    for (size_t i = 0; i < types.size(); ++i) {
+        const SqlType& column = table_.columns[targets_[i]].type;
+        CheckGiven(targets_[i]);
+        TypeRules::CheckConversion(types[i], column, false);
+        wanted.push_back(RowChecker::AssignmentType(types[i], column));
+    }
+    std::vector<OwnedValue> values;
+    std::vector<OwnedValue> row(table_.columns.size());
+    TextArena arena;
+    while (!IsFull() && rows.Next(values)) {
+        if (sink.Cancelled()) throw Cancelled();
+        FillRest(row);
+        for (size_t i = 0; i < types.size(); ++i) {
+            row[targets_[i]] = Conversion::Convert(values[i].View(), types[i], wanted[i],
+                                                   Conversion::NoStyle, arena);
+        }
+        arena.Reset();
+        Insert(row);
+    }
 }
 
 // The query's rows are all read before the first is put in, so that a table can be doubled.
@@ -117,6 +193,7 @@ void RowInserter::InsertQuery(const tsql::Query& query, ResultSink& sink) {
     QueryBinder binder(context_, nullptr);
     const std::unique_ptr<BoundQuery> bound = binder.Bind(query);
     if (!bound->assigned.empty()) throw SqlError(102, {QStringLiteral("=")}, query.line);
+    if (query.into) throw SqlError(156, {QStringLiteral("into")}, query.into->line);
     CheckCount(bound->items.size(), true);
     for (size_t i = 0; i < bound->items.size(); ++i) {
         CheckGiven(targets_[i]);
@@ -129,12 +206,9 @@ void RowInserter::InsertQuery(const tsql::Query& query, ResultSink& sink) {
     writer.Text(") SELECT * FROM m");
     SqliteStatement rows = writer.Prepare(frame_.Session().store);
     std::vector<OwnedValue> row(table_.columns.size());
-    while (rows.Step()) {
+    while (!IsFull() && rows.Step()) {
         if (sink.Cancelled()) throw Cancelled();
-        for (size_t i = 0; i < row.size(); ++i) {
-            const ColumnInfo& column = table_.columns[i];
-            if (!given_[i] && !column.identity && !column.IsComputed()) row[i] = DefaultValue(i);
-        }
+        FillRest(row);
         for (size_t i = 0; i < targets_.size(); ++i) {
             row[targets_[i]] =
                 ReadColumn(rows.Handle(), static_cast<int>(i), bound->items[i]->type);
@@ -188,6 +262,7 @@ void RowInserter::Insert(std::vector<OwnedValue>& row) {
     }
     checks_.Inserted(row);
     ++count_;
+    if (output_) output_->Add(&row, nullptr);
 }
 
 std::optional<IdentityInfo> RowInserter::Identity() const {

@@ -10,6 +10,9 @@
 
 namespace quarv::localdb::engine {
 
+class OutputRows;
+class RowSpool;
+
 class RowInserter {
   public:
     // `columns` are the names as written; none: all but the identity column. Raises SqlError 207,
@@ -17,9 +20,17 @@ class RowInserter {
     RowInserter(Frame& frame, BindContext& context, Metadata& metadata, const TableInfo& table,
                 const std::vector<QString>& columns);
 
-    // Values as written, DEFAULT included; no values: every column's default. Raises SqlError.
-    void InsertRow(const tsql::ExpressionList& values);
+    // Where rows that were put in are told of; borrowed.
+    void SetOutput(OutputRows* output) { output_ = output; }
+    // At most so many rows are put in.
+    void SetLimit(int64_t rows) { limit_ = rows; }
+
+    // Every column's default.
+    void InsertDefaults();
+    // Rows as written, DEFAULT included; each column's values are of one type. Raises SqlError.
+    void InsertRows(const std::vector<tsql::ExpressionList>& rows, ResultSink& sink);
     void InsertQuery(const tsql::Query& query, ResultSink& sink);
+    void InsertSpool(RowSpool& rows, ResultSink& sink);
     // Keeps the identity values that were used.
     void Finish();
     int64_t Count() const { return count_; }
@@ -28,9 +39,18 @@ class RowInserter {
 
   private:
     void FindColumns(const std::vector<QString>& names);
+    // Of a table that has an identity column.
+    size_t IdentityPlace() const;
     void CheckIdentity() const;
     void CheckGiven(size_t column) const;
     void CheckCount(size_t given, bool fromQuery) const;
+    // The type that the column's values of all rows have; nothing where they have none.
+    static std::optional<SqlType> CommonType(const std::vector<std::vector<BoundPtr>>& rows,
+                                             size_t column);
+    void InsertBound(std::vector<BoundPtr>& values);
+    // Puts in the defaults of the columns that no value is given for.
+    void FillRest(std::vector<OwnedValue>& row);
+    bool IsFull() const { return limit_ && count_ >= *limit_; }
     OwnedValue DefaultValue(size_t column);
     void Insert(std::vector<OwnedValue>& row);
     void TakeIdentity(const OwnedValue& value);
@@ -49,6 +69,8 @@ class RowInserter {
     std::optional<int64_t> lastIdentity_;
     bool identityChanged_ = false;
     int64_t count_ = 0;
+    std::optional<int64_t> limit_;
+    OutputRows* output_ = nullptr;
 };
 
 }  // namespace quarv::localdb::engine

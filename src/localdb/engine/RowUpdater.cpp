@@ -74,8 +74,16 @@ RowUpdater::RowUpdater(Frame& frame, BindContext& context, const tsql::Update& u
         if (table_.columns[i].type.kind == TypeKind::RowVersion) targets_.push_back({i, Stamped});
     }
     moves_ = ChangesKey();
-    const bool whole = moves_ || checks_.NeedsRows();
+    const bool whole = moves_ || update.output || checks_.NeedsRows();
     for (size_t i = 0; whole && i < table_.columns.size(); ++i) old_.push_back(query_.AddOld(i));
+    if (update.output) BindOutput(*update.output);
+}
+
+void RowUpdater::BindOutput(const tsql::OutputClause& clause) {
+    output_.emplace(frame_, context_, clause, table_, OutputRows::Sides{true, true},
+                    &query_.Names());
+    for (BoundPtr& item : output_->CopyOthers()) others_.push_back(query_.Add(std::move(item)));
+    other_.resize(others_.size());
 }
 
 size_t RowUpdater::FindColumn(const tsql::ObjectName& name) const {
@@ -165,16 +173,20 @@ void RowUpdater::ReadRow(const SqliteStatement& rows) {
         return ReadColumn(rows.Handle(), static_cast<int>(item), query_.Query().items[item]->type);
     };
     for (size_t i = 0; i < old_.size(); ++i) row_[i] = read(old_[i]);
-    if (checks_.NeedsRows()) before_ = row_;
+    if (output_ || checks_.NeedsRows()) before_ = row_;
     RowChecker::Stamp(query_.Target().metadata, table_, row_);
     for (const Target& target : targets_) {
         if (target.item == Stamped) continue;
         row_[target.column] = read(target.item);
         checker_.Check(table_.columns[target.column], row_[target.column]);
     }
-    if (!checks_.NeedsRows()) return;
-    checks_.Complete(row_);
-    checks_.Check(row_);
+    if (checks_.NeedsRows()) {
+        checks_.Complete(row_);
+        checks_.Check(row_);
+    }
+    if (!output_) return;
+    for (size_t i = 0; i < others_.size(); ++i) other_[i] = read(others_[i]);
+    output_->Add(&row_, &before_, other_);
 }
 
 void RowUpdater::ChangeInPlace(SqliteStatement& rows, ResultSink& sink) {
@@ -256,6 +268,11 @@ void RowUpdater::Run(ResultSink& sink) {
         ChangeInPlace(rows, sink);
     }
     checks_.Finish();
+    if (output_) output_->Store(sink);
+}
+
+void RowUpdater::SendOutput(ResultSink& sink) {
+    if (output_) output_->Send(sink);
 }
 
 }  // namespace quarv::localdb::engine

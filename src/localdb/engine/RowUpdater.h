@@ -5,6 +5,7 @@
 
 #include "localdb/engine/ChangeQuery.h"
 #include "localdb/engine/Frame.h"
+#include "localdb/engine/OutputRows.h"
 #include "localdb/engine/RowChecker.h"
 #include "localdb/engine/RowChecks.h"
 #include "localdb/engine/RowSpool.h"
@@ -21,6 +22,8 @@ class RowUpdater {
     const std::string& Prefix() { return query_.Target().metadata.Prefix(); }
     // Inside the caller's transaction.
     void Run(ResultSink& sink);
+    // Sends what OUTPUT asks for; behind the commit.
+    void SendOutput(ResultSink& sink);
     int64_t Count() const { return count_; }
 
   private:
@@ -31,6 +34,7 @@ class RowUpdater {
     // Kept from being computed once for all rows.
     BoundPtr ForEachRow(BoundPtr value) const;
     bool ChangesKey() const;
+    void BindOutput(const tsql::OutputClause& clause);
     void ReadRow(const SqliteStatement& rows);
     void ChangeInPlace(SqliteStatement& rows, ResultSink& sink);
     void ChangeByMoving(SqliteStatement& rows, ResultSink& sink);
@@ -49,9 +53,12 @@ class RowUpdater {
     static constexpr size_t Stamped = SIZE_MAX;  // a rowversion: set by itself
     std::vector<Target> targets_;
     bool moves_ = false;
-    // By column, the item with its old value; where rows move or constraints ask for them.
+    // By column, the item with its old value; where rows move or something asks for them.
     std::vector<size_t> old_;
     std::vector<OwnedValue> before_, row_;  // by column, the old and the new row
+    std::optional<OutputRows> output_;
+    std::vector<size_t> others_;  // the items that OUTPUT takes from other tables
+    std::vector<OwnedValue> other_;
     int64_t count_ = 0;
 };
 

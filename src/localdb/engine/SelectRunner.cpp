@@ -46,6 +46,11 @@ void SendRows(const BoundQuery& query, SqliteStatement& statement, Frame& frame,
 }  // namespace
 
 void RunSelect(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
+    const tsql::Query& tree = *static_cast<const tsql::Select&>(statement).query;
+    if (tree.into) {
+        RunSelectInto(tree, frame, sink);
+        return;
+    }
     SessionState& session = frame.Session();
     const Transactions::Reading reading(session.transactions);
     BindContext context = frame.NewContext();

@@ -52,7 +52,8 @@ struct SessionState {
     int error = 0;                    // @@ERROR
     std::optional<int64_t> identity;  // @@IDENTITY
     int nestLevel = 0;
-    RandomNumbers random;  // RAND
+    RandomNumbers random;    // RAND
+    bool capturing = false;  // INSERT ... EXECUTE takes what is sent
     PreparedTexts prepared;
 };
 

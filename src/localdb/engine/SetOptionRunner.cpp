@@ -63,7 +63,10 @@ void SetIdentityInsert(const tsql::SetOption& node, Frame& frame) {
                       options.identityInsertDatabase == metadata.Database().id;
     if (on && options.identityInsertTable != 0 && !same) {
         const std::optional<ObjectInfo> other = metadata.Find(options.identityInsertTable);
-        throw SqlError(8107, {other ? other->name : QString(), node.table.ToText()});
+        const QString name =
+            other ? metadata.Database().name + u'.' + other->schema + u'.' + other->name
+                  : QString();
+        throw SqlError(8107, {name, node.table.ToText()});
     }
     if (on || same) options.identityInsertTable = on ? object->id : 0;
     if (on) options.identityInsertDatabase = metadata.Database().id;

@@ -9,7 +9,8 @@
 
 namespace quarv::localdb::tsql {
 struct CreateTable;
-}
+struct Query;
+}  // namespace quarv::localdb::tsql
 
 namespace quarv::localdb::engine {
 
@@ -59,6 +60,8 @@ void RunCreateView(const tsql::Statement& statement, Frame& frame, ResultSink& s
 void RunCreateProcedure(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunCreateIndex(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunDrop(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+
+void RunSelectInto(const tsql::Query& query, Frame& frame, ResultSink& sink);
 
 // As tsql::ParseBatch; raises SqlError.
 tsql::StatementList ParseBatchText(const QString& text);

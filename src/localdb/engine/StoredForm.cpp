@@ -219,6 +219,29 @@ int CompareStoredOffsets(std::string_view a, std::string_view b) {
     return a.substr(0, UtcLetters).compare(b.substr(0, UtcLetters));
 }
 
+SqlValue FromDatum(const Datum& datum, const SqlType& type) {
+    if (datum.null) return {};
+    switch (ClassOf(type)) {
+        case TypeClass::Text:
+            return SqlValue::Text(datum.text);
+        case TypeClass::Real:
+            return SqlValue::Real(datum.real);
+        case TypeClass::Decimal: {
+            const auto wide = static_cast<Int128>(datum.magnitude);
+            return SqlValue::Wide(datum.negative ? -wide : wide);
+        }
+        case TypeClass::Binary:
+        case TypeClass::Guid:
+            return SqlValue::Bytes(
+                {reinterpret_cast<const char*>(datum.bytes.data()), datum.bytes.size()});
+        default: {
+            SqlValue value = SqlValue::Integer(datum.integer);
+            value.offset = datum.offsetMinutes;
+            return value;
+        }
+    }
+}
+
 SqlValue ReadColumn(sqlite3_stmt* statement, int column, const SqlType& type) {
     return ReadStored(sqlite3_column_value(statement, column), type);
 }

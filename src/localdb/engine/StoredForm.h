@@ -32,5 +32,7 @@ SqlValue ReadColumn(sqlite3_stmt* statement, int column, const SqlType& type);
 void ReadDatum(sqlite3_stmt* statement, int column, const SqlType& type, Datum& datum);
 // A computed value as a datum; its text points where the value's does.
 Datum ToDatum(const SqlValue& value);
+// The value that a datum of the type stands for; its text points where the datum's does.
+SqlValue FromDatum(const Datum& datum, const SqlType& type);
 
 }  // namespace quarv::localdb::engine

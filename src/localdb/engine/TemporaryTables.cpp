@@ -54,10 +54,15 @@ QString TemporaryTables::WrittenName(const QString& stored) {
     return stored.left(length);
 }
 
-bool TemporaryTables::IsOfLevel(int64_t objectId, int level) const {
-    return std::any_of(made_.begin(), made_.end(), [&](const Entry& entry) {
-        return entry.objectId == objectId && entry.level == level;
-    });
+void TemporaryTables::Name(ObjectInfo& table, Metadata& metadata, int level) {
+    if (!IsTemporary(table.name)) return;
+    const std::optional<ObjectInfo> same = metadata.Find(table.schema, table.name);
+    const bool taken = same && std::any_of(made_.begin(), made_.end(), [&](const Entry& entry) {
+                           return entry.objectId == same->id && entry.level == level;
+                       });
+    if (taken) throw SqlError(2714, {table.name});
+    table.name = StoredName(table.name, table.id);
+    made_.push_back({table.id, level});
 }
 
 void TemporaryTables::DropTable(int64_t objectId) {

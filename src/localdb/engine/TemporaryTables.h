@@ -13,6 +13,7 @@
 
 namespace quarv::localdb::engine {
 
+class Metadata;
 class RowSpool;
 class Store;
 class Transactions;
@@ -33,9 +34,10 @@ class TemporaryTables {
     // The name that was written, of a stored one; any other name as it is.
     static QString WrittenName(const QString& stored);
 
-    // A table of this id was made on this call level; 0 is the batch.
-    void Made(int64_t objectId, int level) { made_.push_back({objectId, level}); }
-    bool IsOfLevel(int64_t objectId, int level) const;
+    // Gives a new table (its id is known) its stored name where it is a temporary one, made on this
+    // call level; 0 is the batch. It hides one of the same name that an outer level made; raises
+    // SqlError 2714 where this level has one.
+    void Name(ObjectInfo& table, Metadata& metadata, int level);
     // Drops what the level made; never raises.
     void EndLevel(int level);
     // Forgets everything where the session begins anew.

@@ -14,6 +14,7 @@ void RunUpdate(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     updater.Run(sink);
     writing.Commit();
     session.rowCount = updater.Count();
+    updater.SendOutput(sink);
     sink.StatementDone(StatementKind::Update, session.options.noCount ? -1 : updater.Count(),
                        false);
 }

@@ -31,16 +31,15 @@ void ParseRows(TokenReader& reader, Insert& insert) {
 StatementPtr ParseInsert(TokenReader& reader) {
     reader.Take();
     auto insert = std::make_unique<Insert>();
-    for (const QStringView word : {u"top", u"bulk"}) {
-        if (reader.AtWord(word))
-            reader.Unsupported(QStringLiteral("INSERT ") + word.toString().toUpper());
-    }
+    if (reader.AtWord(u"bulk")) reader.Unsupported(QStringLiteral("INSERT BULK"));
+    insert->limit.line = reader.Line();
+    ParseTopRows(reader, insert->limit, QStringLiteral("INSERT"));
     reader.TryWord(u"into");
     insert->table = ParseTableName(reader);
     SkipTableHints(reader);
     // A parenthesis may also open a query.
     if (!reader.AtWord(u"select", 1)) insert->columns = ParseColumnNames(reader);
-    if (reader.AtWord(u"output")) reader.Unsupported(QStringLiteral("OUTPUT"));
+    insert->output = ParseOutput(reader);
     if (reader.TryWord(u"values")) {
         ParseRows(reader, *insert);
     } else if (reader.TryWord(u"default")) {
@@ -48,7 +47,9 @@ StatementPtr ParseInsert(TokenReader& reader) {
     } else if (reader.AtWord(u"select")) {
         insert->query = ParseQuery(reader);
     } else if (reader.AtWord(u"exec") || reader.AtWord(u"execute")) {
-        reader.Unsupported(QStringLiteral("INSERT ... EXECUTE"));
+        const int line = reader.Line();
+        insert->execute.reset(static_cast<Execute*>(ParseExecute(reader).release()));
+        insert->execute->line = line;
     } else {
         reader.Fail();
     }

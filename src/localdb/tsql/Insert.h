@@ -1,6 +1,9 @@
-// Insert: INSERT [INTO] table [(columns)] VALUES rows, DEFAULT VALUES or a query.
+// Insert: INSERT [TOP (n)] [INTO] table [(columns)] [OUTPUT ...] VALUES rows, DEFAULT VALUES, a
+// query or EXECUTE.
 #pragma once
 
+#include "localdb/tsql/Execute.h"
+#include "localdb/tsql/Output.h"
 #include "localdb/tsql/Query.h"
 #include "localdb/tsql/Statement.h"
 
@@ -11,10 +14,13 @@ struct Insert : Statement {
     static constexpr int MaxRows = 1000;  // of one VALUES list
 
     ObjectName table;
-    std::vector<QString> columns;  // empty: all but the identity column
-    // One of the three; no rows and no query: DEFAULT VALUES.
+    std::vector<QString> columns;          // empty: all but the identity column
+    Query limit;                           // its TOP, nothing else
+    std::unique_ptr<OutputClause> output;  // or nothing
+    // One of the four; none of them: DEFAULT VALUES.
     std::vector<ExpressionList> rows;
     std::unique_ptr<Query> query;
+    std::unique_ptr<Execute> execute;
 };
 
 StatementPtr ParseInsert(TokenReader& reader);

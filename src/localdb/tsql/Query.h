@@ -63,6 +63,7 @@ struct Query {
     bool distinct = false;
     ExpressionPtr top;  // or nothing
     std::vector<SelectItem> items;
+    std::unique_ptr<ObjectName> into;  // the new table of SELECT INTO, or nothing
     std::vector<TableSourcePtr> from;  // several: a cross join
     ExpressionPtr where;
     ExpressionList groupBy;

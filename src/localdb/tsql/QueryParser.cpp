@@ -264,7 +264,9 @@ std::unique_ptr<Query> ParseQuery(TokenReader& reader) {
         }
         query->items.push_back(ParseItem(reader));
     } while (reader.TrySign(u","));
-    RefuseWord(reader, {u"into"});
+    if (reader.TryWord(u"into")) {
+        query->into = std::make_unique<ObjectName>(ParseObjectName(reader, true));
+    }
     if (reader.TryWord(u"from")) {
         do {
             query->from.push_back(ParseJoined(reader));
