@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/TypeTable.h"
@@ -17,12 +18,20 @@ struct Entry {
     const char16_t* operation;  // as messages call it
 };
 
-constexpr std::array<Entry, 6> Table = {{{u"count", AggregateKind::Count, u"count"},
-                                         {u"count_big", AggregateKind::CountBig, u"count_big"},
-                                         {u"sum", AggregateKind::Sum, u"sum"},
-                                         {u"avg", AggregateKind::Average, u"avg"},
-                                         {u"min", AggregateKind::Minimum, u"min"},
-                                         {u"max", AggregateKind::Maximum, u"max"}}};
+constexpr std::array<Entry, 13> Table = {
+    {{u"count", AggregateKind::Count, u"count"},
+     {u"count_big", AggregateKind::CountBig, u"count_big"},
+     {u"approx_count_distinct", AggregateKind::CountApproximately, u"approx_count_distinct"},
+     {u"sum", AggregateKind::Sum, u"sum"},
+     {u"avg", AggregateKind::Average, u"avg"},
+     {u"min", AggregateKind::Minimum, u"min"},
+     {u"max", AggregateKind::Maximum, u"max"},
+     {u"stdev", AggregateKind::Deviation, u"stdev"},
+     {u"stdevp", AggregateKind::DeviationOfAll, u"stdevp"},
+     {u"var", AggregateKind::Variance, u"var"},
+     {u"varp", AggregateKind::VarianceOfAll, u"varp"},
+     {u"checksum_agg", AggregateKind::Checksum, u"checksum_agg"},
+     {u"string_agg", AggregateKind::Joined, u"string_agg"}}};
 
 const Entry* FindEntry(const QString& name) {
     const auto* found = std::find_if(Table.begin(), Table.end(), [&name](const Entry& entry) {
@@ -55,76 +64,167 @@ std::string Number(int64_t value) {
     return std::to_string(value);
 }
 
+[[noreturn]] void Invalid(const Entry& entry, const BoundExpression& argument) {
+    const QString type = argument.untypedNull ? QStringLiteral("NULL") : argument.type.Name();
+    throw SqlError(8117, {type, QString::fromUtf16(entry.operation)});
+}
+
+// STRING_AGG gives a text of its first argument's kind, any other type as nvarchar(4000).
+SqlType TypeOfJoined(const SqlType& type) {
+    if (ClassOf(type) != TypeClass::Text) return MakeType(TypeKind::NVarChar, 4000);
+    const bool unicode = IsUnicode(type.kind);
+    const int most = unicode ? 4000 : 8000;
+    return MakeType(unicode ? TypeKind::NVarChar : TypeKind::VarChar,
+                    type.length == SqlType::Max ? SqlType::Max : most);
+}
+
+SqlType TypeOf(const Entry& entry, std::vector<BoundPtr>& arguments) {
+    switch (entry.kind) {
+        case AggregateKind::Count:
+            return IntType();
+        case AggregateKind::CountBig:
+        case AggregateKind::CountApproximately:
+            return MakeType(TypeKind::BigInt);
+        case AggregateKind::Sum:
+        case AggregateKind::Average:
+            return TypeOfSum(entry, arguments[0]->type);
+        case AggregateKind::Minimum:
+        case AggregateKind::Maximum:
+            if (arguments[0]->type.kind == TypeKind::Bit) Invalid(entry, *arguments[0]);
+            return arguments[0]->type;
+        case AggregateKind::Checksum:
+            if (ClassOf(arguments[0]->type) != TypeClass::Integer) Invalid(entry, *arguments[0]);
+            arguments[0] = ExpressionBinder::Convert(std::move(arguments[0]), IntType());
+            return IntType();
+        case AggregateKind::Joined: {
+            const SqlType type = TypeOfJoined(arguments[0]->type);
+            for (size_t i = 0; i < 2; ++i) {
+                if (ClassOf(arguments[i]->type) == TypeClass::Text && !arguments[i]->untypedNull) {
+                    continue;
+                }
+                arguments[i] = ExpressionBinder::Convert(std::move(arguments[i]), type);
+            }
+            return type;
+        }
+        default:
+            if (!IsNumber(arguments[0]->type) || arguments[0]->type.kind == TypeKind::Bit) {
+                Invalid(entry, *arguments[0]);
+            }
+            arguments[0] =
+                ExpressionBinder::Convert(std::move(arguments[0]), MakeType(TypeKind::Float));
+            return MakeType(TypeKind::Float);
+    }
+}
+
+bool Counts(AggregateKind kind) {
+    return kind <= AggregateKind::CountApproximately;
+}
+
+const char* StorageName(AggregateKind kind) {
+    switch (kind) {
+        case AggregateKind::Minimum:
+            return "min";
+        case AggregateKind::Maximum:
+            return "max";
+        case AggregateKind::Deviation:
+            return "q_stdev";
+        case AggregateKind::DeviationOfAll:
+            return "q_stdevp";
+        case AggregateKind::Variance:
+            return "q_var";
+        case AggregateKind::VarianceOfAll:
+            return "q_varp";
+        case AggregateKind::Checksum:
+            return "q_checksum";
+        case AggregateKind::Sum:
+        case AggregateKind::Average:
+            return "q_sum";
+        default:
+            return "count";
+    }
+}
+
 }  // namespace
 
 std::string BoundAggregate::Detail() const {
-    return Number(static_cast<int>(kind_)) + (distinct_ ? "d" : "");
+    std::string text = Number(static_cast<int>(kind_)) + (distinct_ ? "d" : "");
+    for (const bool down : descending) text += down ? '-' : '+';
+    return over ? text + over->Detail() : text;
 }
 
-void BoundAggregate::WriteArgument(SqlWriter& writer) const {
-    if (distinct_) writer.Text("DISTINCT ");
-    writer.Collated(*parts[0]);
+void BoundAggregate::WriteCall(SqlWriter& writer, const char* name) const {
+    writer.Text(name);
+    writer.Text(distinct_ ? "(DISTINCT " : "(");
+    const bool hasArgument = over ? over->first > 0 : !parts.empty();
+    if (hasArgument) {
+        writer.Collated(*parts[0]);
+    } else {
+        writer.Text("*");
+    }
+    writer.Text(")");
+    if (over) over->Write(writer, parts);
+}
+
+// q_join(type, directions, text, separator, keys...)
+void BoundAggregate::WriteJoined(SqlWriter& writer) const {
+    std::string directions;
+    for (const bool down : descending) directions += down ? 'd' : 'a';
+    writer.Text("q_join(" + Number(PackType(type)) + ",'" + directions + "'");
+    for (const BoundPtr& part : parts) {
+        writer.Text(",");
+        writer.Expression(*part);
+    }
+    writer.Text(")");
 }
 
 void BoundAggregate::Write(SqlWriter& writer) const {
-    switch (kind_) {
-        case AggregateKind::Count:
-        case AggregateKind::CountBig:
-            writer.Text("count(");
-            if (parts.empty()) {
-                writer.Text("*");
-            } else {
-                WriteArgument(writer);
-            }
-            writer.Text(")");
-            return;
-        case AggregateKind::Minimum:
-        case AggregateKind::Maximum:
-            writer.Text(kind_ == AggregateKind::Minimum ? "min(" : "max(");
-            writer.Collated(*parts[0]);
-            writer.Text(")");
-            return;
-        default: {
-            const SqlType& argument = parts[0]->type;
-            writer.Text("q_total(q_sum(");
-            writer.Expression(*parts[0]);
-            writer.Text("," + Number(PackType(argument)));
-            writer.Text(")," + Number(PackType(type)));
-            writer.Text(kind_ == AggregateKind::Average ? ",1," : ",0,");
-            writer.Text(Number(argument.scale) + ")");
-        }
+    if (kind_ == AggregateKind::Joined) {
+        WriteJoined(writer);
+        return;
     }
+    const bool sums = kind_ == AggregateKind::Sum || kind_ == AggregateKind::Average;
+    if (sums) writer.Text("q_total(");
+    WriteCall(writer, StorageName(kind_));
+    if (!sums) return;
+    writer.Text("," + Number(PackType(type)));
+    writer.Text(kind_ == AggregateKind::Average ? ",1," : ",0,");
+    writer.Text(Number(parts[0]->type.scale) + ")");
 }
 
 bool IsAggregateName(const QString& name) {
     return FindEntry(name) != nullptr;
 }
 
-BoundPtr MakeAggregate(const QString& name, BoundPtr argument, bool distinct) {
+size_t AggregateArguments(const QString& name) {
+    return FindEntry(name)->kind == AggregateKind::Joined ? 2 : 1;
+}
+
+std::unique_ptr<BoundAggregate> MakeAggregate(const QString& name, std::vector<BoundPtr> arguments,
+                                              bool distinct) {
     const Entry& entry = *FindEntry(name);
-    const bool counts = entry.kind == AggregateKind::Count || entry.kind == AggregateKind::CountBig;
-    if (!argument && !counts) throw SqlError(102, {QStringLiteral("*")});
-    if (argument && argument->untypedNull && !counts) {
-        throw SqlError(8117, {QStringLiteral("NULL"), QString::fromUtf16(entry.operation)});
+    if (arguments.empty() &&
+        (!Counts(entry.kind) || entry.kind == AggregateKind::CountApproximately)) {
+        throw SqlError(102, {QStringLiteral("*")});
     }
-    const bool sums = entry.kind == AggregateKind::Sum || entry.kind == AggregateKind::Average;
-    if (sums && distinct) throw SqlError(40517, {name.toUpper() + QStringLiteral("(DISTINCT)")});
-    const bool ordered = distinct || !counts;
-    if (argument && ordered &&
-        (IsOldLong(argument->type.kind) || argument->type.kind == TypeKind::Xml)) {
-        throw SqlError(8117, {argument->type.Name(), QString::fromUtf16(entry.operation)});
+    if (!arguments.empty() && arguments[0]->untypedNull && !Counts(entry.kind)) {
+        Invalid(entry, *arguments[0]);
     }
-    auto node = std::make_unique<BoundAggregate>(entry.kind, distinct);
-    if (counts) {
-        node->type = entry.kind == AggregateKind::Count ? IntType() : MakeType(TypeKind::BigInt);
-        node->nullable = false;
-    } else {
-        node->type = sums ? TypeOfSum(entry, argument->type) : argument->type;
-        if (argument->type.kind == TypeKind::Bit && !sums) {
-            throw SqlError(8117, {QStringLiteral("bit"), QString::fromUtf16(entry.operation)});
-        }
+    const bool ordered = distinct || !Counts(entry.kind);
+    if (!arguments.empty() && ordered &&
+        (IsOldLong(arguments[0]->type.kind) || arguments[0]->type.kind == TypeKind::Xml)) {
+        Invalid(entry, *arguments[0]);
     }
-    if (argument) node->parts.push_back(std::move(argument));
+    // Each value once makes no difference to these.
+    const bool extreme =
+        entry.kind == AggregateKind::Minimum || entry.kind == AggregateKind::Maximum;
+    const bool approximate = entry.kind == AggregateKind::CountApproximately;
+    if (distinct && entry.kind == AggregateKind::Joined) {
+        throw SqlError(102, {QStringLiteral("distinct")});
+    }
+    auto node = std::make_unique<BoundAggregate>(entry.kind, approximate || (distinct && !extreme));
+    node->type = TypeOf(entry, arguments);
+    node->nullable = !Counts(entry.kind);
+    node->parts = std::move(arguments);
     return node;
 }
 

@@ -1,13 +1,30 @@
-// Aggregate: COUNT, COUNT_BIG, SUM, AVG, MIN and MAX over the rows of a group.
+// Aggregate: COUNT, SUM, AVG, MIN, MAX and their kin over the rows of a group or of a window.
 #pragma once
 
-#include "localdb/engine/BoundExpression.h"
+#include <optional>
+
+#include "localdb/engine/WindowFunction.h"
 
 namespace quarv::localdb::engine {
 
-enum class AggregateKind : uint8_t { Count, CountBig, Sum, Average, Minimum, Maximum };
+enum class AggregateKind : uint8_t {
+    Count,
+    CountBig,
+    CountApproximately,  // which is exact here
+    Sum,
+    Average,
+    Minimum,
+    Maximum,
+    Deviation,
+    DeviationOfAll,
+    Variance,
+    VarianceOfAll,
+    Checksum,
+    Joined,  // STRING_AGG
+};
 
-// Its part, where it has one, is the argument.
+// Its first part, where it has one, is the argument; of STRING_AGG, the second is the separator and
+// those behind it are what the texts are ordered by.
 class BoundAggregate : public BoundExpression {
   public:
     BoundAggregate(AggregateKind kind, bool distinct) : kind_(kind), distinct_(distinct) {}
@@ -16,11 +33,16 @@ class BoundAggregate : public BoundExpression {
     }
     void Write(SqlWriter& writer) const override;
     bool IsLeaf() const override { return true; }
-    bool IsAggregate() const override { return true; }
+    bool IsAggregate() const override { return !over; }
+    bool IsWindow() const override { return over.has_value(); }
     std::string Detail() const override;
 
+    std::optional<BoundOver> over;
+    std::vector<bool> descending;  // of STRING_AGG's order
+
   private:
-    void WriteArgument(SqlWriter& writer) const;
+    void WriteCall(SqlWriter& writer, const char* name) const;
+    void WriteJoined(SqlWriter& writer) const;
 
     AggregateKind kind_;
     bool distinct_;
@@ -28,7 +50,10 @@ class BoundAggregate : public BoundExpression {
 
 // In any letter case.
 bool IsAggregateName(const QString& name);
-// `argument` is nothing for COUNT(*). Raises SqlError 102 or 8117.
-BoundPtr MakeAggregate(const QString& name, BoundPtr argument, bool distinct);
+// The number of arguments that the aggregate takes.
+size_t AggregateArguments(const QString& name);
+// `arguments` is empty for COUNT(*). Raises SqlError 102, 8116 or 8117.
+std::unique_ptr<BoundAggregate> MakeAggregate(const QString& name, std::vector<BoundPtr> arguments,
+                                              bool distinct);
 
 }  // namespace quarv::localdb::engine

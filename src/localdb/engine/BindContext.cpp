@@ -31,6 +31,13 @@ const std::shared_ptr<TableInfo>& BindContext::TableVariable(const tsql::ObjectN
     return *table;
 }
 
+CommonInfo* BindContext::FindCommon(const QString& name) const {
+    for (auto common = commons_.rbegin(); common != commons_.rend(); ++common) {
+        if (SameName((*common)->name, name)) return common->get();
+    }
+    return nullptr;
+}
+
 BindContext::InView::InView(BindContext& context, const DatabaseEntry& database)
     : context_(context), before_(context.current_) {
     if (context.viewDepth_ == MaxViewDepth) {
@@ -38,11 +45,13 @@ BindContext::InView::InView(BindContext& context, const DatabaseEntry& database)
     }
     ++context.viewDepth_;
     context.current_ = database;
+    commons_.swap(context.commons_);
 }
 
 BindContext::InView::~InView() {
     --context_.viewDepth_;
     context_.current_ = before_;
+    commons_.swap(context_.commons_);
 }
 
 }  // namespace quarv::localdb::engine

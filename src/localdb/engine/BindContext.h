@@ -15,6 +15,18 @@ namespace quarv::localdb::engine {
 
 class VariableTable;
 
+// A table of WITH while the query around it is bound.
+struct CommonInfo {
+    QString name;
+    std::string storage;                // "w1"
+    std::vector<SourceColumn> columns;  // sql: "c1", "c2", ... without a source in front
+    // Where the part that refers to the table itself is bound: who may, and how often it did.
+    const void* recursive = nullptr;
+    bool ready = false;
+    int references = 0;
+    std::string reference;  // the alias of that source
+};
+
 class BindContext {
   public:
     static constexpr int MaxViewDepth = 32;
@@ -35,6 +47,12 @@ class BindContext {
 
     // A name for the next row source: "s1", "s2", ...
     std::string NextAlias() { return "s" + std::to_string(++aliases_); }
+    // The tables of WITH that names can mean, the innermost query's last.
+    CommonInfo* FindCommon(const QString& name) const;
+    std::vector<std::shared_ptr<CommonInfo>>& Commons() { return commons_; }
+    class CommonsAround;
+    int maxRecursion = 100;  // OPTION (MAXRECURSION n); 0: no limit
+
     // One view inside another; raises SqlError 217 beyond MaxViewDepth. While it lives, names mean
     // what they mean in `database`.
     class InView;
@@ -47,6 +65,21 @@ class BindContext {
     const VariableTable& variables_;
     int aliases_ = 0;
     int viewDepth_ = 0;
+    std::vector<std::shared_ptr<CommonInfo>> commons_;
+};
+
+// Takes away, at its end, the tables of WITH that were added while it lived.
+class BindContext::CommonsAround {
+  public:
+    explicit CommonsAround(BindContext& context)
+        : context_(context), before_(context.commons_.size()) {}
+    ~CommonsAround() { context_.commons_.resize(before_); }
+    CommonsAround(const CommonsAround&) = delete;
+    CommonsAround& operator=(const CommonsAround&) = delete;
+
+  private:
+    BindContext& context_;
+    size_t before_;
 };
 
 class BindContext::InView {
@@ -59,6 +92,7 @@ class BindContext::InView {
   private:
     BindContext& context_;
     DatabaseEntry before_;
+    std::vector<std::shared_ptr<CommonInfo>> commons_;  // hidden from the view
 };
 
 }  // namespace quarv::localdb::engine

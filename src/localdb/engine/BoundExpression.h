@@ -43,6 +43,8 @@ class BoundExpression {
     // A leaf has no value of its own here: the storage brings it.
     virtual bool IsLeaf() const { return false; }
     virtual bool IsAggregate() const { return false; }
+    // Computed over a window of rows.
+    virtual bool IsWindow() const { return false; }
     virtual bool IsColumn() const { return false; }
     virtual bool IsConstant() const { return false; }
     // Gives another value each time it is asked.

@@ -257,6 +257,11 @@ BoundRowCount::BoundRowCount(BoundPtr count, int64_t least, int number)
 SqlValue BoundRowCount::Evaluate(const Evaluation& evaluation) const {
     const SqlValue count = parts[0]->Evaluate(evaluation);
     if (count.IsNull()) throw SqlError(1060);
+    // A percentage of rows.
+    if (count.kind == SqlValue::Kind::Real) {
+        if (!(count.real >= 0 && count.real <= 100)) throw SqlError(number_);
+        return count;
+    }
     if (count.integer < least_) throw SqlError(number_);
     return count;
 }

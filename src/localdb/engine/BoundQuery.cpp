@@ -1,57 +1,81 @@
 #include "localdb/engine/BoundQuery.h"
 
-#include "localdb/engine/ExpressionBinder.h"
-#include "localdb/engine/SqlError.h"
+#include <algorithm>
+
 #include "localdb/engine/SqlWriter.h"
+#include "localdb/engine/TypeTable.h"
 
 namespace quarv::localdb::engine {
 
 namespace {
 
-const char* JoinWords(tsql::JoinKind kind) {
-    constexpr const char* Words[] = {" JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ",
-                                     " CROSS JOIN "};
-    return Words[static_cast<size_t>(kind)];
+std::string Name(char letter, size_t number) {
+    return letter + std::to_string(number);
 }
 
-// An address: equal only to itself.
-std::string Identity(const void* object) {
-    return std::to_string(reinterpret_cast<uintptr_t>(object));
+bool HasAggregate(const BoundExpression& expression) {
+    return expression.IsAggregate() ||
+           std::any_of(expression.parts.begin(), expression.parts.end(),
+                       [](const BoundPtr& part) { return HasAggregate(*part); });
+}
+
+// The direction is always said; what stands in front may be empty.
+void WriteDirection(SqlWriter& writer, const BoundOrder& order) {
+    if (order.descending) writer.Text(" DESC");
 }
 
 }  // namespace
 
-void BoundSource::Write(SqlWriter& writer) const {
-    if (left) {
-        left->Write(writer);
-        writer.Text(JoinWords(join));
-        // The right side of a join may be a join in parentheses.
-        if (right->left) writer.Text("(");
-        right->Write(writer);
-        if (right->left) writer.Text(")");
-        if (on) {
-            writer.Text(" ON ");
-            writer.Expression(*on);
-        }
-        return;
+std::string ColumnList(size_t count) {
+    std::string list;
+    for (size_t i = 1; i <= count; ++i) list += (i > 1 ? ",c" : "c") + std::to_string(i);
+    return list;
+}
+
+void WriteWith(SqlWriter& writer, const std::vector<BoundCommon>& tables) {
+    const char* separator = "WITH RECURSIVE ";
+    for (const BoundCommon& table : tables) {
+        writer.Text(separator);
+        table.Write(writer);
+        separator = ", ";
     }
-    if (query) {
-        writer.Text("(");
-        query->Write(writer);
-        writer.Text(")");
-    } else {
-        writer.Text(sql);
+    if (!tables.empty()) writer.Text(" ");
+}
+
+void BoundCommon::Write(SqlWriter& writer) const {
+    writer.Text(name);
+    if (!recursive.empty()) writer.Text("(" + ColumnList(query->items.size()) + ",level)");
+    writer.Text(" AS (");
+    if (!recursive.empty()) writer.Text("SELECT *,0 FROM (");
+    query->Write(writer);
+    if (!recursive.empty()) writer.Text(")");
+    for (const std::unique_ptr<BoundQuery>& arm : recursive) {
+        writer.Text(" UNION ALL ");
+        arm->Write(writer);
     }
-    writer.Text(" AS " + alias);
+    writer.Text(")");
+}
+
+bool BoundQuery::IsBareGroup() const {
+    return grouped && groupBy.empty() &&
+           std::none_of(items.begin(), items.end(),
+                        [](const BoundPtr& item) { return HasAggregate(*item); });
 }
 
 void BoundQuery::WriteItems(SqlWriter& writer) const {
-    int number = 0;
-    for (const BoundPtr& item : items) {
+    size_t number = 0;
+    const auto write = [&writer, &number](const BoundExpression& item) {
         if (number > 0) writer.Text(",");
-        writer.Collated(*item);
-        writer.Text(" AS c" + std::to_string(++number));
+        writer.Collated(item);
+        writer.Text(" AS " + Name('c', ++number));
+    };
+    if (asLeaves) {
+        for (const BoundExpression* leaf : leaves) write(*leaf);
+        if (leaves.empty()) writer.Text("1");
+    } else {
+        for (const BoundPtr& item : items) write(*item);
     }
+    if (!level.empty()) writer.Text("," + level);
 }
 
 void BoundQuery::WriteOrder(SqlWriter& writer) const {
@@ -63,7 +87,7 @@ void BoundQuery::WriteOrder(SqlWriter& writer) const {
         } else {
             writer.Text(std::to_string(order.ordinal));
         }
-        if (order.descending) writer.Text(" DESC");
+        WriteDirection(writer, order);
         separator = ",";
     }
 }
@@ -84,9 +108,18 @@ void BoundQuery::WriteLimit(SqlWriter& writer) const {
     writer.Expression(*offset);
 }
 
-void BoundQuery::Write(SqlWriter& writer) const {
+// SELECT up to HAVING; `withOrder` adds what the rows are ordered by as columns "o1", "o2", ...
+void BoundQuery::WriteBody(SqlWriter& writer, bool withOrder) const {
     writer.Text(distinct ? "SELECT DISTINCT " : "SELECT ");
     WriteItems(writer);
+    // The storage takes a query for one group only where an aggregate stands in its list.
+    if (IsBareGroup()) writer.Text(",count(*)");
+    for (size_t i = 0; withOrder && i < orderBy.size(); ++i) {
+        if (!orderBy[i].expression) continue;
+        writer.Text(",");
+        writer.Collated(*orderBy[i].expression);
+        writer.Text(" AS " + Name('o', i + 1));
+    }
     if (from) {
         writer.Text(" FROM ");
         from->Write(writer);
@@ -106,61 +139,49 @@ void BoundQuery::Write(SqlWriter& writer) const {
         writer.Text(" HAVING ");
         writer.Expression(*having);
     }
+}
+
+void BoundQuery::WriteShareOrder(SqlWriter& writer) const {
+    const char* separator = "ORDER BY ";
+    for (size_t i = 0; i < orderBy.size(); ++i) {
+        const BoundOrder& order = orderBy[i];
+        const SqlType& type =
+            order.expression ? order.expression->type : items[order.ordinal - 1]->type;
+        writer.Text(separator);
+        writer.Text(order.expression ? Name('o', i + 1) : Name('c', order.ordinal));
+        if (ClassOf(type) == TypeClass::Text) writer.Text(" COLLATE tsql");
+        WriteDirection(writer, order);
+        separator = ",";
+    }
+}
+
+// TOP with PERCENT or WITH TIES: each row knows its place and how many rows there are.
+void BoundQuery::WriteShare(SqlWriter& writer) const {
+    writer.Text("SELECT " + ColumnList(items.size()) + " FROM (SELECT *,");
+    writer.Text(topTies ? "rank() OVER (" : "row_number() OVER (");
+    WriteShareOrder(writer);
+    writer.Text(") AS k,row_number() OVER (");
+    WriteShareOrder(writer);
+    writer.Text(") AS r,count(*) OVER () AS n FROM (");
+    WriteBody(writer, true);
+    writer.Text(")) WHERE ");
+    writer.Text(topPercent ? "(k - 1) * 100.0 < n * " : "k <= ");
+    writer.Expression(*top);
+    writer.Text(" ORDER BY r");
+}
+
+void BoundQuery::Write(SqlWriter& writer) const {
+    WriteWith(writer, with);
+    if (topPercent || topTies) {
+        WriteShare(writer);
+        return;
+    }
+    const bool bare = IsBareGroup();
+    if (bare) writer.Text("SELECT " + ColumnList(items.size()) + " FROM (");
+    WriteBody(writer, false);
     WriteOrder(writer);
     WriteLimit(writer);
-}
-
-BoundSubquery::BoundSubquery(std::unique_ptr<BoundQuery> query) : query_(std::move(query)) {
-    type = query_->items.front()->type;
-}
-
-BoundSubquery::~BoundSubquery() = default;
-
-std::string BoundSubquery::Detail() const {
-    return Identity(this);
-}
-
-void BoundSubquery::Write(SqlWriter& writer) const {
-    writer.Text("(SELECT q_single(c1) FROM (");
-    query_->Write(writer);
-    writer.Text("))");
-}
-
-BoundExists::BoundExists(std::unique_ptr<BoundQuery> query) : query_(std::move(query)) {
-    nullable = false;
-}
-
-BoundExists::~BoundExists() = default;
-
-std::string BoundExists::Detail() const {
-    return Identity(this);
-}
-
-void BoundExists::Write(SqlWriter& writer) const {
-    writer.Text("EXISTS (");
-    query_->Write(writer);
-    writer.Text(")");
-}
-
-BoundInQuery::BoundInQuery(BoundPtr operand, std::unique_ptr<BoundQuery> query)
-    : query_(std::move(query)) {
-    // The operand and the query's column are compared in one type.
-    BoundPtr& item = query_->items.front();
-    ExpressionBinder::Unify(operand, item);
-    parts.push_back(std::move(operand));
-}
-
-BoundInQuery::~BoundInQuery() = default;
-
-std::string BoundInQuery::Detail() const {
-    return Identity(this);
-}
-
-void BoundInQuery::Write(SqlWriter& writer) const {
-    writer.Collated(*parts[0]);
-    writer.Text(" IN (");
-    query_->Write(writer);
-    writer.Text(")");
+    if (bare) writer.Text(")");
 }
 
 }  // namespace quarv::localdb::engine

@@ -1,5 +1,4 @@
-// BoundQuery: a query whose sources, columns and types are known, and the expressions that contain
-// queries. It writes itself as storage SQL.
+// BoundQuery: a query whose sources, columns and types are known. It writes itself as storage SQL.
 #pragma once
 
 #include <optional>
@@ -13,15 +12,27 @@ namespace quarv::localdb::engine {
 struct BoundQuery;
 
 struct BoundSource {
-    // One of: a storage table or a catalogue view's SQL; a query; a join.
+    // One of: a storage table, a table of WITH or a catalogue view's SQL; a query; queries with
+    // set operators between them; rows of values; a join.
     std::string sql;
     std::unique_ptr<BoundQuery> query;
+    std::vector<std::unique_ptr<BoundQuery>> arms;
+    std::vector<tsql::SetOperator> operators;
+    std::vector<std::vector<BoundPtr>> rows;
     std::unique_ptr<BoundSource> left, right;
     tsql::JoinKind join = tsql::JoinKind::Inner;
     BoundPtr on;
     std::string alias;
+    size_t width = 0;  // the number of its columns; of queries, arms and rows
 
     void Write(SqlWriter& writer) const;
+
+  private:
+    void WriteJoin(SqlWriter& writer) const;
+    void WriteApply(SqlWriter& writer) const;
+    void WriteContent(SqlWriter& writer) const;
+    void WriteArms(SqlWriter& writer, size_t count) const;
+    void WriteRows(SqlWriter& writer) const;
 };
 
 struct BoundOrder {
@@ -30,74 +41,53 @@ struct BoundOrder {
     bool descending = false;
 };
 
+// A table of WITH: its query, and where it refers to itself, the queries that do.
+struct BoundCommon {
+    std::string name;  // "w1", "w2", ...
+    std::unique_ptr<BoundQuery> query;
+    std::vector<std::unique_ptr<BoundQuery>> recursive;
+
+    void Write(SqlWriter& writer) const;
+};
+
 struct BoundQuery {
+    std::vector<BoundCommon> with;
     std::vector<Column> columns;
     std::vector<BoundPtr> items;  // one for each column
     // Where the query assigns: the variable of each item.
     std::vector<size_t> assigned;
+    // Written instead of the items, where `asLeaves`: what the items are computed from.
+    std::vector<const BoundExpression*> leaves;
+    bool asLeaves = false;
     std::unique_ptr<BoundSource> from;  // or nothing
     BoundPtr where, having;             // or nothing
     std::vector<BoundPtr> groupBy;
     std::vector<BoundOrder> orderBy;
-    BoundPtr top, offset, fetch;  // bigint, or nothing
+    BoundPtr top, offset, fetch;  // bigint, or nothing; a percentage is float
+    bool topPercent = false, topTies = false;
     bool distinct = false;
     bool grouped = false;
+    // Of a query that refers to its own WITH table: one more column, how deep it is.
+    std::string level;
 
     // The result columns are named "c1", "c2", ...
     void Write(SqlWriter& writer) const;
+    // True where it is no arm of a set operation as it stands.
+    bool NeedsWrapping() const { return top || offset || !orderBy.empty() || IsBareGroup(); }
 
   private:
+    bool IsBareGroup() const;
     void WriteItems(SqlWriter& writer) const;
+    void WriteBody(SqlWriter& writer, bool withOrder) const;
+    void WriteShare(SqlWriter& writer) const;
+    void WriteShareOrder(SqlWriter& writer) const;
     void WriteOrder(SqlWriter& writer) const;
     void WriteLimit(SqlWriter& writer) const;
 };
 
-// A query in the place of a value: null without a row; raises SqlError 512 for several.
-class BoundSubquery : public BoundExpression {
-  public:
-    explicit BoundSubquery(std::unique_ptr<BoundQuery> query);
-    ~BoundSubquery() override;
-    SqlValue Evaluate(const Evaluation& evaluation) const override {
-        return evaluation.leaves[slot];
-    }
-    void Write(SqlWriter& writer) const override;
-    bool IsLeaf() const override { return true; }
-    // Two queries are never taken for the same.
-    std::string Detail() const override;
-
-  private:
-    std::unique_ptr<BoundQuery> query_;
-};
-
-class BoundExists : public BoundCondition {
-  public:
-    explicit BoundExists(std::unique_ptr<BoundQuery> query);
-    ~BoundExists() override;
-    SqlValue Evaluate(const Evaluation& evaluation) const override {
-        return evaluation.leaves[slot];
-    }
-    void Write(SqlWriter& writer) const override;
-    bool IsLeaf() const override { return true; }
-    std::string Detail() const override;
-
-  private:
-    std::unique_ptr<BoundQuery> query_;
-};
-
-// operand IN (query); the operand is its part.
-class BoundInQuery : public BoundCondition {
-  public:
-    BoundInQuery(BoundPtr operand, std::unique_ptr<BoundQuery> query);
-    ~BoundInQuery() override;
-    SqlValue Evaluate(const Evaluation& evaluation) const override {
-        return evaluation.leaves[slot];
-    }
-    void Write(SqlWriter& writer) const override;
-    bool IsLeaf() const override { return true; }
-    std::string Detail() const override;
-
-  private:
-    std::unique_ptr<BoundQuery> query_;
-};
+// "WITH w1 AS (...), ... ", or nothing.
+void WriteWith(SqlWriter& writer, const std::vector<BoundCommon>& tables);
+// "c1,c2,..." up to `count`, for the list of a query around another.
+std::string ColumnList(size_t count);
 
 }  // namespace quarv::localdb::engine

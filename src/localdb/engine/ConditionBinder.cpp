@@ -1,8 +1,8 @@
 // The conditions of ExpressionBinder: what is true, false or unknown.
-#include "localdb/engine/BoundQuery.h"
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SubqueryNodes.h"
 #include "localdb/engine/TypeRules.h"
 
 namespace quarv::localdb::engine {
@@ -45,6 +45,8 @@ BoundPtr ExpressionBinder::Condition(const tsql::Expression& expression) {
                 return BindBetween(static_cast<const tsql::Between&>(expression));
             case tsql::ExpressionKind::Exists:
                 return BindExists(static_cast<const tsql::Exists&>(expression));
+            case tsql::ExpressionKind::Quantified:
+                return BindQuantified(static_cast<const tsql::Quantified&>(expression));
             default:
                 throw SqlError(4145, {QString()});
         }
@@ -140,6 +142,23 @@ BoundPtr ExpressionBinder::BindBetween(const tsql::Between& between) {
 BoundPtr ExpressionBinder::BindExists(const tsql::Exists& exists) {
     QueryBinder binder(context_, &scope_);
     return std::make_unique<BoundExists>(binder.BindSub(*exists.query));
+}
+
+BoundPtr ExpressionBinder::BindQuantified(const tsql::Quantified& quantified) {
+    constexpr tsql::ComparisonSign Opposite[] = {
+        tsql::ComparisonSign::NotEqual,       tsql::ComparisonSign::Equal,
+        tsql::ComparisonSign::GreaterOrEqual, tsql::ComparisonSign::Greater,
+        tsql::ComparisonSign::LessOrEqual,    tsql::ComparisonSign::Less};
+    QueryBinder binder(context_, &scope_);
+    std::unique_ptr<BoundQuery> query = binder.BindScalar(*quantified.query);
+    const std::string alias = context_.NextAlias();
+    auto column =
+        std::make_unique<BoundColumn>(alias + ".c1", QString(), query->items.front()->type);
+    const tsql::ComparisonSign sign =
+        quantified.all ? Opposite[static_cast<size_t>(quantified.sign)] : quantified.sign;
+    BoundPtr comparison = Compare(sign, Value(*quantified.operand), std::move(column));
+    return std::make_unique<BoundQuantified>(std::move(comparison), std::move(query), alias,
+                                             quantified.all);
 }
 
 }  // namespace quarv::localdb::engine

@@ -1,15 +1,16 @@
 #include "localdb/engine/ExpressionBinder.h"
 
 #include "localdb/engine/Aggregate.h"
-#include "localdb/engine/BoundQuery.h"
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/Functions.h"
 #include "localdb/engine/LiteralValue.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SubqueryNodes.h"
 #include "localdb/engine/SystemVariables.h"
 #include "localdb/engine/TypeRules.h"
 #include "localdb/engine/VariableTable.h"
+#include "localdb/engine/WindowFunction.h"
 
 namespace quarv::localdb::engine {
 
@@ -29,6 +30,11 @@ SqlType TypeForArithmetic(const BoundExpression& expression, const BoundExpressi
     const int64_t value = static_cast<const BoundConstant&>(expression).Value().integer;
     const auto digits = QString::number(value < 0 ? -value : value).size();
     return MakeType(TypeKind::Numeric, 0, static_cast<int>(digits));
+}
+
+bool IsGroupingName(const QString& name) {
+    return name.compare(u"grouping", Qt::CaseInsensitive) == 0 ||
+           name.compare(u"grouping_id", Qt::CaseInsensitive) == 0;
 }
 
 void TakeTypeOf(BoundPtr& null, const BoundExpression& other) {
@@ -93,6 +99,11 @@ void ExpressionBinder::Unify(BoundPtr& a, BoundPtr& b) {
 }
 
 BoundPtr ExpressionBinder::Value(const tsql::Expression& expression) {
+    BoundPtr value = BindNode(expression);
+    return grouping_ && !insideAggregate_ ? NullIfAbsent(std::move(value)) : std::move(value);
+}
+
+BoundPtr ExpressionBinder::BindNode(const tsql::Expression& expression) {
     try {
         switch (expression.kind) {
             case tsql::ExpressionKind::Literal:
@@ -230,26 +241,16 @@ BoundPtr ExpressionBinder::BindCase(const tsql::Case& expression) {
 }
 
 BoundPtr ExpressionBinder::BindFunction(const tsql::Function& function) {
-    if (IsAggregateName(function.name)) return BindAggregate(function);
+    if (IsAggregateName(function.name)) {
+        return function.over ? BindWindowed(function) : BindAggregate(function);
+    }
+    if (IsWindowName(function.name)) return BindWindowed(function);
+    if (function.over) throw SqlError(4113, {function.name.toUpper()});
+    if (!function.within.empty()) throw SqlError(40517, {QStringLiteral("WITHIN GROUP")});
     if (function.star || function.distinct)
         throw SqlError(102, {function.star ? QStringLiteral("*") : QStringLiteral("distinct")});
+    if (IsGroupingName(function.name)) return BindGroupingCall(function);
     return BindScalarFunction(function, *this);
-}
-
-BoundPtr ExpressionBinder::BindAggregate(const tsql::Function& function) {
-    if (insideAggregate_) throw SqlError(130);
-    if (!aggregatesAllowed_) throw SqlError(147);
-    sawAggregate_ = true;
-    BoundPtr argument;
-    if (!function.star) {
-        if (function.arguments.size() != 1) {
-            throw SqlError(174, {function.name.toLower(), QStringLiteral("1")});
-        }
-        insideAggregate_ = true;
-        argument = Value(*function.arguments.front());
-        insideAggregate_ = false;
-    }
-    return MakeAggregate(function.name, std::move(argument), function.distinct);
 }
 
 BoundPtr ExpressionBinder::BindSubquery(const tsql::Subquery& subquery) {

@@ -7,6 +7,13 @@
 
 namespace quarv::localdb::engine {
 
+// Where GROUP BY stands: its expressions, and which of them count as null in the set of groups that
+// is being bound.
+struct GroupingState {
+    std::vector<BoundPtr> groups;
+    std::vector<bool> absent;
+};
+
 class ExpressionBinder {
   public:
     ExpressionBinder(BindContext& context, const Scope& scope) : context_(context), scope_(scope) {}
@@ -16,6 +23,10 @@ class ExpressionBinder {
 
     // Aggregates may stand here: select lists, HAVING, ORDER BY.
     void AllowAggregates(bool allow) { aggregatesAllowed_ = allow; }
+    // Functions with OVER may stand here: select lists and ORDER BY.
+    void AllowWindows(bool allow) { windowsAllowed_ = allow; }
+    // For GROUPING, and for groups that are absent.
+    void SetGrouping(const GroupingState* grouping) { grouping_ = grouping; }
     bool SawAggregate() const { return sawAggregate_; }
 
     // The value as `type`, itself where it has it already. Raises SqlError 206 or 257.
@@ -37,6 +48,11 @@ class ExpressionBinder {
     BoundPtr BindCase(const tsql::Case& expression);
     BoundPtr BindFunction(const tsql::Function& function);
     BoundPtr BindAggregate(const tsql::Function& function);
+    std::vector<BoundPtr> BindArguments(const tsql::Function& function);
+    BoundPtr BindWindowed(const tsql::Function& function);
+    BoundPtr BindGroupingCall(const tsql::Function& function);
+    BoundPtr BindNode(const tsql::Expression& expression);
+    BoundPtr NullIfAbsent(BoundPtr value) const;
     BoundPtr BindSubquery(const tsql::Subquery& subquery);
     BoundPtr BindComparison(const tsql::Comparison& comparison);
     BoundPtr BindJunction(const tsql::Junction& junction);
@@ -45,6 +61,7 @@ class ExpressionBinder {
     BoundPtr BindIn(const tsql::In& in);
     BoundPtr BindBetween(const tsql::Between& between);
     BoundPtr BindExists(const tsql::Exists& exists);
+    BoundPtr BindQuantified(const tsql::Quantified& quantified);
     BoundPtr Compare(tsql::ComparisonSign sign, BoundPtr left, BoundPtr right);
 
     BindContext& context_;
@@ -52,6 +69,9 @@ class ExpressionBinder {
     bool aggregatesAllowed_ = false;
     bool insideAggregate_ = false;
     bool sawAggregate_ = false;
+    bool windowsAllowed_ = false;
+    bool insideWindow_ = false;
+    const GroupingState* grouping_ = nullptr;  // or nothing
 };
 
 // The type that is written, as a column or variable has it. `ordinal` names the place in messages.

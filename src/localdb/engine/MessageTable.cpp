@@ -11,6 +11,9 @@ namespace {
 constexpr MessageText Table[] = {
     {102, 15, 1, u"Incorrect syntax near '%'."},
     {103, 15, 4, u"The identifier that starts with '%' is too long. Maximum length is 128."},
+    {104, 16, 1,
+     u"ORDER BY items must appear in the select list if the statement contains a "
+     u"UNION, INTERSECT or EXCEPT operator."},
     {105, 15, 1, u"Unclosed quotation mark after the character string '%'."},
     {107, 15, 1,
      u"The column prefix '%' does not match with a table name or alias name used in the query."},
@@ -76,7 +79,13 @@ constexpr MessageText Table[] = {
      u"A SELECT INTO statement cannot contain a SELECT statement that assigns values to a "
      u"variable."},
     {195, 15, 10, u"'%' is not a recognized %."},
+    {196, 15, 1,
+     u"SELECT INTO must be the first query in a statement containing a UNION, "
+     u"INTERSECT or EXCEPT operator."},
     {201, 16, 4, u"Procedure or function '%' expects parameter '%', which was not supplied."},
+    {205, 16, 1,
+     u"All queries combined using a UNION, INTERSECT or EXCEPT operator must have an "
+     u"equal number of expressions in their target lists."},
     {206, 16, 2, u"Operand type clash: % is incompatible with %"},
     {207, 16, 1, u"Invalid column name '%'."},
     {208, 16, 1, u"Invalid object name '%'."},
@@ -90,13 +99,25 @@ constexpr MessageText Table[] = {
     {232, 16, 2, u"Arithmetic overflow error for type %, value = %."},
     {234, 16, 2, u"There is insufficient result space to convert a money value to %."},
     {235, 16, 0, u"Cannot convert a char value to money. The char value has incorrect syntax."},
+    {239, 16, 1, u"Duplicate common table expression name '%' was specified."},
+    {240, 16, 1,
+     u"Types don't match between the anchor and the recursive part in column \"%\" of "
+     u"recursive query \"%\"."},
     {241, 16, 1, u"Conversion failed when converting date and/or time from character string."},
     {242, 16, 3,
      u"The conversion of a % data type to a % data type resulted in an out-of-range value."},
     {244, 16, 1,
      u"The conversion of the % value '%' overflowed an % column. Use a larger integer column."},
     {245, 16, 1, u"Conversion failed when converting the % value '%' to data type %."},
+    {246, 16, 1, u"No anchor member was specified for recursive query \"%\"."},
+    {247, 16, 1, u"An anchor member was found in the recursive part of recursive query \"%\"."},
     {248, 16, 1, u"The conversion of the % value '%' overflowed an int column."},
+    {252, 16, 1,
+     u"Recursive common table expression '%' does not contain a top-level UNION ALL "
+     u"operator."},
+    {253, 16, 1,
+     u"Recursive member of a common table expression '%' has multiple recursive "
+     u"references."},
     {257, 16, 3,
      u"Implicit conversion from data type % to % is not allowed. Use the CONVERT function to run "
      u"this query."},
@@ -132,9 +153,26 @@ constexpr MessageText Table[] = {
      u"NULL or LIKE operator."},
     {310, 15, 1,
      u"The value % specified for the MAXRECURSION option exceeds the allowed maximum of 32767."},
+    {319, 15, 1,
+     u"Incorrect syntax near the keyword '%'. If this statement is a common table "
+     u"expression, an xmlnamespaces clause or a change tracking context clause, the "
+     u"previous statement must be terminated with a semicolon."},
     {402, 16, 1, u"The data types % and % are incompatible in the % operator."},
     {408, 16, 1, u"A constant expression was encountered in the ORDER BY list, position %."},
     {421, 16, 1, u"The % data type cannot be selected as DISTINCT because it is not comparable."},
+    {460, 16, 1,
+     u"DISTINCT operator is not allowed in the recursive part of a recursive common "
+     u"table expression '%'."},
+    {461, 16, 1,
+     u"The TOP or OFFSET operator is not allowed in the recursive part of a recursive "
+     u"common table expression '%'."},
+    {462, 16, 1,
+     u"Outer join is not allowed in the recursive part of a recursive common table "
+     u"expression '%'."},
+    {465, 16, 1, u"Recursive references are not allowed in subqueries."},
+    {467, 16, 1,
+     u"GROUP BY, HAVING, or aggregate functions are not allowed in the recursive part "
+     u"of a recursive common table expression '%'."},
     {506, 16, 1, u"The invalid escape character \"%\" was specified in a LIKE predicate."},
     {512, 16, 1,
      u"Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, "
@@ -144,6 +182,9 @@ constexpr MessageText Table[] = {
      u"fails."},
     {517, 16, 1, u"Adding a value to a '%' column caused an overflow."},
     {529, 16, 2, u"Explicit conversion from data type % to % is not allowed."},
+    {530, 16, 1,
+     u"The statement terminated. The maximum recursion % has been exhausted before "
+     u"statement completion."},
     {535, 16, 0,
      u"The % function resulted in an overflow. The number of dateparts separating two date/time "
      u"instances is too large. Try to use % with a less precise datepart."},
@@ -173,6 +214,7 @@ constexpr MessageText Table[] = {
      u"The objects \"%\" and \"%\" in the FROM clause have the same exposed names. Use correlation "
      u"names to distinguish them."},
     {1023, 15, 1, u"Invalid parameter % specified for %."},
+    {1031, 15, 1, u"Percent values must be between 0 and 100."},
     {1033, 15, 1,
      u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and "
      u"common table expressions, unless TOP, OFFSET or FOR XML is also specified."},
@@ -188,6 +230,9 @@ constexpr MessageText Table[] = {
     {1060, 15, 1,
      u"The number of rows provided for a TOP or FETCH clauses row count parameter must be an "
      u"integer."},
+    {1062, 15, 1,
+     u"The TOP N WITH TIES clause is not allowed without a corresponding ORDER BY "
+     u"clause."},
     {1087, 15, 2, u"Must declare the table variable \"%\"."},
     {1088, 16, 12,
      u"Cannot find the object \"%\" because it does not exist or you do not have permissions."},
@@ -336,6 +381,16 @@ constexpr MessageText Table[] = {
     {4060, 11, 1, u"Cannot open database \"%\" requested by the login. The login failed."},
     {4104, 16, 1, u"The multi-part identifier \"%\" could not be bound."},
     {4108, 15, 1, u"Windowed functions can only appear in the SELECT or ORDER BY clauses."},
+    {4109, 15, 1,
+     u"Windowed functions cannot be used in the context of another windowed function "
+     u"or aggregate."},
+    {4112, 15, 1, u"The function '%' must have an OVER clause with ORDER BY."},
+    {4113, 16, 1,
+     u"The function '%' is not a valid windowing function, and cannot be used with the "
+     u"OVER clause."},
+    {4116, 16, 1,
+     u"The function 'ntile' takes only a positive int or bigint expression as its "
+     u"input."},
     {4127, 16, 1,
      u"At least one of the arguments to COALESCE must be an expression that is not the NULL "
      u"constant."},
@@ -346,6 +401,8 @@ constexpr MessageText Table[] = {
      u"The type of the first argument to NULLIF cannot be the NULL constant because the type of "
      u"the "
      u"first argument has to be known."},
+    {4194, 16, 1,
+     u"RANGE is only supported with UNBOUNDED and CURRENT ROW window frame delimiters."},
     {4502, 16, 1, u"View or function '%' has more column names specified than columns defined."},
     {4506, 16, 1,
      u"Column names in each view or function must be unique. Column name '%' in view or function "
@@ -380,6 +437,12 @@ constexpr MessageText Table[] = {
      u"Computed column '%' in table '%' cannot be persisted because the column is "
      u"non-deterministic."},
     {5074, 16, 1, u"The % '%' is dependent on %."},
+    {5308, 16, 1,
+     u"Windowed functions, aggregates and NEXT VALUE FOR functions do not support "
+     u"integer indices as ORDER BY clause expressions."},
+    {5309, 16, 1,
+     u"Windowed functions, aggregates and NEXT VALUE FOR functions do not support "
+     u"constants as ORDER BY clause expressions."},
     {5701, 10, 2, u"Changed database context to '%'."},
     {5703, 10, 1, u"Changed language setting to %."},
     {6401, 16, 1, u"Cannot roll back %. No transaction or savepoint of that name was found."},
@@ -423,6 +486,9 @@ constexpr MessageText Table[] = {
     {8156, 16, 1, u"The column '%' was specified multiple times for '%'."},
     {8158, 16, 1, u"'%' has more columns than were specified in the column list."},
     {8159, 16, 1, u"'%' has fewer columns than were specified in the column list."},
+    {8161, 16, 1,
+     u"Argument % of the % function does not match any of the expressions in the GROUP "
+     u"BY clause."},
     {8162, 16, 2,
      u"The formal parameter \"%\" was not declared as an OUTPUT parameter, but the actual "
      u"parameter "
@@ -436,6 +502,7 @@ constexpr MessageText Table[] = {
      u"The query processor ran out of internal resources and could not produce a query plan. This "
      u"is a rare event and only expected for extremely complex queries or queries that reference a "
      u"very large number of tables or partitions. Please simplify the query."},
+    {8730, 16, 1, u"Offset parameter for Lag and Lead functions cannot be a negative value."},
     {9806, 16, 1, u"The datepart % is not supported by date function %."},
     {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
     {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
@@ -444,8 +511,14 @@ constexpr MessageText Table[] = {
      u"The second and third arguments of the TRANSLATE built-in function must contain an equal "
      u"number of "
      u"characters."},
+    {9829, 16, 1,
+     u"STRING_AGG aggregation result exceeded the limit of 8000 bytes. Use LOB types "
+     u"to avoid result truncation."},
     {10601, 16, 1, u"Cannot specify included columns for a clustered index."},
     {10609, 16, 1, u"Filtered index '%' cannot be created on table '%' because it is clustered."},
+    {10709, 16, 1,
+     u"The number of columns for each row in a table value constructor must be the "
+     u"same."},
     {10735, 15, 1, u"Incorrect WHERE clause for filtered index '%' on table '%'."},
     {10705, 15, 1, u"Subqueries are not allowed in the OUTPUT clause."},
     {10738, 15, 1,
@@ -454,6 +527,11 @@ constexpr MessageText Table[] = {
     {10741, 15, 2, u"A TOP can not be used in the same query or sub-query as a OFFSET."},
     {10742, 15, 1, u"The offset specified in a OFFSET clause may not be negative."},
     {10744, 15, 1, u"The number of rows provided for a FETCH clause must be greater then zero."},
+    {10752, 15, 1, u"The function '%' may not have a window frame."},
+    {10753, 15, 1, u"The function '%' must have an OVER clause."},
+    {10756, 15, 1, u"Window frame with ROWS or RANGE must have an ORDER BY clause."},
+    {10757, 15, 1, u"The function '%' may not have a WITHIN GROUP clause."},
+    {10759, 15, 1, u"Use of DISTINCT is not allowed with the OVER clause."},
     {10760, 16, 1,
      u"Scale argument is not valid. Valid expressions for data type % scale argument are integer "
      u"constants and integer constant expressions."},

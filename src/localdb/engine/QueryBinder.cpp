@@ -9,6 +9,24 @@
 namespace quarv::localdb::engine {
 
 std::unique_ptr<BoundQuery> QueryBinder::Bind(const tsql::Query& query) {
+    if (query.maxRecursion != tsql::Query::DefaultRecursion) {
+        context_.maxRecursion = query.maxRecursion;
+    }
+    const BindContext::CommonsAround commons(context_);
+    std::vector<BoundCommon> with = BindCommons(query.with);
+    std::unique_ptr<BoundQuery> bound;
+    if (!query.arms.empty()) {
+        bound = BindCompound(query);
+    } else if (!query.groupingSets.empty()) {
+        bound = BindGroupingSets(query);
+    } else {
+        bound = BindSimple(query);
+    }
+    bound->with = std::move(with);
+    return bound;
+}
+
+std::unique_ptr<BoundQuery> QueryBinder::BindSimple(const tsql::Query& query) {
     result_ = std::make_unique<BoundQuery>();
     result_->distinct = query.distinct;
     BindFrom(query);
@@ -18,9 +36,21 @@ std::unique_ptr<BoundQuery> QueryBinder::Bind(const tsql::Query& query) {
     }
     BindGrouping(query);
     BindItems(query);
+    if (set_) {
+        AddHiddenOrder(query);
+        return std::move(result_);
+    }
     BindOrder(query);
     BindLimits(query);
     return std::move(result_);
+}
+
+ExpressionBinder QueryBinder::ItemBinder(bool windows) const {
+    ExpressionBinder binder(context_, scope_);
+    binder.AllowAggregates(true);
+    binder.AllowWindows(windows);
+    binder.SetGrouping(&grouping_);
+    return binder;
 }
 
 std::unique_ptr<BoundQuery> QueryBinder::BindSub(const tsql::Query& query) {
@@ -73,9 +103,7 @@ void QueryBinder::AddColumn(const SourceColumn& column) {
 }
 
 void QueryBinder::AddItem(const tsql::SelectItem& item) {
-    ExpressionBinder binder(context_, scope_);
-    binder.AllowAggregates(true);
-    BoundPtr value = binder.Value(*item.expression);
+    BoundPtr value = ItemBinder(true).Value(*item.expression);
     Column column;
     column.name = item.alias;
     column.type = value->type;
@@ -85,6 +113,9 @@ void QueryBinder::AddItem(const tsql::SelectItem& item) {
         const auto& source = static_cast<const BoundColumn&>(*value);
         column.identity = source.identity;
         if (item.alias.isEmpty()) column.name = source.Name();
+    } else if (item.alias.isEmpty() && item.expression->kind == tsql::ExpressionKind::Column) {
+        // A group that is absent from its set keeps its name.
+        column.name = static_cast<const tsql::ColumnName&>(*item.expression).name.name;
     }
     result_->columns.push_back(column);
     result_->items.push_back(std::move(value));
@@ -93,40 +124,45 @@ void QueryBinder::AddItem(const tsql::SelectItem& item) {
 void QueryBinder::AddAssignment(const tsql::SelectItem& item) {
     const std::optional<size_t> variable = context_.Variables().Find(item.variable);
     if (!variable) throw SqlError(137, {item.variable}, item.line);
-    ExpressionBinder binder(context_, scope_);
-    binder.AllowAggregates(true);
-    BoundPtr value = ExpressionBinder::Convert(binder.Value(*item.expression),
+    BoundPtr value = ExpressionBinder::Convert(ItemBinder(true).Value(*item.expression),
                                                context_.Variables().At(*variable).type);
     result_->assigned.push_back(*variable);
     result_->columns.push_back({QString(), value->type, true, false, true});
     result_->items.push_back(std::move(value));
 }
 
-namespace {
-
-bool HasAggregate(const tsql::Expression& expression, ExpressionBinder binder) {
-    binder.AllowAggregates(true);
-    binder.Value(expression);
-    return binder.SawAggregate();
+// The groups that ItemBinder recognises, and which of them count as null in this set.
+void QueryBinder::BindSetGroups(const tsql::Query& query) {
+    ExpressionBinder binder(context_, scope_);
+    std::vector<BoundPtr>& groups = grouping_.groups;
+    for (const tsql::ExpressionPtr& group : query.groupBy) {
+        groups.push_back(binder.Value(*group));
+        if (IsFixed(*groups.back())) throw SqlError(164, {}, group->line);
+        TypeRules::CheckOrder(groups.back()->type);
+    }
+    grouping_.absent.assign(groups.size(), false);
+    for (size_t i = 0; set_ && i < groups.size(); ++i) {
+        grouping_.absent[i] = std::none_of(set_->begin(), set_->end(), [&groups, i](size_t member) {
+            return SameExpression(*groups[member], *groups[i]);
+        });
+    }
+    for (size_t i = 0; i < groups.size(); ++i) {
+        if (!grouping_.absent[i]) result_->groupBy.push_back(binder.Value(*query.groupBy[i]));
+    }
 }
 
-}  // namespace
-
 void QueryBinder::BindGrouping(const tsql::Query& query) {
-    ExpressionBinder binder(context_, scope_);
-    for (const tsql::ExpressionPtr& group : query.groupBy) {
-        result_->groupBy.push_back(binder.Value(*group));
-        if (IsFixed(*result_->groupBy.back())) throw SqlError(164, {}, group->line);
-        TypeRules::CheckOrder(result_->groupBy.back()->type);
-    }
-    result_->grouped = !query.groupBy.empty() || query.having;
+    BindSetGroups(query);
+    result_->grouped = set_ || !query.groupBy.empty() || query.having;
     for (const tsql::SelectItem& item : query.items) {
         if (result_->grouped) break;
-        result_->grouped = item.expression && HasAggregate(*item.expression, binder);
+        if (!item.expression) continue;
+        ExpressionBinder binder = ItemBinder(true);
+        binder.Value(*item.expression);
+        result_->grouped = binder.SawAggregate();
     }
     if (!query.having) return;
-    binder.AllowAggregates(true);
-    result_->having = binder.Condition(*query.having);
+    result_->having = ItemBinder(false).Condition(*query.having);
     CheckGrouped(*result_->having, 8121);
 }
 
@@ -149,31 +185,34 @@ void QueryBinder::CheckGrouped(const BoundExpression& expression, int number) co
     for (const BoundPtr& part : expression.parts) CheckGrouped(*part, number);
 }
 
+std::optional<BoundOrder> QueryBinder::FindOrdinal(const tsql::OrderItem& item) const {
+    if (item.expression->kind != tsql::ExpressionKind::Literal) return std::nullopt;
+    const auto& literal = static_cast<const tsql::Literal&>(*item.expression);
+    const qulonglong ordinal = literal.text.toULongLong();
+    if (literal.literal != tsql::LiteralKind::Integer) throw SqlError(408, {literal.text});
+    if (ordinal < 1 || ordinal > result_->items.size()) throw SqlError(108, {literal.text});
+    return BoundOrder{nullptr, static_cast<size_t>(ordinal), item.descending};
+}
+
+// A name of the select list comes before a column of the sources.
+std::optional<BoundOrder> QueryBinder::FindAlias(const tsql::OrderItem& item) const {
+    if (item.expression->kind != tsql::ExpressionKind::Column) return std::nullopt;
+    const auto& name = static_cast<const tsql::ColumnName&>(*item.expression).name;
+    for (size_t i = 0; i < result_->columns.size() && name.schema.isEmpty(); ++i) {
+        if (!SameName(result_->columns[i].name, name.name)) continue;
+        return BoundOrder{nullptr, i + 1, item.descending};
+    }
+    return std::nullopt;
+}
+
 BoundOrder QueryBinder::BindOrderItem(const tsql::OrderItem& item) {
+    const bool assigns = !result_->assigned.empty();
+    if (std::optional<BoundOrder> ordinal = FindOrdinal(item)) return std::move(*ordinal);
+    if (std::optional<BoundOrder> alias = FindAlias(item)) return std::move(*alias);
     BoundOrder order;
     order.descending = item.descending;
-    const tsql::Expression& expression = *item.expression;
-    if (expression.kind == tsql::ExpressionKind::Literal) {
-        const auto& literal = static_cast<const tsql::Literal&>(expression);
-        const qulonglong ordinal = literal.text.toULongLong();
-        if (literal.literal != tsql::LiteralKind::Integer) throw SqlError(408, {literal.text});
-        if (ordinal < 1 || ordinal > result_->items.size()) throw SqlError(108, {literal.text});
-        order.ordinal = ordinal;
-        return order;
-    }
-    if (expression.kind == tsql::ExpressionKind::Column) {
-        // An alias of the select list comes before a column of the sources.
-        const auto& name = static_cast<const tsql::ColumnName&>(expression).name;
-        for (size_t i = 0; i < result_->columns.size() && name.schema.isEmpty(); ++i) {
-            if (!SameName(result_->columns[i].name, name.name)) continue;
-            order.ordinal = i + 1;
-            return order;
-        }
-    }
-    ExpressionBinder binder(context_, scope_);
-    binder.AllowAggregates(true);
-    order.expression = binder.Value(expression);
-    for (size_t i = 0; i < result_->items.size(); ++i) {
+    order.expression = ItemBinder(true).Value(*item.expression);
+    for (size_t i = 0; i < result_->items.size() && !assigns; ++i) {
         if (!SameExpression(*result_->items[i], *order.expression)) continue;
         order.expression.reset();
         order.ordinal = i + 1;
@@ -202,16 +241,23 @@ void QueryBinder::BindOrder(const tsql::Query& query) {
 void QueryBinder::BindLimits(const tsql::Query& query) {
     const Scope none;
     ExpressionBinder binder(context_, none);
-    const auto bind = [&binder](const tsql::ExpressionPtr& expression, int64_t least, int number) {
+    const auto bind = [&binder](const tsql::ExpressionPtr& expression, int64_t least, int number,
+                                bool percent) {
         if (!expression) return BoundPtr();
         BoundPtr value = binder.Value(*expression);
-        if (ClassOf(value->type) != TypeClass::Integer) throw SqlError(1060, {}, expression->line);
-        value = ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::BigInt));
+        if (!percent && ClassOf(value->type) != TypeClass::Integer) {
+            throw SqlError(1060, {}, expression->line);
+        }
+        const TypeKind kind = percent ? TypeKind::Float : TypeKind::BigInt;
+        value = ExpressionBinder::Convert(std::move(value), MakeType(kind));
         return BoundPtr(std::make_unique<BoundRowCount>(std::move(value), least, number));
     };
-    result_->top = bind(query.top, 0, 127);
-    result_->offset = bind(query.offset, 0, 10742);
-    result_->fetch = bind(query.fetch, 1, 10744);
+    result_->topPercent = query.topPercent;
+    result_->topTies = query.topTies;
+    result_->top = bind(query.top, 0, query.topPercent ? 1031 : 127, query.topPercent);
+    result_->offset = bind(query.offset, 0, 10742, false);
+    result_->fetch = bind(query.fetch, 1, 10744, false);
+    if (query.topTies && query.orderBy.empty()) throw SqlError(1062, {}, query.line);
     if (result_->top && result_->offset) throw SqlError(10741, {}, query.line);
 }
 

@@ -26,6 +26,12 @@ void Scope::Add(Source source, bool isAlias) {
     sources_.push_back(std::move(source));
 }
 
+Scope Scope::From(size_t begin) const {
+    Scope part(outer_);
+    part.sources_.assign(sources_.begin() + static_cast<ptrdiff_t>(begin), sources_.end());
+    return part;
+}
+
 void Scope::MakeNullable(size_t begin, size_t end) {
     for (size_t i = begin; i < end; ++i) {
         for (SourceColumn& column : sources_[i].columns) column.nullable = true;

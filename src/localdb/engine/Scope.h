@@ -37,6 +37,8 @@ class Scope {
     // Raises SqlError 1011 or 1013 where the name is taken.
     void Add(Source source, bool isAlias);
     const std::vector<Source>& Sources() const { return sources_; }
+    // The sources from `begin` on alone, inside the same outer queries.
+    Scope From(size_t begin) const;
     // The sources from `begin` up to `end` may be missing from a row: the far side of an outer
     // join.
     void MakeNullable(size_t begin, size_t end);

@@ -8,20 +8,65 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-// The values of the last row stay in the variables.
-void Assign(const BoundQuery& query, SqliteStatement& statement, Frame& frame, ResultSink& sink) {
-    int64_t rows = 0;
-    while (statement.Step()) {
-        for (size_t i = 0; i < query.items.size(); ++i) {
-            const SqlValue value =
-                ReadColumn(statement.Handle(), static_cast<int>(i), query.items[i]->type);
-            frame.Variables().Set(query.assigned[i], value);
-        }
-        ++rows;
+void CollectLeaves(const BoundExpression& node, std::vector<const BoundExpression*>& leaves) {
+    if (node.IsLeaf()) {
+        node.slot = leaves.size();
+        leaves.push_back(&node);
+        return;
     }
-    frame.Session().rowCount = rows;
-    sink.StatementDone(StatementKind::Select, -1, false);
+    for (const BoundPtr& part : node.parts) CollectLeaves(*part, leaves);
 }
+
+// One row after another, each with what the one before has left in the variables, as in
+// "select @list = @list + name from t order by name": the storage brings what the values are
+// computed from. With DISTINCT the values themselves make the rows.
+class Assignment {
+  public:
+    Assignment(BoundQuery& query, Frame& frame) : query_(query), frame_(frame) {
+        query.asLeaves = !query.distinct;
+        if (!query.asLeaves) return;
+        for (const BoundPtr& item : query.items) CollectLeaves(*item, query.leaves);
+        values_.resize(query.leaves.size());
+    }
+
+    void Run(SqliteStatement& statement, ResultSink& sink) {
+        int64_t rows = 0;
+        for (; statement.Step(); ++rows) {
+            if (query_.asLeaves) {
+                TakeLeaves(statement);
+            } else {
+                TakeItems(statement);
+            }
+        }
+        frame_.Session().rowCount = rows;
+        sink.StatementDone(StatementKind::Select, -1, false);
+    }
+
+  private:
+    void TakeItems(SqliteStatement& statement) {
+        for (size_t i = 0; i < query_.items.size(); ++i) {
+            frame_.Variables().Set(
+                query_.assigned[i],
+                ReadColumn(statement.Handle(), static_cast<int>(i), query_.items[i]->type));
+        }
+    }
+    void TakeLeaves(SqliteStatement& statement) {
+        for (size_t i = 0; i < values_.size(); ++i) {
+            values_[i] =
+                ReadColumn(statement.Handle(), static_cast<int>(i), query_.leaves[i]->type);
+        }
+        const Evaluation evaluation{values_.data(), &arena_, &frame_};
+        for (size_t i = 0; i < query_.items.size(); ++i) {
+            frame_.Variables().Set(query_.assigned[i], query_.items[i]->Evaluate(evaluation));
+        }
+        arena_.Reset();
+    }
+
+    BoundQuery& query_;
+    Frame& frame_;
+    std::vector<SqlValue> values_;
+    TextArena arena_;
+};
 
 void SendRows(const BoundQuery& query, SqliteStatement& statement, Frame& frame, ResultSink& sink) {
     // The first row decides whether the statement fails before anything was sent.
@@ -57,14 +102,16 @@ void RunSelect(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     QueryBinder binder(context, nullptr);
     const std::unique_ptr<BoundQuery> query =
         binder.Bind(*static_cast<const tsql::Select&>(statement).query);
+    std::optional<Assignment> assignment;
+    if (!query->assigned.empty()) assignment.emplace(*query, frame);
     SqlWriter writer(frame);
     query->Write(writer);
     SqliteStatement rows = writer.Prepare(session.store);
     const Store::Stoppable stoppable(session.store);
-    if (query->assigned.empty()) {
-        SendRows(*query, rows, frame, sink);
+    if (assignment) {
+        assignment->Run(rows, sink);
     } else {
-        Assign(*query, rows, frame, sink);
+        SendRows(*query, rows, frame, sink);
     }
 }
 

@@ -26,7 +26,10 @@ std::unique_ptr<BoundSource> Named(std::string sql, std::string alias) {
 
 std::unique_ptr<BoundQuery> QueryBinder::BindRows(const tsql::Query& query,
                                                   const tsql::NamedTable* target) {
+    // What SET and OUTPUT name later may be tables of WITH, too.
+    std::vector<BoundCommon> with = BindCommons(query.with);
     result_ = std::make_unique<BoundQuery>();
+    result_->with = std::move(with);
     if (target) result_->from = BindSource(*target);
     BindFrom(query);
     if (query.where) {
@@ -58,7 +61,7 @@ std::unique_ptr<BoundSource> QueryBinder::BindSource(const tsql::TableSource& so
             case tsql::TableSourceKind::Table:
                 return BindTable(static_cast<const tsql::NamedTable&>(source));
             case tsql::TableSourceKind::Derived:
-                return BindDerived(static_cast<const tsql::DerivedTable&>(source));
+                return BindDerived(static_cast<const tsql::DerivedTable&>(source), outer_);
             default:
                 return BindJoin(static_cast<const tsql::Join&>(source));
         }
@@ -70,6 +73,11 @@ std::unique_ptr<BoundSource> QueryBinder::BindSource(const tsql::TableSource& so
 
 std::unique_ptr<BoundSource> QueryBinder::BindTable(const tsql::NamedTable& table) {
     const tsql::ObjectName& name = table.name;
+    if (name.schema.isEmpty() && name.database.isEmpty() && name.server.isEmpty()) {
+        if (CommonInfo* common = context_.FindCommon(name.name)) {
+            return BindCommonTable(*common, table);
+        }
+    }
     Metadata metadata = context_.MetadataFor(name);
     if (name.isVariable) return BindStored(metadata, *context_.TableVariable(name), table);
     if (const SystemView* view = context_.System().FindView(name.schema, name.name)) {
@@ -166,11 +174,14 @@ std::unique_ptr<BoundSource> QueryBinder::BindView(const ObjectInfo& view, Metad
     return bound;
 }
 
-std::unique_ptr<BoundSource> QueryBinder::BindDerived(const tsql::DerivedTable& table) {
+std::unique_ptr<BoundSource> QueryBinder::BindDerived(const tsql::DerivedTable& table,
+                                                      const Scope* around) {
     auto bound = std::make_unique<BoundSource>();
-    QueryBinder binder(context_, nullptr);
-    bound->query = binder.BindSub(*table.query);
+    QueryBinder binder(context_, around);
+    bound->query =
+        table.query ? binder.BindSub(*table.query) : binder.BindRowsOfValues(table, around);
     bound->alias = context_.NextAlias();
+    bound->width = bound->query->items.size();
     AddQuerySource(*bound->query, table.columns, nullptr, table.alias, bound->alias);
     return bound;
 }
@@ -181,11 +192,19 @@ std::unique_ptr<BoundSource> QueryBinder::BindJoin(const tsql::Join& join) {
     const size_t begin = scope_.Sources().size();
     bound->left = BindSource(*join.left);
     const size_t middle = scope_.Sources().size();
-    bound->right = BindSource(*join.right);
+    const bool apply =
+        join.join == tsql::JoinKind::CrossApply || join.join == tsql::JoinKind::OuterApply;
+    if (apply && join.right->kind == tsql::TableSourceKind::Derived) {
+        const Scope around = scope_.From(begin);
+        bound->right = BindDerived(static_cast<const tsql::DerivedTable&>(*join.right), &around);
+    } else {
+        bound->right = BindSource(*join.right);
+    }
     const size_t end = scope_.Sources().size();
     const bool full = join.join == tsql::JoinKind::Full;
     if (full || join.join == tsql::JoinKind::Right) scope_.MakeNullable(begin, middle);
-    if (full || join.join == tsql::JoinKind::Left) scope_.MakeNullable(middle, end);
+    const bool left = join.join == tsql::JoinKind::Left || join.join == tsql::JoinKind::OuterApply;
+    if (full || left) scope_.MakeNullable(middle, end);
     if (join.on) {
         ExpressionBinder binder(context_, scope_);
         bound->on = binder.Condition(*join.on);

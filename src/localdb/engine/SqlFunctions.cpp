@@ -4,7 +4,10 @@
 
 #include "localdb/engine/CatalogFunctions.h"
 #include "localdb/engine/DecimalMath.h"
+#include "localdb/engine/FunctionGuard.h"
 #include "localdb/engine/LikeMatcher.h"
+#include "localdb/engine/MoreAggregates.h"
+#include "localdb/engine/RowPack.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/Store.h"
@@ -14,22 +17,6 @@
 namespace quarv::localdb::engine {
 
 namespace {
-
-Store& StoreOf(sqlite3_context* context) {
-    return *static_cast<Store*>(sqlite3_user_data(context));
-}
-
-// Runs `body` and keeps what it throws for the statement that is running: exceptions do not pass
-// through the library.
-template <class Body>
-void Guard(sqlite3_context* context, Body body) {
-    try {
-        body();
-    } catch (...) {
-        StoreOf(context).KeepError(std::current_exception());
-        sqlite3_result_error(context, "raised", -1);
-    }
-}
 
 void Evaluate(sqlite3_context* context, int count, sqlite3_value** values) {
     Guard(context, [&] {
@@ -60,30 +47,51 @@ struct Sum {
     }
 };
 
+// The limit of the running sum is that of decimals, whatever they are summed for.
+void CheckSum(Int128 total) {
+    const Int128 limit = DecimalMath::PowerOfTen(38);
+    if (total < limit && total > -limit) return;
+    throw SqlError(8115, {QStringLiteral("expression"), QStringLiteral("numeric")});
+}
+
 [[noreturn]] void SumOverflow(const SqlType& type) {
     const bool decimal = ClassOf(type) == TypeClass::Decimal;
     throw SqlError(
         8115, {QStringLiteral("expression"), decimal ? QStringLiteral("numeric") : type.Name()});
 }
 
+// What the storage holds tells the class: decimals beyond 18 digits are bytes.
+Int128 TermOf(sqlite3_value* value) {
+    if (sqlite3_value_type(value) != SQLITE_BLOB) return sqlite3_value_int64(value);
+    const std::optional<Int128> wide =
+        DecimalMath::Load({static_cast<const char*>(sqlite3_value_blob(value)),
+                           static_cast<size_t>(sqlite3_value_bytes(value))});
+    if (!wide) throw SqlError(945, {QString()});
+    return *wide;
+}
+
+// Adds a value, or takes away one that has left the window.
+void ChangeSum(sqlite3_context* context, sqlite3_value* value, int sign) {
+    const int found = sqlite3_value_type(value);
+    if (found == SQLITE_NULL) return;
+    auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, sizeof(Sum)));
+    if (!sum) throw std::bad_alloc();
+    sum->count += sign;
+    if (found == SQLITE_FLOAT) {
+        sum->real += sign * sqlite3_value_double(value);
+        return;
+    }
+    const Int128 total = sum->Wide() + sign * TermOf(value);
+    CheckSum(total);
+    sum->SetWide(total);
+}
+
 void AddToSum(sqlite3_context* context, int, sqlite3_value** values) {
-    Guard(context, [&] {
-        const SqlType type = UnpackType(sqlite3_value_int64(values[1]));
-        const SqlValue value = ReadStored(values[0], type);
-        if (value.IsNull()) return;
-        auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, sizeof(Sum)));
-        if (!sum) throw std::bad_alloc();
-        ++sum->count;
-        if (value.kind == SqlValue::Kind::Real) {
-            sum->real += value.real;
-            return;
-        }
-        const Int128 term = value.kind == SqlValue::Kind::Wide ? value.wide : Int128{value.integer};
-        const Int128 total = sum->Wide() + term;
-        const Int128 limit = DecimalMath::PowerOfTen(38);
-        if (total >= limit || total <= -limit) SumOverflow(type);
-        sum->SetWide(total);
-    });
+    Guard(context, [&] { ChangeSum(context, values[0], 1); });
+}
+
+void TakeFromSum(sqlite3_context* context, int, sqlite3_value** values) {
+    Guard(context, [&] { ChangeSum(context, values[0], -1); });
 }
 
 bool FitsInteger(Int128 value, TypeKind kind) {
@@ -178,8 +186,8 @@ void RegisterSqlFunctions(Store& store) {
     const int flags = SQLITE_UTF8 | SQLITE_DIRECTONLY;
     sqlite3_create_function_v2(handle, "q_eval", -1, flags, &store, Evaluate, nullptr, nullptr,
                                nullptr);
-    sqlite3_create_function_v2(handle, "q_sum", 2, flags, &store, nullptr, AddToSum, ReturnSum,
-                               nullptr);
+    sqlite3_create_window_function(handle, "q_sum", 1, flags, &store, AddToSum, ReturnSum,
+                                   ReturnSum, TakeFromSum, nullptr);
     sqlite3_create_function_v2(handle, "q_single", 1, flags, &store, nullptr, TakeSingle,
                                ReturnSingle, nullptr);
     sqlite3_create_function_v2(handle, "q_total", 4, flags, &store, Total, nullptr, nullptr,
@@ -187,6 +195,8 @@ void RegisterSqlFunctions(Store& store) {
     sqlite3_create_function_v2(handle, "q_like", 2, flags | SQLITE_DETERMINISTIC, &store, Like,
                                nullptr, nullptr, nullptr);
     RegisterCatalogFunctions(handle);
+    RegisterMoreAggregates(store);
+    RegisterRowPack(store);
 }
 
 }  // namespace quarv::localdb::engine

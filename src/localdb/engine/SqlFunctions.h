@@ -6,7 +6,7 @@ namespace quarv::localdb::engine {
 
 class Store;
 
-// q_eval(program, leaves...), q_sum(value, type), q_total(sum, ...), q_single(value), q_like(text,
+// q_eval(program, leaves...), q_sum(value), q_total(sum, ...), q_single(value), q_like(text,
 // pattern), and q_type_*(packed type) for the catalogue's views.
 void RegisterSqlFunctions(Store& store);
 

@@ -36,7 +36,7 @@ ExpressionPtr FinishIn(TokenReader& reader, ExpressionPtr operand, bool negated)
     node->operand = std::move(operand);
     reader.ExpectSign(u"(");
     TokenReader::Nesting nesting(reader);
-    if (reader.AtWord(u"select")) {
+    if (AtQuery(reader)) {
         node->query = ParseQuery(reader);
     } else {
         node->values = ParseList(reader);
@@ -86,13 +86,37 @@ ExpressionPtr FinishIsNull(TokenReader& reader, ExpressionPtr operand) {
     throw SyntaxError(SyntaxError::NotACondition, {reader.Near().text}, at.line, at.column);
 }
 
+bool TryQuantifier(TokenReader& reader, bool& all) {
+    for (const QStringView word : {u"all", u"any", u"some"}) {
+        if (!reader.AtSign(u"(", 1) || !reader.TryWord(word)) continue;
+        all = word == u"all";
+        return true;
+    }
+    return false;
+}
+
+ExpressionPtr FinishQuantified(TokenReader& reader, ExpressionPtr operand, ComparisonSign sign,
+                               bool all) {
+    auto node = Make<Quantified>(operand->line);
+    node->all = all;
+    node->sign = sign;
+    node->operand = std::move(operand);
+    reader.ExpectSign(u"(");
+    TokenReader::Nesting nesting(reader);
+    node->query = ParseQuery(reader);
+    reader.ExpectSign(u")");
+    const Expression* part = node->operand.get();
+    return Finish(reader, std::move(node), {part});
+}
+
 ExpressionPtr FinishComparison(TokenReader& reader, ExpressionPtr operand) {
-    auto node = Make<Comparison>(operand->line);
     const std::optional<ComparisonSign> sign = TryComparisonSign(reader);
     if (!sign) FailCondition(reader);
-    for (const QStringView word : {u"all", u"any", u"some"}) {
-        if (reader.AtWord(word)) reader.Unsupported(word.toString().toUpper());
+    bool all = false;
+    if (TryQuantifier(reader, all)) {
+        return FinishQuantified(reader, std::move(operand), *sign, all);
     }
+    auto node = Make<Comparison>(operand->line);
     node->sign = *sign;
     node->left = std::move(operand);
     node->right = ParseExpression(reader);

@@ -21,7 +21,7 @@ StatementPtr ParseCreateView(TokenReader& reader) {
     }
     if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("CREATE VIEW ... WITH"));
     reader.ExpectWord(u"as");
-    view->query = ParseQuery(reader);
+    view->query = ParseViewQuery(reader);
     if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("WITH CHECK OPTION"));
     while (reader.TrySign(u";")) {
     }

@@ -1,6 +1,7 @@
 #include "localdb/tsql/Expression.h"
 
 #include "localdb/tsql/Query.h"
+#include "localdb/tsql/Window.h"
 
 namespace quarv::localdb::tsql {
 
@@ -9,6 +10,12 @@ TableSource::~TableSource() = default;
 
 Subquery::Subquery() : Expression(ExpressionKind::Subquery) {}
 Subquery::~Subquery() = default;
+
+Function::Function() : Expression(ExpressionKind::Function) {}
+Function::~Function() = default;
+
+Quantified::Quantified() : Expression(ExpressionKind::Quantified) {}
+Quantified::~Quantified() = default;
 
 In::In() : Expression(ExpressionKind::In) {}
 In::~In() = default;

@@ -13,6 +13,7 @@
 namespace quarv::localdb::tsql {
 
 struct Query;
+struct Window;
 
 enum class ExpressionKind : uint8_t {
     Literal,
@@ -32,6 +33,7 @@ enum class ExpressionKind : uint8_t {
     In,
     Between,
     Exists,
+    Quantified,
 };
 
 struct Expression {
@@ -47,6 +49,11 @@ struct Expression {
 
 using ExpressionPtr = std::unique_ptr<Expression>;
 using ExpressionList = std::vector<ExpressionPtr>;
+
+struct OrderItem {
+    ExpressionPtr expression;
+    bool descending = false;
+};
 
 enum class LiteralKind : uint8_t {
     Null,
@@ -108,11 +115,14 @@ struct Case : Expression {
 };
 
 struct Function : Expression {
-    Function() : Expression(ExpressionKind::Function) {}
+    Function();
+    ~Function() override;
     QString name;
     ExpressionList arguments;
     bool star = false;  // COUNT(*)
     bool distinct = false;
+    std::vector<OrderItem> within;  // WITHIN GROUP (ORDER BY ...)
+    std::unique_ptr<Window> over;   // nothing without OVER
 };
 
 struct Subquery : Expression {
@@ -171,6 +181,16 @@ struct Between : Expression {
 struct Exists : Expression {
     Exists();
     ~Exists() override;
+    std::unique_ptr<Query> query;
+};
+
+// operand sign ALL (query), or ANY and its synonym SOME.
+struct Quantified : Expression {
+    Quantified();
+    ~Quantified() override;
+    ComparisonSign sign = ComparisonSign::Equal;
+    bool all = false;
+    ExpressionPtr operand;
     std::unique_ptr<Query> query;
 };
 

@@ -6,6 +6,7 @@
 #include "localdb/tsql/CallParser.h"
 #include "localdb/tsql/ExpressionNode.h"
 #include "localdb/tsql/Query.h"
+#include "localdb/tsql/Window.h"
 
 namespace quarv::localdb::tsql {
 
@@ -117,7 +118,7 @@ ExpressionPtr ParseFunction(TokenReader& reader) {
         node->arguments = ParseList(reader);
     }
     reader.ExpectSign(u")");
-    if (reader.AtWord(u"over")) reader.Unsupported(QStringLiteral("OVER"));
+    ParseFunctionTail(reader, *node);
     return Finish(reader, std::move(node));
 }
 
@@ -141,7 +142,7 @@ ExpressionPtr ParseParenthesis(TokenReader& reader) {
     const int line = reader.Line();
     reader.ExpectSign(u"(");
     TokenReader::Nesting nesting(reader);
-    if (reader.AtWord(u"select")) {
+    if (AtQuery(reader)) {
         auto node = Make<Subquery>(line);
         node->query = ParseQuery(reader);
         reader.ExpectSign(u")");

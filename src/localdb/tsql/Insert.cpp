@@ -44,8 +44,8 @@ StatementPtr ParseInsert(TokenReader& reader) {
         ParseRows(reader, *insert);
     } else if (reader.TryWord(u"default")) {
         reader.ExpectWord(u"values");
-    } else if (reader.AtWord(u"select")) {
-        insert->query = ParseQuery(reader);
+    } else if (AtQuery(reader)) {
+        insert->query = ParseStatementQuery(reader);
     } else if (reader.AtWord(u"exec") || reader.AtWord(u"execute")) {
         const int line = reader.Line();
         insert->execute.reset(static_cast<Execute*>(ParseExecute(reader).release()));

@@ -4,15 +4,14 @@
 #include <array>
 
 #include "localdb/tsql/ExpressionParser.h"
+#include "localdb/tsql/QueryParts.h"
 
 namespace quarv::localdb::tsql {
 
 void ParseTopRows(TokenReader& reader, Query& rows, const QString& statement) {
-    const bool top = reader.AtWord(u"top");
     ParseTop(reader, rows);
-    if (top && reader.AtWord(u"percent")) {
-        reader.Unsupported(statement + QStringLiteral(" TOP ... PERCENT"));
-    }
+    if (rows.topPercent) reader.Unsupported(statement + QStringLiteral(" TOP ... PERCENT"));
+    if (rows.topTies) reader.Unsupported(statement + QStringLiteral(" TOP ... WITH TIES"));
 }
 
 void ParseFromAndWhere(TokenReader& reader, Query& rows) {
@@ -27,7 +26,7 @@ void ParseFromAndWhere(TokenReader& reader, Query& rows) {
         }
         rows.where = ParseCondition(reader);
     }
-    if (reader.AtWord(u"option")) reader.Unsupported(QStringLiteral("OPTION"));
+    ParseOptions(reader, rows);
 }
 
 ObjectName ParseTableName(TokenReader& reader) {

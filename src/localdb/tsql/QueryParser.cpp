@@ -1,8 +1,9 @@
 #include <array>
 
+#include "localdb/tsql/ExpressionNode.h"
 #include "localdb/tsql/ExpressionParser.h"
-#include "localdb/tsql/Query.h"
 #include "localdb/tsql/QueryClauses.h"
+#include "localdb/tsql/QueryParts.h"
 
 namespace quarv::localdb::tsql {
 
@@ -45,17 +46,31 @@ bool TryStar(TokenReader& reader, SelectItem& item) {
     return true;
 }
 
+// @x = expression, and @x += expression in its eight forms.
+bool TryAssignment(TokenReader& reader, SelectItem& item) {
+    const Token sign = reader.Peek(1);
+    const bool compound = sign.kind == TokenKind::Sign && sign.text.size() == 2 &&
+                          sign.text[1] == u'=' && QStringView(u"+-*/%&|^").contains(sign.text[0]);
+    if (!compound && !sign.IsSign(u"=")) return false;
+    item.variable = reader.Take().text;
+    reader.Take();
+    item.expression = ParseExpression(reader);
+    if (!compound) return true;
+    auto node = Make<Arithmetic>(item.line);
+    node->sign = sign.text[0].unicode();
+    node->left = std::make_unique<Variable>(item.variable);
+    node->right = std::move(item.expression);
+    const Expression* right = node->right.get();
+    item.expression = Finish(reader, std::move(node), {right});
+    return true;
+}
+
 SelectItem ParseItem(TokenReader& reader) {
     SelectItem item;
     item.line = reader.Line();
     if (TryStar(reader, item)) return item;
     const TokenKind first = reader.Peek().kind;
-    if (reader.AtSign(u"=", 1) && first == TokenKind::Variable) {
-        item.variable = reader.Take().text;
-        reader.Take();
-        item.expression = ParseExpression(reader);
-        return item;
-    }
+    if (first == TokenKind::Variable && TryAssignment(reader, item)) return item;
     const bool named = reader.Peek().IsName() || first == TokenKind::String;
     if (reader.AtSign(u"=", 1) && named) {
         item.alias = reader.Take().text;
@@ -70,51 +85,34 @@ SelectItem ParseItem(TokenReader& reader) {
 
 TableSourcePtr ParseJoined(TokenReader& reader);
 
+void ParseRows(TokenReader& reader, DerivedTable& table) {
+    do {
+        reader.ExpectSign(u"(");
+        table.rows.push_back(ParseList(reader));
+        reader.ExpectSign(u")");
+    } while (reader.TrySign(u","));
+}
+
 TableSourcePtr ParseDerived(TokenReader& reader) {
     auto table = std::make_unique<DerivedTable>();
     table->line = reader.Line();
     reader.ExpectSign(u"(");
     TokenReader::Nesting nesting(reader);
-    if (!reader.AtWord(u"select")) {
-        RefuseWord(reader, {u"values"});
+    if (reader.TryWord(u"values")) {
+        ParseRows(reader, *table);
+    } else if (AtQuery(reader)) {
+        table->query = ParseQuery(reader);
+    } else {
         TableSourcePtr inner = ParseJoined(reader);
         reader.ExpectSign(u")");
         return inner;
     }
-    table->query = ParseQuery(reader);
     reader.ExpectSign(u")");
     table->alias = ParseAlias(reader, false);
     if (table->alias.isEmpty()) reader.Fail();
-    if (reader.TrySign(u"(")) {
-        do {
-            table->columns.push_back(reader.ExpectName());
-        } while (reader.TrySign(u","));
-        reader.ExpectSign(u")");
-    }
+    table->columns = ParseColumnNames(reader);
     return table;
 }
-
-}  // namespace
-
-// Locking hints change no result here: a reader sees what is committed and blocks nobody.
-void SkipTableHints(TokenReader& reader) {
-    const bool with = reader.AtWord(u"with") && reader.AtSign(u"(", 1);
-    const bool bare = reader.AtSign(u"(") && reader.AtWord(u"nolock", 1) && reader.AtSign(u")", 2);
-    if (!with && !bare) return;
-    if (with) reader.Take();
-    reader.Take();
-    constexpr std::array<QStringView, 10> Harmless = {
-        u"nolock",  u"rowlock",  u"paglock",       u"updlock",         u"holdlock",
-        u"tablock", u"tablockx", u"readcommitted", u"readuncommitted", u"serializable"};
-    do {
-        bool known = false;
-        for (const QStringView hint : Harmless) known = known || reader.TryWord(hint);
-        if (!known) reader.Unsupported(reader.Peek().text.toUpper());
-    } while (reader.TrySign(u","));
-    reader.ExpectSign(u")");
-}
-
-namespace {
 
 TableSourcePtr ParseTable(TokenReader& reader) {
     if (reader.AtSign(u"(")) return ParseDerived(reader);
@@ -146,29 +144,27 @@ JoinWords TakeJoinWords(TokenReader& reader) {
                                                     {u"right", JoinKind::Right, true},
                                                     {u"full", JoinKind::Full, true}}};
     if (reader.TryWord(u"join")) return {JoinKind::Inner, true};
-    if (reader.AtWord(u"cross")) {
-        reader.Take();
-        RefuseWord(reader, {u"apply"});
+    if (reader.TryWord(u"cross")) {
+        if (reader.TryWord(u"apply")) return {JoinKind::CrossApply, true};
         reader.ExpectWord(u"join");
         return {JoinKind::Cross, true};
     }
-    if (reader.AtWord(u"outer")) {
-        reader.Take();
-        RefuseWord(reader, {u"apply"});
-        reader.Fail();
+    if (reader.TryWord(u"outer")) {
+        reader.ExpectWord(u"apply");
+        return {JoinKind::OuterApply, true};
     }
     for (const Entry& entry : Table) {
         if (!reader.TryWord(entry.word)) continue;
         if (entry.outer) reader.TryWord(u"outer");
-        RefuseWord(reader, {u"hash", u"loop", u"merge", u"remote"});
+        SkipJoinHint(reader);
         reader.ExpectWord(u"join");
         return {entry.kind, true};
     }
     return {JoinKind::Inner, false};
 }
 
-TableSourcePtr ParseJoined(TokenReader& reader) {
-    TableSourcePtr left = ParseTable(reader);
+// The joins behind `left`. ON belongs to the last join that still waits for one.
+TableSourcePtr ParseJoins(TokenReader& reader, TableSourcePtr left) {
     int joins = 0;
     while (true) {
         const int line = reader.Line();
@@ -182,12 +178,18 @@ TableSourcePtr ParseJoined(TokenReader& reader) {
         join->join = words.kind;
         join->left = std::move(left);
         join->right = ParseTable(reader);
-        if (words.kind != JoinKind::Cross) {
+        if (words.kind < JoinKind::Cross) {
+            TokenReader::Nesting nesting(reader);
+            if (!reader.AtWord(u"on")) join->right = ParseJoins(reader, std::move(join->right));
             reader.ExpectWord(u"on");
             join->on = ParseCondition(reader);
         }
         left = std::move(join);
     }
+}
+
+TableSourcePtr ParseJoined(TokenReader& reader) {
+    return ParseJoins(reader, ParseTable(reader));
 }
 
 }  // namespace
@@ -203,41 +205,41 @@ TableSourcePtr ParseTableSource(TokenReader& reader) {
 void ParseTop(TokenReader& reader, Query& query) {
     if (!reader.TryWord(u"top")) return;
     if (reader.TrySign(u"(")) {
-        query.top = ParseExpression(reader);
+        if (reader.AtWord(u"select")) {
+            auto subquery = Make<Subquery>(reader.Line());
+            subquery->query = ParseQuery(reader);
+            query.top = std::move(subquery);
+        } else {
+            query.top = ParseExpression(reader);
+        }
         reader.ExpectSign(u")");
     } else {
         query.top = TryLiteral(reader);
         if (!query.top) reader.Fail();
     }
-    RefuseWord(reader, {u"percent"});
-    if (reader.AtWord(u"with") && reader.AtWord(u"ties", 1)) {
-        reader.Unsupported(QStringLiteral("WITH TIES"));
-    }
+    query.topPercent = reader.TryWord(u"percent");
+    query.topTies = reader.AtWord(u"with") && reader.AtWord(u"ties", 1);
+    if (!query.topTies) return;
+    reader.Take();
+    reader.Take();
 }
 
-namespace {
-
-void ParseGrouping(TokenReader& reader, Query& query) {
-    if (reader.TryWord(u"group")) {
-        reader.ExpectWord(u"by");
-        do {
-            query.groupBy.push_back(ParseExpression(reader));
-        } while (reader.TrySign(u","));
-        if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("GROUP BY ... WITH"));
-    }
-    if (reader.TryWord(u"having")) query.having = ParseCondition(reader);
-}
-
-void ParseOrder(TokenReader& reader, Query& query) {
-    if (!reader.TryWord(u"order")) return;
+std::vector<OrderItem> ParseOrderList(TokenReader& reader) {
     reader.ExpectWord(u"by");
+    std::vector<OrderItem> order;
     do {
         OrderItem item;
         item.expression = ParseExpression(reader);
         item.descending = reader.TryWord(u"desc");
         if (!item.descending) reader.TryWord(u"asc");
-        query.orderBy.push_back(std::move(item));
+        order.push_back(std::move(item));
     } while (reader.TrySign(u","));
+    return order;
+}
+
+void ParseOrder(TokenReader& reader, Query& query) {
+    if (!reader.TryWord(u"order")) return;
+    query.orderBy = ParseOrderList(reader);
     if (!reader.TryWord(u"offset")) return;
     query.offset = ParseExpression(reader);
     if (!reader.TryWord(u"rows")) reader.ExpectWord(u"row");
@@ -248,10 +250,7 @@ void ParseOrder(TokenReader& reader, Query& query) {
     reader.ExpectWord(u"only");
 }
 
-}  // namespace
-
-std::unique_ptr<Query> ParseQuery(TokenReader& reader) {
-    TokenReader::Nesting nesting(reader);
+std::unique_ptr<Query> ParseSpecification(TokenReader& reader) {
     auto query = std::make_unique<Query>();
     query->line = reader.Line();
     reader.ExpectWord(u"select");
@@ -274,9 +273,6 @@ std::unique_ptr<Query> ParseQuery(TokenReader& reader) {
     }
     if (reader.TryWord(u"where")) query->where = ParseCondition(reader);
     ParseGrouping(reader, *query);
-    RefuseWord(reader, {u"union", u"except", u"intersect"});
-    ParseOrder(reader, *query);
-    RefuseWord(reader, {u"for", u"option", u"compute"});
     return query;
 }
 

@@ -4,7 +4,7 @@ namespace quarv::localdb::tsql {
 
 StatementPtr ParseSelect(TokenReader& reader) {
     auto statement = std::make_unique<Select>();
-    statement->query = ParseQuery(reader);
+    statement->query = ParseStatementQuery(reader);
     return statement;
 }
 

@@ -53,7 +53,33 @@ StatementPtr ParseCreate(TokenReader& reader) {
     reader.Unsupported(QStringLiteral("CREATE ") + what.text.toUpper());
 }
 
-constexpr std::array<Entry, 22> Statements = {
+// WITH and the statement behind it.
+StatementPtr ParseWithTables(TokenReader& reader) {
+    WithClause with = ParseWithClause(reader);
+    if (reader.AtWord(u"insert")) {
+        StatementPtr statement = ParseInsert(reader);
+        auto& insert = static_cast<Insert&>(*statement);
+        if (insert.query) insert.query->with = std::move(with);
+        return statement;
+    }
+    if (reader.AtWord(u"update")) {
+        StatementPtr statement = ParseUpdate(reader);
+        static_cast<Update&>(*statement).rows.with = std::move(with);
+        return statement;
+    }
+    if (reader.AtWord(u"delete")) {
+        StatementPtr statement = ParseDelete(reader);
+        static_cast<Delete&>(*statement).rows.with = std::move(with);
+        return statement;
+    }
+    if (reader.AtWord(u"merge")) reader.Unsupported(QStringLiteral("MERGE"));
+    if (!AtQuery(reader)) reader.Fail();
+    StatementPtr statement = ParseSelect(reader);
+    static_cast<Select&>(*statement).query->with = std::move(with);
+    return statement;
+}
+
+constexpr std::array<Entry, 23> Statements = {
     {{u"begin", ParseBegin},       {u"break", ParseLoopJump}, {u"commit", ParseTransaction},
      {u"continue", ParseLoopJump}, {u"create", ParseCreate},  {u"declare", ParseDeclare},
      {u"delete", ParseDelete},     {u"drop", ParseDrop},      {u"exec", ParseExecute},
@@ -61,17 +87,17 @@ constexpr std::array<Entry, 22> Statements = {
      {u"print", ParsePrint},       {u"return", ParseReturn},  {u"rollback", ParseTransaction},
      {u"save", ParseTransaction},  {u"select", ParseSelect},  {u"set", ParseSet},
      {u"truncate", ParseTruncate}, {u"update", ParseUpdate},  {u"use", ParseUse},
-     {u"while", ParseWhile}}};
+     {u"while", ParseWhile},       {u"with", ParseWithTables}}};
 
 // First words of statements that SQL Server has and this server has not.
-constexpr std::array<QStringView, 29> Unknown = {
-    u"alter",       u"backup",     u"bulk",    u"checkpoint", u"close",     u"dbcc",
-    u"deallocate",  u"deny",       u"disable", u"enable",     u"fetch",     u"goto",
-    u"grant",       u"kill",       u"merge",   u"open",       u"raiserror", u"readtext",
-    u"reconfigure", u"restore",    u"revert",  u"revoke",     u"setuser",   u"shutdown",
-    u"throw",       u"updatetext", u"waitfor", u"with",       u"writetext"};
+constexpr std::array<QStringView, 28> Unknown = {
+    u"alter",  u"backup",  u"bulk",      u"checkpoint", u"close",       u"dbcc",    u"deallocate",
+    u"deny",   u"disable", u"enable",    u"fetch",      u"goto",        u"grant",   u"kill",
+    u"merge",  u"open",    u"raiserror", u"readtext",   u"reconfigure", u"restore", u"revert",
+    u"revoke", u"setuser", u"shutdown",  u"throw",      u"updatetext",  u"waitfor", u"writetext"};
 
 Parser FindParser(TokenReader& reader) {
+    if (reader.AtSign(u"(") && AtQuery(reader)) return ParseSelect;
     if (reader.Peek().kind != TokenKind::Word) return nullptr;
     for (const Entry& entry : Statements) {
         if (reader.AtWord(entry.word)) return entry.parse;
@@ -110,7 +136,14 @@ StatementPtr ParseStatement(TokenReader& reader) {
 void ParseStatements(TokenReader& reader, StatementList& statements) {
     while (reader.TrySign(u";")) {
     }
-    while (FindParser(reader)) statements.push_back(ParseStatement(reader));
+    while (const Parser parser = FindParser(reader)) {
+        // Behind a statement without its semicolon, WITH would belong to that statement.
+        if (parser == ParseWithTables && !statements.empty() && !reader.IsBehindSign(u";")) {
+            const Token& at = reader.Peek();
+            throw SyntaxError(SyntaxError::WithoutSemicolon, {at.text}, at.line, at.column);
+        }
+        statements.push_back(ParseStatement(reader));
+    }
 }
 
 }  // namespace quarv::localdb::tsql

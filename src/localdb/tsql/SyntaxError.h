@@ -18,6 +18,8 @@ class SyntaxError : public Error {
         MissingCommentEnd = 113,
         NearKeyword = 156,
         TooDeep = 191,
+        RecursionLimit = 310,
+        WithoutSemicolon = 319,
         EmptyName = 1038,
         TooManyItems = 1056,
         NotACondition = 4145,

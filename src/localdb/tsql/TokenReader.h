@@ -45,6 +45,9 @@ class TokenReader {
     [[noreturn]] void Unsupported(const QString& construct);
     [[noreturn]] void Unsupported(const QString& construct, const Token& at);
 
+    // Whether the token taken last is this sign.
+    bool IsBehindSign(QStringView sign) const { return last_.IsSign(sign); }
+
     const QString& Batch() const { return batch_; }
     // The batch's text from `offset` to the end of the last token that was taken.
     QString TextSince(qsizetype offset) const { return batch_.mid(offset, lastEnd_ - offset); }
