@@ -38,6 +38,15 @@ class Server:
         self.process.end()
 
 
+def quoted(text):
+    """As a literal of SQL."""
+    return "'" + text.replace("'", "''") + "'"
+
+
+# Types whose length says nothing, for every value may have it.
+ENDLESS = ("text", "ntext", "image")
+
+
 class Tsql:
     """FreeTDS's tsql, logged in for one script at a time."""
 
@@ -76,8 +85,8 @@ class Tsql:
         """A table's columns as the columns pane shows them: name, type, nullable, default."""
         rows = self.rows("select column_name, data_type, character_maximum_length, is_nullable, "
                          f"column_default from information_schema.columns where table_name="
-                         f"'{table}' order by ordinal_position")
-        return [(name, kind if length == "NULL" else f"{kind}({length})",
+                         f"{quoted(table)} order by ordinal_position")
+        return [(name, kind if length == "NULL" or kind in ENDLESS else f"{kind}({length})",
                  "Yes" if nullable == "YES" else "", "" if default == "NULL" else default)
                 for name, kind, length, nullable, default in rows]
 

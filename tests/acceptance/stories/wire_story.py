@@ -1,6 +1,6 @@
 """Other programs' view of the local server: they log in and ask for its catalogue."""
 
-from driver.server import Isql, LOGIN, PASSWORD, Tsql
+from driver.server import Isql, LOGIN, PASSWORD, Tsql, quoted
 from driver.story import Story
 
 
@@ -15,7 +15,7 @@ class WireStory(Story):
         tables = [row[2] for row in tsql.rows("exec sp_tables") if row[3] == "TABLE"]
         self.assertTrue(tables)
         queries = ["exec sp_server_info 2", "exec sp_tables", "exec sp_stored_procedures"]
-        queries += [f"select * from information_schema.columns where table_name='{name}'"
+        queries += [f"select * from information_schema.columns where table_name={quoted(name)}"
                     " order by ordinal_position" for name in tables]
         for query in queries:
             rows = tsql.rows(query)
