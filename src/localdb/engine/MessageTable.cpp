@@ -7,7 +7,8 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-// In the order of their numbers.
+// One row a message, in the order of their numbers: data, kept in one file so that each number
+// stands once.
 constexpr MessageText Table[] = {
     {102, 15, 1, u"Incorrect syntax near '%'."},
     {103, 15, 4, u"The identifier that starts with '%' is too long. Maximum length is 128."},

@@ -35,7 +35,10 @@ void Log::Open() {
     file_ = FileDescriptor(::open(QFile::encodeName(path_).constData(),
                                   O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
     struct stat info {};
-    size_ = file_.IsOpen() && ::fstat(file_.Get(), &info) == 0 ? info.st_size : 0;
+    const bool known = file_.IsOpen() && ::fstat(file_.Get(), &info) == 0;
+    size_ = known ? info.st_size : 0;
+    // A device or a pipe must stay where it is.
+    turns_ = !known || S_ISREG(info.st_mode);
 }
 
 void Log::Turn() {
@@ -53,7 +56,7 @@ void Log::Write(const QString& text) {
         std::fputs(line.constData(), stderr);
         return;
     }
-    if (size_ + line.size() > largest_) Turn();
+    if (turns_ && size_ + line.size() > largest_) Turn();
     if (!file_.IsOpen()) return;
     const ssize_t written =
         ::write(file_.Get(), line.constData(), static_cast<size_t>(line.size()));

@@ -14,7 +14,8 @@ class Log {
   public:
     // Writes to stderr.
     Log() = default;
-    // Appends to the file, which is set aside as ".old" and begun anew at `largest` bytes.
+    // Appends to the file, which is set aside as ".old" and begun anew at `largest` bytes; what is
+    // no regular file is only written to.
     explicit Log(const QString& path, qint64 largest = 1024 * 1024);
 
     void Write(const QString& text);
@@ -27,6 +28,7 @@ class Log {
     QString path_;
     qint64 largest_ = 0;
     qint64 size_ = 0;
+    bool turns_ = true;
     FileDescriptor file_;
 };
 

@@ -1,7 +1,10 @@
 #include "localdb/server/Log.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include "Files.h"
@@ -16,6 +19,21 @@ TEST(LogTest, IsSetAsideWhenItIsFull) {
     EXPECT_LE(Contents(path).size(), 200);
     EXPECT_LE(Contents(path + QStringLiteral(".old")).size(), 200);
     EXPECT_FALSE(Contents(path + QStringLiteral(".old")).isEmpty());
+}
+
+TEST(LogTest, WhatIsNoRegularFileStaysWhereItIs) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("pipe"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    const FileDescriptor reader(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    ASSERT_TRUE(reader.IsOpen());
+    Log log(path, 10);
+    for (int i = 0; i < 3; ++i) log.Write(QStringLiteral("a line longer than the limit"));
+    struct stat info {};
+    ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &info), 0);
+    EXPECT_TRUE(S_ISFIFO(info.st_mode));
+    EXPECT_FALSE(QFile::exists(path + QStringLiteral(".old")));
 }
 
 }  // namespace quarv::localdb::server
