@@ -163,9 +163,7 @@ BoundPtr BindIsDate(Arguments arguments) {
         }
     }
     arguments[0] = AsText(std::move(arguments[0]));
-    BoundPtr call = MakeCall(IsDate, IntType(), std::move(arguments), true);
-    call->nullable = false;
-    return call;
+    return MakeNeverNullCall(IsDate, IntType(), std::move(arguments));
 }
 
 // "+hh:mm" or a number of minutes. Nothing where it is none.

@@ -23,6 +23,12 @@ BoundPtr MakeNullableCall(Compute compute, const SqlType& type, Arguments argume
     return call;
 }
 
+BoundPtr MakeNeverNullCall(Compute compute, const SqlType& type, Arguments arguments) {
+    BoundPtr call = MakeCall(compute, type, std::move(arguments), true);
+    call->nullable = false;
+    return call;
+}
+
 BoundPtr AsText(BoundPtr value) {
     if (ClassOf(value->type) == TypeClass::Text && !value->untypedNull) return value;
     return ExpressionBinder::Convert(std::move(value), MakeType(TypeKind::VarChar, 8000));

@@ -17,6 +17,9 @@ BoundPtr MakeCall(Compute compute, const SqlType& type, Arguments arguments,
 BoundPtr MakeNullableCall(Compute compute, const SqlType& type, Arguments arguments,
                           bool takesNull = false);
 
+// A call that takes null and never gives it.
+BoundPtr MakeNeverNullCall(Compute compute, const SqlType& type, Arguments arguments);
+
 // Text stays what it is; everything else becomes varchar.
 BoundPtr AsText(BoundPtr value);
 BoundPtr AsInteger(BoundPtr value);  // bigint

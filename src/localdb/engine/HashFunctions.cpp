@@ -125,9 +125,7 @@ SqlValue Checksum(const BoundCall& call, const SqlValue* a, const Evaluation& ev
 
 template <bool Binary>
 BoundPtr BindChecksum(Arguments arguments) {
-    BoundPtr call = MakeCall(Checksum<Binary>, IntType(), std::move(arguments), true);
-    call->nullable = false;
-    return call;
+    return MakeNeverNullCall(Checksum<Binary>, IntType(), std::move(arguments));
 }
 
 }  // namespace

@@ -130,9 +130,7 @@ BoundPtr BindConcatWithSeparator(Arguments arguments) {
     for (BoundPtr& argument : arguments) argument = AsText(std::move(argument));
     SqlType type = arguments[0]->type;
     for (const BoundPtr& argument : arguments) type = TypeRules::Common(type, argument->type);
-    BoundPtr call = MakeCall(ConcatWithSeparator, Widest(type), std::move(arguments), true);
-    call->nullable = false;
-    return call;
+    return MakeNeverNullCall(ConcatWithSeparator, Widest(type), std::move(arguments));
 }
 
 // A number in a field of a width, as many digits behind the point as it has room for; stars where

@@ -202,9 +202,7 @@ BoundPtr BindConcat(Arguments arguments) {
         MakeType(unicode ? TypeKind::NVarChar : TypeKind::VarChar, max       ? SqlType::Max
                                                                    : unicode ? 4000
                                                                              : 8000);
-    BoundPtr call = MakeCall(Concat, type, std::move(arguments), true);
-    call->nullable = false;
-    return call;
+    return MakeNeverNullCall(Concat, type, std::move(arguments));
 }
 
 // Of the code page that varchar has.

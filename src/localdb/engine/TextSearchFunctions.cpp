@@ -122,9 +122,7 @@ SqlValue IsNumeric(const BoundCall& call, const SqlValue* a, const Evaluation&) 
 }
 
 BoundPtr BindIsNumeric(Arguments arguments) {
-    BoundPtr call = MakeCall(IsNumeric, IntType(), std::move(arguments), true);
-    call->nullable = false;
-    return call;
+    return MakeNeverNullCall(IsNumeric, IntType(), std::move(arguments));
 }
 
 }  // namespace
