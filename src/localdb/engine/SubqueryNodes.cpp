@@ -5,23 +5,8 @@
 
 namespace quarv::localdb::engine {
 
-namespace {
-
-// An address: equal only to itself.
-std::string Identity(const void* object) {
-    return std::to_string(reinterpret_cast<uintptr_t>(object));
-}
-
-}  // namespace
-
-BoundSubquery::BoundSubquery(std::unique_ptr<BoundQuery> query) : query_(std::move(query)) {
+BoundSubquery::BoundSubquery(std::unique_ptr<BoundQuery> query) : SubqueryNode(std::move(query)) {
     type = query_->items.front()->type;
-}
-
-BoundSubquery::~BoundSubquery() = default;
-
-std::string BoundSubquery::Detail() const {
-    return Identity(this);
 }
 
 void BoundSubquery::Write(SqlWriter& writer) const {
@@ -30,14 +15,8 @@ void BoundSubquery::Write(SqlWriter& writer) const {
     writer.Text("))");
 }
 
-BoundExists::BoundExists(std::unique_ptr<BoundQuery> query) : query_(std::move(query)) {
+BoundExists::BoundExists(std::unique_ptr<BoundQuery> query) : SubqueryNode(std::move(query)) {
     nullable = false;
-}
-
-BoundExists::~BoundExists() = default;
-
-std::string BoundExists::Detail() const {
-    return Identity(this);
 }
 
 void BoundExists::Write(SqlWriter& writer) const {
@@ -47,17 +26,11 @@ void BoundExists::Write(SqlWriter& writer) const {
 }
 
 BoundInQuery::BoundInQuery(BoundPtr operand, std::unique_ptr<BoundQuery> query)
-    : query_(std::move(query)) {
+    : SubqueryNode(std::move(query)) {
     // The operand and the query's column are compared in one type.
     BoundPtr& item = query_->items.front();
     ExpressionBinder::Unify(operand, item);
     parts.push_back(std::move(operand));
-}
-
-BoundInQuery::~BoundInQuery() = default;
-
-std::string BoundInQuery::Detail() const {
-    return Identity(this);
 }
 
 void BoundInQuery::Write(SqlWriter& writer) const {
@@ -69,14 +42,8 @@ void BoundInQuery::Write(SqlWriter& writer) const {
 
 BoundQuantified::BoundQuantified(BoundPtr comparison, std::unique_ptr<BoundQuery> query,
                                  std::string alias, bool all)
-    : query_(std::move(query)), alias_(std::move(alias)), all_(all) {
+    : SubqueryNode(std::move(query)), alias_(std::move(alias)), all_(all) {
     parts.push_back(std::move(comparison));
-}
-
-BoundQuantified::~BoundQuantified() = default;
-
-std::string BoundQuantified::Detail() const {
-    return Identity(this);
 }
 
 // ALL holds where the opposite holds for none.

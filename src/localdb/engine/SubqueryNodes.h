@@ -5,70 +5,54 @@
 
 namespace quarv::localdb::engine {
 
-// A query in the place of a value: null without a row; raises SqlError 512 for several.
-class BoundSubquery : public BoundExpression {
+// What they share: the storage computes them whole. `Base` is BoundExpression or BoundCondition.
+template <typename Base>
+class SubqueryNode : public Base {
   public:
-    explicit BoundSubquery(std::unique_ptr<BoundQuery> query);
-    ~BoundSubquery() override;
     SqlValue Evaluate(const Evaluation& evaluation) const override {
-        return evaluation.leaves[slot];
+        return evaluation.leaves[this->slot];
     }
-    void Write(SqlWriter& writer) const override;
     bool IsLeaf() const override { return true; }
-    // Two queries are never taken for the same.
-    std::string Detail() const override;
+    // An address: two queries are never taken for the same.
+    std::string Detail() const override {
+        return std::to_string(reinterpret_cast<uintptr_t>(this));
+    }
 
-  private:
+  protected:
+    explicit SubqueryNode(std::unique_ptr<BoundQuery> query) : query_(std::move(query)) {}
+
     std::unique_ptr<BoundQuery> query_;
 };
 
-class BoundExists : public BoundCondition {
+// A query in the place of a value: null without a row; raises SqlError 512 for several.
+class BoundSubquery : public SubqueryNode<BoundExpression> {
+  public:
+    explicit BoundSubquery(std::unique_ptr<BoundQuery> query);
+    void Write(SqlWriter& writer) const override;
+};
+
+class BoundExists : public SubqueryNode<BoundCondition> {
   public:
     explicit BoundExists(std::unique_ptr<BoundQuery> query);
-    ~BoundExists() override;
-    SqlValue Evaluate(const Evaluation& evaluation) const override {
-        return evaluation.leaves[slot];
-    }
     void Write(SqlWriter& writer) const override;
-    bool IsLeaf() const override { return true; }
-    std::string Detail() const override;
-
-  private:
-    std::unique_ptr<BoundQuery> query_;
 };
 
 // operand IN (query); the operand is its part.
-class BoundInQuery : public BoundCondition {
+class BoundInQuery : public SubqueryNode<BoundCondition> {
   public:
     BoundInQuery(BoundPtr operand, std::unique_ptr<BoundQuery> query);
-    ~BoundInQuery() override;
-    SqlValue Evaluate(const Evaluation& evaluation) const override {
-        return evaluation.leaves[slot];
-    }
     void Write(SqlWriter& writer) const override;
-    bool IsLeaf() const override { return true; }
-    std::string Detail() const override;
-
-  private:
-    std::unique_ptr<BoundQuery> query_;
 };
 
 // operand sign ANY (query), or ALL. Its part compares the operand with the query's column.
-class BoundQuantified : public BoundCondition {
+class BoundQuantified : public SubqueryNode<BoundCondition> {
   public:
     // `comparison` is of the sign for ANY, of its opposite for ALL; it knows the query as `alias`.
     BoundQuantified(BoundPtr comparison, std::unique_ptr<BoundQuery> query, std::string alias,
                     bool all);
-    ~BoundQuantified() override;
-    SqlValue Evaluate(const Evaluation& evaluation) const override {
-        return evaluation.leaves[slot];
-    }
     void Write(SqlWriter& writer) const override;
-    bool IsLeaf() const override { return true; }
-    std::string Detail() const override;
 
   private:
-    std::unique_ptr<BoundQuery> query_;
     std::string alias_;
     bool all_;
 };
