@@ -1,12 +1,11 @@
 #include "localdb/server/Arguments.h"
 
-#include <QDate>
 #include <QLocale>
-#include <QTime>
 #include <QUuid>
 #include <cmath>
 
 #include "base/CodePage1252.h"
+#include "localdb/server/MomentText.h"
 #include "localdb/server/TypeMapping.h"
 #include "localdb/tds/NumericValues.h"
 #include "localdb/tds/TemporalValues.h"
@@ -19,32 +18,29 @@ using engine::TypeKind;
 using Content = std::span<const std::byte>;
 
 constexpr int64_t DaysFrom0001To1900 = 693'595;
-constexpr int64_t TicksOfSecond = 10'000'000;
-constexpr int64_t TicksOfMinute = 60 * TicksOfSecond;
+constexpr int64_t TicksOfMillisecond = MomentText::TicksOfSecond / 1000;
+constexpr int64_t LastDay = 3'652'058;  // 9999-12-31
 
-QString DateText(int64_t daysSince0001) {
-    static const QDate First(1, 1, 1);
-    const QDate date = First.addDays(daysSince0001);
-    if (!date.isValid() || date.year() < 1 || date.year() > 9999) {
+int64_t CheckedDays(int64_t daysSince0001) {
+    if (daysSince0001 < 0 || daysSince0001 > LastDay) {
         throw tds::ProtocolError(tds::Fault::ValueTooLong, 0);
     }
-    return date.toString(Qt::ISODate);
+    return daysSince0001;
 }
 
-// `ticks` are 100 ns since midnight; as many digits of the second as `scale` says.
-QString TimeText(int64_t ticks, int scale) {
-    const QTime whole = QTime(0, 0).addSecs(static_cast<int>(ticks / TicksOfSecond));
-    QString text = whole.toString(QStringLiteral("HH:mm:ss"));
-    if (scale > 0) {
-        const QString digits =
-            QStringLiteral("%1").arg(ticks % TicksOfSecond, 7, 10, QLatin1Char('0'));
-        text += u'.' + digits.left(scale);
-    }
-    return text;
+int64_t CheckedTicks(int64_t ticksSince0001) {
+    CheckedDays(ticksSince0001 / tds::TicksOfDay);
+    return ticksSince0001;
 }
 
-QString DateTime2Text(int64_t ticks, int scale) {
-    return DateText(ticks / tds::TicksOfDay) + u' ' + TimeText(ticks % tds::TicksOfDay, scale);
+QString TextOf(const MomentText& moment) {
+    return QLatin1String(moment.View().data(), static_cast<qsizetype>(moment.View().size()));
+}
+
+// `ticks` are 100 ns since midnight.
+QString DayAndTimeText(int64_t daysSince0001, int64_t ticks, int scale) {
+    return TextOf(
+        MomentText().DateTime(CheckedDays(daysSince0001) * tds::TicksOfDay + ticks, scale));
 }
 
 QString DateTimeText(Content content) {
@@ -57,30 +53,22 @@ QString DateTimeText(Content content) {
     }
     // To the nearest millisecond, from which the type's own rounding gives the same value again.
     const int64_t milliseconds = (rest * 10 + 1) / 3;
-    return DateText(days + DaysFrom0001To1900) + u' ' + TimeText(milliseconds * 10'000, 3);
+    return DayAndTimeText(days + DaysFrom0001To1900, milliseconds * TicksOfMillisecond, 3);
 }
 
 QString SmallDateTimeText(Content content) {
     const int64_t minutes = tds::ReadSmallDateTime(content);
-    return DateText(minutes / 1440 + DaysFrom0001To1900) + u' ' +
-           TimeText(minutes % 1440 * TicksOfMinute, 0);
-}
-
-QString OffsetText(int16_t minutes) {
-    const int size = std::abs(minutes);
-    return QStringLiteral("%1%2:%3")
-        .arg(minutes < 0 ? QChar(u'-') : QChar(u'+'))
-        .arg(size / 60, 2, 10, QLatin1Char('0'))
-        .arg(size % 60, 2, 10, QLatin1Char('0'));
+    return DayAndTimeText(minutes / 1440 + DaysFrom0001To1900,
+                          minutes % 1440 * MomentText::TicksOfMinute, 0);
 }
 
 QString DateTimeOffsetText(Content content, uint8_t scale) {
     const tds::OffsetTime value = tds::ReadDateTimeOffset(content, scale);
-    const int64_t local = value.utcTicks + value.offsetMinutes * TicksOfMinute;
+    const int64_t local = value.utcTicks + value.offsetMinutes * MomentText::TicksOfMinute;
     if (local < 0 || std::abs(value.offsetMinutes) > 14 * 60) {
         throw tds::ProtocolError(tds::Fault::ValueTooLong, 0);
     }
-    return DateTime2Text(local, scale) + u' ' + OffsetText(value.offsetMinutes);
+    return TextOf(MomentText().DateTime(CheckedTicks(local), scale).Offset(value.offsetMinutes));
 }
 
 QString FloatText(Content content) {
@@ -155,15 +143,16 @@ QString LiteralOf(const engine::SqlType& type, Content content) {
         case TypeKind::RowVersion:
             return BinaryText(content);
         case TypeKind::Date:
-            return DateText(tds::ReadDate(content));
+            return TextOf(MomentText().Date(CheckedDays(tds::ReadDate(content))));
         case TypeKind::Time:
-            return TimeText(tds::ReadTime(content, type.scale), type.scale);
+            return TextOf(MomentText().Time(tds::ReadTime(content, type.scale), type.scale));
         case TypeKind::SmallDateTime:
             return SmallDateTimeText(content);
         case TypeKind::DateTime:
             return DateTimeText(content);
         case TypeKind::DateTime2:
-            return DateTime2Text(tds::ReadDateTime2(content, type.scale), type.scale);
+            return TextOf(MomentText().DateTime(
+                CheckedTicks(tds::ReadDateTime2(content, type.scale)), type.scale));
         case TypeKind::DateTimeOffset:
             return DateTimeOffsetText(content, type.scale);
         case TypeKind::UniqueIdentifier:

@@ -11,7 +11,7 @@
 #include <exception>
 
 #include "base/Error.h"
-#include "localdb/server/FileDescriptor.h"
+#include "base/UniqueFd.h"
 #include "localdb/server/ServerError.h"
 
 namespace quarv::localdb::server {
@@ -80,12 +80,12 @@ QString RunDetached(int keep, int timeoutMs,
                     const std::function<void(const std::function<void()>&)>& work) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) return SystemText(errno);
-    const FileDescriptor from(ends[0]);
-    FileDescriptor to(ends[1]);
+    const UniqueFd from(ends[0]);
+    UniqueFd to(ends[1]);
     const pid_t child = ::fork();
     if (child < 0) return SystemText(errno);
     if (child == 0) RunChild(keep, to.Get(), work);
-    to.Close();
+    to.Reset();
     return WaitForReport(from.Get(), timeoutMs);
 }
 

@@ -17,7 +17,7 @@ namespace quarv::localdb::server {
 namespace {
 
 // The file could have been deleted, and made anew, between opening and locking it.
-bool IsStillAt(const FileDescriptor& file, const QByteArray& path) {
+bool IsStillAt(const UniqueFd& file, const QByteArray& path) {
     struct stat here {};
     struct stat there {};
     return ::fstat(file.Get(), &here) == 0 && ::stat(path.constData(), &there) == 0 &&
@@ -26,11 +26,11 @@ bool IsStillAt(const FileDescriptor& file, const QByteArray& path) {
 
 }  // namespace
 
-FileDescriptor FileLock::TryTake() const {
+UniqueFd FileLock::TryTake() const {
     const QByteArray path = QFile::encodeName(path_);
     for (;;) {
-        FileDescriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-        if (!file.IsOpen()) {
+        UniqueFd file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+        if (!file) {
             throw ServerError(ServerError::InstanceFiles, path_, SystemText(errno));
         }
         if (::flock(file.Get(), LOCK_EX | LOCK_NB) != 0) return {};
@@ -39,8 +39,8 @@ FileDescriptor FileLock::TryTake() const {
 }
 
 bool FileLock::IsHeld() const {
-    const FileDescriptor file(::open(QFile::encodeName(path_).constData(), O_RDONLY | O_CLOEXEC));
-    return file.IsOpen() && ::flock(file.Get(), LOCK_SH | LOCK_NB) != 0;
+    const UniqueFd file(::open(QFile::encodeName(path_).constData(), O_RDONLY | O_CLOEXEC));
+    return file && ::flock(file.Get(), LOCK_SH | LOCK_NB) != 0;
 }
 
 bool FileLock::IsOpenIn(qint64 pid) const {

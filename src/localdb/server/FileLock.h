@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "localdb/server/FileDescriptor.h"
+#include "base/UniqueFd.h"
 
 namespace quarv::localdb::server {
 
@@ -14,7 +14,7 @@ class FileLock {
 
     // Makes the file where it is missing and takes the lock for itself. A closed descriptor where
     // someone else holds it. Raises ServerError InstanceFiles.
-    FileDescriptor TryTake() const;
+    UniqueFd TryTake() const;
     // True while someone holds it for itself. False where the file is missing.
     bool IsHeld() const;
     // True where the process has the file open, as its holder has.

@@ -85,9 +85,8 @@ void Instance::WriteState(const InstanceState& state) const {
         throw ServerError(ServerError::InstanceFiles, StateFile(), SystemText(errno));
     };
     ::unlink(fresh.constData());
-    const FileDescriptor file(
-        ::open(fresh.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (!file.IsOpen()) fail();
+    const UniqueFd file(::open(fresh.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!file) fail();
     if (!WriteAll(file.Get(), state.ToBytes()) || ::fsync(file.Get()) != 0) fail();
     if (::rename(fresh.constData(), path.constData()) != 0) fail();
 }

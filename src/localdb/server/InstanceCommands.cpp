@@ -59,7 +59,7 @@ void ServeInstance(const Instance& instance, const EngineAccess& engine,
 }
 
 // With the lock in hand: this caller is the one that makes the process. The lock goes over to it.
-void Launch(const Instance& instance, const EngineAccess& engine, FileDescriptor lock) {
+void Launch(const Instance& instance, const EngineAccess& engine, UniqueFd lock) {
     instance.RemoveState();
     const QString failure = RunDetached(
         lock.Get(), LongestWaitMs,
@@ -90,8 +90,8 @@ void StartInstance(const QString& name, const EngineAccess& engine) {
     const Instance instance = Instance::Named(name);
     const bool serving = WaitUntil([&] {
         instance.MakeDirectory();
-        FileDescriptor lock = instance.Lock().TryTake();
-        if (lock.IsOpen()) {
+        UniqueFd lock = instance.Lock().TryTake();
+        if (lock) {
             Launch(instance, engine, std::move(lock));
             return true;
         }
@@ -134,8 +134,8 @@ QString DescribeInstances(const QString& name) {
 void DeleteInstance(const QString& name) {
     const Instance instance = Instance::Named(name);
     if (!instance.Exists()) throw ServerError(ServerError::NoSuchInstance, instance.Name());
-    const FileDescriptor lock = instance.Lock().TryTake();
-    if (!lock.IsOpen()) throw ServerError(ServerError::InstanceRunning, instance.Name());
+    const UniqueFd lock = instance.Lock().TryTake();
+    if (!lock) throw ServerError(ServerError::InstanceRunning, instance.Name());
     if (!QDir(instance.Directory()).removeRecursively()) {
         throw ServerError(ServerError::InstanceFiles, instance.Directory(),
                           QStringLiteral("not everything could be removed"));

@@ -76,14 +76,14 @@ QString ListenAddress::ToText() const {
         .arg(port);
 }
 
-FileDescriptor ListenAddress::Listen() {
+UniqueFd ListenAddress::Listen() {
     SocketAddress where = ToSocketAddress(*this);
     const auto fail = [this] {
         throw ServerError(ServerError::CannotListen, ToText(), SystemText(errno));
     };
-    FileDescriptor socket(
+    UniqueFd socket(
         ::socket(where.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    if (!socket.IsOpen()) fail();
+    if (!socket) fail();
     const int yes = 1;
     (void)::setsockopt(socket.Get(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     if (::bind(socket.Get(), where.Get(), where.length) != 0) fail();

@@ -4,7 +4,7 @@
 #include <QHostAddress>
 #include <QString>
 
-#include "localdb/server/FileDescriptor.h"
+#include "base/UniqueFd.h"
 
 namespace quarv::localdb::server {
 
@@ -18,7 +18,7 @@ struct ListenAddress {
 
     // A socket that listens there; `port` becomes the one that it got. Raises ServerError
     // CannotListen.
-    FileDescriptor Listen();
+    UniqueFd Listen();
 };
 
 }  // namespace quarv::localdb::server

@@ -30,7 +30,7 @@ Listener::Listener(ListenAddress where, const Settings& settings, engine::Server
       socket_(where_.Listen()),
       event_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       sessions_([this] { Wake(); }) {
-    if (!event_.IsOpen()) {
+    if (!event_) {
         throw ServerError(ServerError::System, QStringLiteral("eventfd"), SystemText(errno));
     }
 }
@@ -59,7 +59,7 @@ void Listener::Run(const std::function<void()>& ending) {
             break;
         }
     }
-    socket_.Close();
+    socket_.Reset();
     ending();
     pending_.clear();
     sessions_.StopAll();
@@ -131,8 +131,8 @@ bool Listener::IdleIsOver(Clock::time_point now) const {
 
 void Listener::AcceptAll() {
     for (int i = 0; i < AcceptsAtOnce; ++i) {
-        FileDescriptor connection(::accept4(socket_.Get(), nullptr, nullptr, SOCK_CLOEXEC));
-        if (connection.IsOpen()) {
+        UniqueFd connection(::accept4(socket_.Get(), nullptr, nullptr, SOCK_CLOEXEC));
+        if (connection) {
             Accept(Socket(std::move(connection)));
             continue;
         }

@@ -42,8 +42,8 @@ class Listener {
     const Settings& settings_;
     engine::Server& engine_;
     Log& log_;
-    FileDescriptor socket_;
-    FileDescriptor event_;
+    UniqueFd socket_;
+    UniqueFd event_;
     std::atomic<bool> stopping_ = false;
     Clock::time_point lastUse_ = Clock::now();
     std::list<PendingLogin> pending_;  // the oldest first

@@ -32,10 +32,10 @@ Log::Log(const QString& path, qint64 largest) : path_(path), largest_(largest) {
 }
 
 void Log::Open() {
-    file_ = FileDescriptor(::open(QFile::encodeName(path_).constData(),
-                                  O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+    file_ = UniqueFd(::open(QFile::encodeName(path_).constData(),
+                            O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
     struct stat info {};
-    const bool known = file_.IsOpen() && ::fstat(file_.Get(), &info) == 0;
+    const bool known = file_ && ::fstat(file_.Get(), &info) == 0;
     size_ = known ? info.st_size : 0;
     // A device or a pipe must stay where it is.
     turns_ = !known || S_ISREG(info.st_mode);
@@ -57,7 +57,7 @@ void Log::Write(const QString& text) {
         return;
     }
     if (turns_ && size_ + line.size() > largest_) Turn();
-    if (!file_.IsOpen()) return;
+    if (!file_) return;
     const ssize_t written =
         ::write(file_.Get(), line.constData(), static_cast<size_t>(line.size()));
     if (written > 0) size_ += written;

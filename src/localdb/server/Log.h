@@ -6,7 +6,7 @@
 #include <QString>
 #include <mutex>
 
-#include "localdb/server/FileDescriptor.h"
+#include "base/UniqueFd.h"
 
 namespace quarv::localdb::server {
 
@@ -29,7 +29,7 @@ class Log {
     qint64 largest_ = 0;
     qint64 size_ = 0;
     bool turns_ = true;
-    FileDescriptor file_;
+    UniqueFd file_;
 };
 
 }  // namespace quarv::localdb::server

@@ -74,9 +74,9 @@ void CheckDataDirectory(const QString& path) {
     }
 }
 
-FileDescriptor LockDataDirectory(const QString& path) {
-    FileDescriptor lock = FileLock(path + QStringLiteral("/.lock")).TryTake();
-    if (!lock.IsOpen()) throw ServerError(ServerError::DataDirectoryInUse, path);
+UniqueFd LockDataDirectory(const QString& path) {
+    UniqueFd lock = FileLock(path + QStringLiteral("/.lock")).TryTake();
+    if (!lock) throw ServerError(ServerError::DataDirectoryInUse, path);
     return lock;
 }
 
@@ -88,7 +88,7 @@ void Serve(const ServeJob& job, const EngineAccess& engine, Log& log,
     HoldStopSignals();
     WantDescriptors();
     CheckDataDirectory(job.dataDirectory);
-    const FileDescriptor lock = LockDataDirectory(job.dataDirectory);
+    const UniqueFd lock = LockDataDirectory(job.dataDirectory);
 
     Settings settings;
     settings.account = job.account;

@@ -32,7 +32,7 @@ Socket::Result ResultOf(ssize_t count, size_t& moved) {
 
 }  // namespace
 
-Socket::Socket(FileDescriptor descriptor) : descriptor_(std::move(descriptor)) {
+Socket::Socket(UniqueFd descriptor) : descriptor_(std::move(descriptor)) {
     const int fd = descriptor_.Get();
     ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) | O_NONBLOCK);
     SetOption(fd, IPPROTO_TCP, TCP_NODELAY, 1);

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-#include "localdb/server/FileDescriptor.h"
+#include "base/UniqueFd.h"
 
 namespace quarv::localdb::server {
 
@@ -13,7 +13,7 @@ class Socket {
   public:
     Socket() = default;
     // Takes a connected socket and makes it non-blocking, quick (no Nagle) and kept alive.
-    explicit Socket(FileDescriptor descriptor);
+    explicit Socket(UniqueFd descriptor);
 
     enum class Result {
         Done,        // some bytes went
@@ -38,7 +38,7 @@ class Socket {
     int Descriptor() const { return descriptor_.Get(); }
 
   private:
-    FileDescriptor descriptor_;
+    UniqueFd descriptor_;
 };
 
 }  // namespace quarv::localdb::server

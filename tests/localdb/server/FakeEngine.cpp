@@ -6,6 +6,7 @@
 #include <new>
 #include <string>
 
+#include "Datums.h"
 #include "base/Error.h"
 
 namespace quarv::localdb::server {
@@ -25,20 +26,6 @@ Column NewColumn(const char* name, TypeKind kind, int32_t length = 0) {
     column.type.kind = kind;
     column.type.length = length;
     return column;
-}
-
-Datum Number(int64_t value) {
-    Datum datum;
-    datum.null = false;
-    datum.integer = value;
-    return datum;
-}
-
-Datum Text(std::string_view text) {
-    Datum datum;
-    datum.null = false;
-    datum.text = text;
-    return datum;
 }
 
 void BeginTwoColumns(ResultSink& sink) {
@@ -62,7 +49,7 @@ int64_t SendRows(ResultSink& sink, int64_t count, std::string_view text,
     BeginTwoColumns(sink);
     int64_t sent = 0;
     while (sent != count && !sink.Cancelled()) {
-        const std::array row{Number(sent), Text(text)};
+        const std::array row{Whole(sent), Text(text)};
         sink.Row(row);
         ++sent;
         ++counter;
@@ -143,7 +130,7 @@ void FakeSession::RunBatch(const QString& sql, ResultSink& sink) {
     } else if (verb == u"overlong") {
         BeginTwoColumns(sink);
         const std::string text(40'000, 'x');
-        const std::array row{Number(1), Text(text)};
+        const std::array row{Whole(1), Text(text)};
         sink.Row(row);
         sink.StatementDone(StatementKind::Select, 1, false);
     } else if (verb == u"use") {
@@ -187,7 +174,7 @@ void FakeSession::RunProcedure(const QString& name, const std::vector<engine::Ar
         if (!argument.output) continue;
         SqlType type;
         type.kind = TypeKind::Int;
-        sink.ReturnValue(argument.name, type, Number(77));
+        sink.ReturnValue(argument.name, type, Whole(77));
     }
 }
 

@@ -92,11 +92,11 @@ TEST_F(InstanceTest, RunsOnlyWhileItsLockIsHeld) {
     instance.WriteState(
         {::getpid(), QStringLiteral("127.0.0.1"), 1, QStringLiteral("u"), QStringLiteral("s")});
     EXPECT_FALSE(instance.RunningState());
-    FileDescriptor lock = instance.Lock().TryTake();
-    EXPECT_TRUE(lock.IsOpen());
-    EXPECT_FALSE(instance.Lock().TryTake().IsOpen());
+    UniqueFd lock = instance.Lock().TryTake();
+    EXPECT_TRUE(lock);
+    EXPECT_FALSE(instance.Lock().TryTake());
     EXPECT_TRUE(instance.RunningState());
-    lock.Close();
+    lock.Reset();
     EXPECT_FALSE(instance.Lock().IsHeld());
 }
 
@@ -108,7 +108,7 @@ TEST_F(InstanceTest, AnotherProgramsProcessNumberIsNotTakenForTheServers) {
     ASSERT_TRUE(other.waitForStarted());
     instance.WriteState({other.processId(), QStringLiteral("127.0.0.1"), 1, QStringLiteral("u"),
                          QStringLiteral("s")});
-    const FileDescriptor lock = instance.Lock().TryTake();
+    const UniqueFd lock = instance.Lock().TryTake();
     EXPECT_FALSE(instance.RunningState());
     EXPECT_TRUE(DescribeInstances(QStringLiteral("one"))
                     .contains(QStringLiteral("state: starting, or its state file is damaged\n")));
@@ -124,11 +124,11 @@ TEST_F(InstanceTest, DamagedStateHindersNeitherDescriptionNorDeletion) {
     EXPECT_TRUE(
         DescribeInstances(QStringLiteral("one")).contains(QStringLiteral("state: stopped\n")));
     StopInstance(QStringLiteral("one"));
-    FileDescriptor lock = instance.Lock().TryTake();
+    UniqueFd lock = instance.Lock().TryTake();
     EXPECT_TRUE(DescribeInstances(QStringLiteral("one"))
                     .contains(QStringLiteral("state: starting, or its state file is damaged\n")));
     EXPECT_THROW(DeleteInstance(QStringLiteral("one")), ServerError);
-    lock.Close();
+    lock.Reset();
     DeleteInstance(QStringLiteral("one"));
     EXPECT_FALSE(instance.Exists());
 }
@@ -137,10 +137,10 @@ TEST_F(InstanceTest, DeletionIsRefusedWhileItRuns) {
     const Instance instance = Instance::Named(QStringLiteral("one"));
     instance.MakeDirectory();
     WriteFile(instance.Directory() + QStringLiteral("/log"), "x");
-    FileDescriptor lock = instance.Lock().TryTake();
+    UniqueFd lock = instance.Lock().TryTake();
     EXPECT_THROW(DeleteInstance(QStringLiteral("one")), ServerError);
     EXPECT_TRUE(instance.Exists());
-    lock.Close();
+    lock.Reset();
     DeleteInstance(QStringLiteral("one"));
     EXPECT_FALSE(instance.Exists());
     EXPECT_THROW(DeleteInstance(QStringLiteral("one")), ServerError);
@@ -149,7 +149,7 @@ TEST_F(InstanceTest, DeletionIsRefusedWhileItRuns) {
 TEST_F(InstanceTest, DescriptionShowsNoSecret) {
     const Instance instance = Instance::Named(QStringLiteral("one"));
     instance.MakeDirectory();
-    const FileDescriptor lock = instance.Lock().TryTake();
+    const UniqueFd lock = instance.Lock().TryTake();
     instance.WriteState({::getpid(), QStringLiteral("127.0.0.1"), 4321, QStringLiteral("u"),
                          QStringLiteral("hunter2")});
     const QString text = DescribeInstances(QString());

@@ -34,7 +34,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ListenAddressTest, TakenPortIsSaid) {
     ListenAddress first;
-    const FileDescriptor socket = first.Listen();
+    const UniqueFd socket = first.Listen();
     EXPECT_GT(first.port, 0);
     ListenAddress second = first;
     try {

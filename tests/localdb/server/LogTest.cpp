@@ -25,9 +25,9 @@ TEST(LogTest, WhatIsNoRegularFileStaysWhereItIs) {
     QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("pipe"));
     ASSERT_EQ(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    const FileDescriptor reader(
+    const UniqueFd reader(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    ASSERT_TRUE(reader.IsOpen());
+    ASSERT_TRUE(reader);
     Log log(path, 10);
     for (int i = 0; i < 3; ++i) log.Write(QStringLiteral("a line longer than the limit"));
     struct stat info {};

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "Datums.h"
 #include "localdb/server/MomentText.h"
 #include "localdb/tds/Row.h"
 
@@ -19,26 +20,6 @@ using tds::TypeCode;
 namespace {
 
 constexpr int32_t Max = SqlType::Max;
-
-Datum Whole(int64_t value) {
-    Datum datum;
-    datum.null = false;
-    datum.integer = value;
-    return datum;
-}
-
-Datum Offset(int64_t ticks, int16_t minutes) {
-    Datum datum = Whole(ticks);
-    datum.offsetMinutes = minutes;
-    return datum;
-}
-
-Datum Text(std::string_view text) {
-    Datum datum;
-    datum.null = false;
-    datum.text = text;
-    return datum;
-}
 
 constexpr std::array<std::byte, 2> TwoBytes{std::byte{1}, std::byte{2}};
 

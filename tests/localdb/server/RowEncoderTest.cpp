@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "Datums.h"
 #include "localdb/tds/ColMetadata.h"
 #include "localdb/tds/NumericValues.h"
 #include "localdb/tds/Row.h"
@@ -22,20 +23,6 @@ struct ValueCase {
     Datum datum;
     const char* content;
 };
-
-Datum Whole(int64_t value) {
-    Datum datum;
-    datum.null = false;
-    datum.integer = value;
-    return datum;
-}
-
-Datum Text(std::string_view text) {
-    Datum datum;
-    datum.null = false;
-    datum.text = text;
-    return datum;
-}
 
 constexpr std::array<std::byte, 16> SixteenBytes{std::byte{1}, std::byte{2}};
 
@@ -58,12 +45,6 @@ Datum Real(double value) {
     Datum datum;
     datum.null = false;
     datum.real = value;
-    return datum;
-}
-
-Datum Offset(int64_t ticks, int16_t minutes) {
-    Datum datum = Whole(ticks);
-    datum.offsetMinutes = minutes;
     return datum;
 }
 

@@ -53,7 +53,7 @@ class TestClient {
     bool Skip(size_t count);
     // True where the server closes without another byte.
     bool IsClosed();
-    void Close() { socket_ = Socket(FileDescriptor()); }
+    void Close() { socket_ = Socket(UniqueFd()); }
 
     std::optional<tds::Prelogin> Prelogin();
     std::optional<tds::Prelogin> ReceivePrelogin();
