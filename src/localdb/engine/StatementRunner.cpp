@@ -30,7 +30,7 @@ Runner FindRunner(StatementType type) {
         StatementType type;
         Runner run;
     };
-    static constexpr std::array<Entry, 13> Table = {{
+    static constexpr Entry Table[] = {
         {StatementType::CreateDatabase, RunCreateDatabase},
         {StatementType::CreateIndex, RunCreateIndex},
         {StatementType::CreateProcedure, RunCreateProcedure},
@@ -44,7 +44,7 @@ Runner FindRunner(StatementType type) {
         {StatementType::SetOption, RunSetOption},
         {StatementType::Truncate, RunTruncate},
         {StatementType::Update, RunUpdate},
-    }};
+    };
     for (const Entry& entry : Table) {
         if (entry.type == type) return entry.run;
     }

@@ -1,7 +1,7 @@
 #include "localdb/tsql/StatementParser.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/CreateDatabase.h"
@@ -33,15 +33,13 @@ struct Entry {
 };
 
 StatementPtr ParseCreate(TokenReader& reader) {
-    static constexpr std::array<Entry, 9> Table = {{{u"database", ParseCreateDatabase},
-                                                    {u"table", ParseCreateTable},
-                                                    {u"view", ParseCreateView},
-                                                    {u"proc", ParseCreateProcedure},
-                                                    {u"procedure", ParseCreateProcedure},
-                                                    {u"index", ParseCreateIndex},
-                                                    {u"unique", ParseCreateIndex},
-                                                    {u"clustered", ParseCreateIndex},
-                                                    {u"nonclustered", ParseCreateIndex}}};
+    static constexpr Entry Table[] = {
+        {u"database", ParseCreateDatabase},   {u"table", ParseCreateTable},
+        {u"view", ParseCreateView},           {u"proc", ParseCreateProcedure},
+        {u"procedure", ParseCreateProcedure}, {u"index", ParseCreateIndex},
+        {u"unique", ParseCreateIndex},        {u"clustered", ParseCreateIndex},
+        {u"nonclustered", ParseCreateIndex},
+    };
     for (const Entry& entry : Table) {
         if (reader.AtWord(entry.word, 1)) return entry.parse(reader);
     }
@@ -79,22 +77,24 @@ StatementPtr ParseWithTables(TokenReader& reader) {
     return statement;
 }
 
-constexpr std::array<Entry, 23> Statements = {
-    {{u"begin", ParseBegin},       {u"break", ParseLoopJump}, {u"commit", ParseTransaction},
-     {u"continue", ParseLoopJump}, {u"create", ParseCreate},  {u"declare", ParseDeclare},
-     {u"delete", ParseDelete},     {u"drop", ParseDrop},      {u"exec", ParseExecute},
-     {u"execute", ParseExecute},   {u"if", ParseIf},          {u"insert", ParseInsert},
-     {u"print", ParsePrint},       {u"return", ParseReturn},  {u"rollback", ParseTransaction},
-     {u"save", ParseTransaction},  {u"select", ParseSelect},  {u"set", ParseSet},
-     {u"truncate", ParseTruncate}, {u"update", ParseUpdate},  {u"use", ParseUse},
-     {u"while", ParseWhile},       {u"with", ParseWithTables}}};
+constexpr Entry Statements[] = {
+    {u"begin", ParseBegin},       {u"break", ParseLoopJump},  {u"commit", ParseTransaction},
+    {u"continue", ParseLoopJump}, {u"create", ParseCreate},   {u"declare", ParseDeclare},
+    {u"delete", ParseDelete},     {u"drop", ParseDrop},       {u"exec", ParseExecute},
+    {u"execute", ParseExecute},   {u"if", ParseIf},           {u"insert", ParseInsert},
+    {u"print", ParsePrint},       {u"return", ParseReturn},   {u"rollback", ParseTransaction},
+    {u"save", ParseTransaction},  {u"select", ParseSelect},   {u"set", ParseSet},
+    {u"truncate", ParseTruncate}, {u"update", ParseUpdate},   {u"use", ParseUse},
+    {u"while", ParseWhile},       {u"with", ParseWithTables},
+};
 
 // First words of statements that SQL Server has and this server has not.
-constexpr std::array<QStringView, 28> Unknown = {
+constexpr QStringView Unknown[] = {
     u"alter",  u"backup",  u"bulk",      u"checkpoint", u"close",       u"dbcc",    u"deallocate",
     u"deny",   u"disable", u"enable",    u"fetch",      u"goto",        u"grant",   u"kill",
     u"merge",  u"open",    u"raiserror", u"readtext",   u"reconfigure", u"restore", u"revert",
-    u"revoke", u"setuser", u"shutdown",  u"throw",      u"updatetext",  u"waitfor", u"writetext"};
+    u"revoke", u"setuser", u"shutdown",  u"throw",      u"updatetext",  u"waitfor", u"writetext",
+};
 
 Parser FindParser(TokenReader& reader) {
     if (reader.AtSign(u"(") && AtQuery(reader)) return ParseSelect;
@@ -120,7 +120,7 @@ StatementPtr ParseWith(TokenReader& reader, Parser parser) {
 bool IsStatementWord(const Token& token) {
     if (token.kind != TokenKind::Word) return false;
     const auto is = [&token](QStringView word) { return token.IsWord(word); };
-    return std::any_of(Unknown.begin(), Unknown.end(), is);
+    return std::any_of(std::begin(Unknown), std::end(Unknown), is);
 }
 
 StatementPtr ParseStatement(TokenReader& reader) {
