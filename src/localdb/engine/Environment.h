@@ -41,6 +41,14 @@ enum class SystemValue : uint8_t {
     UserName,
     HostName,
     AppName,
+    ErrorNumber,  // this and the next five are null outside a CATCH block
+    ErrorSeverity,
+    ErrorState,
+    ErrorLine,
+    ErrorProcedure,
+    ErrorMessage,
+    TransactionState,  // XACT_STATE()
+    ContextInfo,
 };
 
 class Metadata;

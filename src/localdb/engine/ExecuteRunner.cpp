@@ -44,6 +44,17 @@ void SetVariable(const QString& name, const SqlValue& value, const SqlType& type
                                               Conversion::NoStyle, arena));
 }
 
+// What the statement calls, by its name or by a variable that holds one.
+tsql::ObjectName NameOf(const tsql::Execute& node, Frame& frame) {
+    if (node.procedureVariable.isEmpty()) return node.procedure;
+    const std::optional<size_t> index = frame.Variables().Find(node.procedureVariable);
+    if (!index) throw SqlError(137, {node.procedureVariable});
+    const QString name = FromUtf8(frame.VariableValue(*index).text);
+    const std::optional<tsql::ObjectName> parsed = tsql::ParseLooseName(name);
+    if (!parsed) throw SqlError(2812, {name});
+    return *parsed;
+}
+
 }  // namespace
 
 void RunExecute(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
@@ -58,7 +69,7 @@ void RunExecute(const tsql::Statement& statement, Frame& frame, ResultSink& sink
     for (const tsql::ExecuteArgument& argument : node.arguments) {
         arguments.push_back(Evaluate(argument, frame));
     }
-    const int status = caller.Call(node.procedure, arguments);
+    const int status = caller.Call(NameOf(node, frame), arguments);
     for (size_t i = 0; i < arguments.size(); ++i) {
         const tsql::Variable* variable = AsVariable(*node.arguments[i].value);
         if (!arguments[i].changed || !variable) continue;

@@ -135,11 +135,11 @@ SqlValue Frame::Ask(SystemValue what) const {
         case SystemValue::NestLevel:
             return SqlValue::Integer(session_.nestLevel);
         case SystemValue::TextSize:
-            return SqlValue::Integer(2147483647);
+            return SqlValue::Integer(session_.options.textSize);
         case SystemValue::LockTimeout:
-            return SqlValue::Integer(-1);
+            return SqlValue::Integer(session_.options.lockTimeout);
         case SystemValue::DateFirst:
-            return SqlValue::Integer(7);
+            return SqlValue::Integer(session_.options.dateFirst);
         case SystemValue::ProcId:
             return SqlValue::Integer(procedureId_);
         case SystemValue::Now:
@@ -156,13 +156,39 @@ SqlValue Frame::Ask(SystemValue what) const {
             return value;
         }
         case SystemValue::Options:
-            // ANSI_WARNINGS, ANSI_PADDING, ARITHABORT, QUOTED_IDENTIFIER, ANSI_NULL_DFLT_ON,
-            // ANSI_NULLS, CONCAT_NULL_YIELDS_NULL; and NOCOUNT where it is on.
-            return SqlValue::Integer(5496 | (session_.options.noCount ? 512 : 0));
+            return SqlValue::Integer(session_.options.Bits());
         case SystemValue::LanguageId:
             return SqlValue::Integer(0);
+        case SystemValue::TransactionState:
+            if (session_.transactions.Doomed()) return SqlValue::Integer(-1);
+            return SqlValue::Integer(session_.transactions.Count() > 0 ? 1 : 0);
+        case SystemValue::ContextInfo:
+            return session_.contextInfo.empty() ? SqlValue()
+                                                : SqlValue::Bytes(session_.contextInfo);
+        default:
+            return AskOfCatch(what);
     }
-    return {};
+}
+
+SqlValue Frame::AskOfCatch(SystemValue what) const {
+    const Message* caught = session_.caught;
+    if (!caught) return {};
+    switch (what) {
+        case SystemValue::ErrorNumber:
+            return SqlValue::Integer(caught->number);
+        case SystemValue::ErrorSeverity:
+            return SqlValue::Integer(caught->severity);
+        case SystemValue::ErrorState:
+            return SqlValue::Integer(caught->state);
+        case SystemValue::ErrorLine:
+            return SqlValue::Integer(caught->line);
+        case SystemValue::ErrorProcedure:
+            return caught->procedure.isEmpty() ? SqlValue() : Keep(caught->procedure);
+        case SystemValue::ErrorMessage:
+            return Keep(caught->text);
+        default:
+            return {};
+    }
 }
 
 double Frame::Random(std::optional<int64_t> seed) const {

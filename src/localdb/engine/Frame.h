@@ -22,6 +22,10 @@ class Frame : public Environment {
     VariableTable& Variables() { return variables_; }
     const QString& Procedure() const { return procedure_; }
     bool InProcedure() const { return !procedure_.isEmpty(); }
+    // What EXECUTE gives: RETURN's number, else 0, or 10 less the severity of the worst error.
+    int Status() const {
+        return returnStatus.value_or(worstSeverity > 10 ? 10 - worstSeverity : 0);
+    }
     // Where a procedure of another database runs, else the session's current database.
     const DatabaseEntry& Database() const { return home_ ? *home_ : session_.database; }
     void SetHome(const DatabaseEntry& database) { home_ = database; }
@@ -45,7 +49,9 @@ class Frame : public Environment {
     SqlValue DatabaseIdOf(const QString& name) const override;
     SqlValue DatabaseNameOf(int64_t id) const override;
 
-    int returnStatus = 0;
+    std::optional<int> returnStatus;  // where RETURN gave one
+    int worstSeverity = 0;            // of the errors that were reported while it ran
+    int tries = 0;                    // TRY blocks of this frame that are running
     std::optional<int64_t> scopeIdentity;
 
   private:
@@ -61,6 +67,7 @@ class Frame : public Environment {
     // Looked at once a statement, when it is asked for: the time zone's rules cost a look at files.
     const Clock& TimeOfStatement() const;
     SqlValue Keep(const QString& text) const;
+    SqlValue AskOfCatch(SystemValue what) const;
     BoundPtr BindAlone(const tsql::Expression& expression);
 
     SessionState& session_;

@@ -28,6 +28,7 @@ void Capture(const tsql::Insert& insert, Frame& frame, CaptureSink& capture) {
     SessionState& session = frame.Session();
     if (session.capturing) throw SqlError(8164, {}, insert.execute->line);
     session.capturing = true;
+    session.captureLevel = session.transactions.Count();
     try {
         RunExecute(*insert.execute, frame, capture);
     } catch (...) {
@@ -58,6 +59,9 @@ void RunInsert(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     const auto& insert = static_cast<const tsql::Insert&>(statement);
     SessionState& session = frame.Session();
     CaptureSink capture(sink);
+    // What the procedure does and the rows that it gives are one change.
+    std::optional<Transactions::Whole> whole;
+    if (insert.execute) whole.emplace(session.transactions);
     Capture(insert, frame, capture);
     BindContext context = frame.NewContext();
     // What is known of the table, its last identity value too, is read behind the lock.
@@ -75,6 +79,7 @@ void RunInsert(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     inserter.Finish();
     if (output) output->Store(sink);
     writing.Commit();
+    if (whole) whole->Commit();
     if (target.variable) target.variable->identity = inserter.Identity();
     session.rowCount = inserter.Count();
     if (output) output->Send(sink);

@@ -101,6 +101,7 @@ void LocalSession::Guarded(ResultSink& sink, Body body) {
     try {
         body(frame, runner);
     } catch (const BatchAborted&) {
+    } catch (const ScopeAborted&) {
     } catch (const Cancelled&) {
         state_.transactions.CheckLost(sink);
     } catch (const tsql::SyntaxError& error) {
@@ -111,12 +112,16 @@ void LocalSession::Guarded(ResultSink& sink, Body body) {
         sink.StatementDone(StatementKind::Other, -1, true);
     }
     state_.store.SetCancel({});
+    if (!state_.transactions.Doomed()) return;
+    runner.Report(SqlError(3998), 1);
+    sink.StatementDone(StatementKind::Other, -1, true);
+    state_.transactions.Rollback({}, sink);
 }
 
 void LocalSession::RunBatch(const QString& sql, ResultSink& sink) {
     Guarded(sink, [&sql](Frame&, StatementRunner& runner) {
         const tsql::StatementList statements = tsql::ParseBatch(sql);
-        runner.RunAll(statements);
+        runner.RunScope(statements);
     });
 }
 
@@ -169,7 +174,8 @@ void LocalSession::SaveTransaction(ResultSink& sink, const QString& name) {
 void LocalSession::Reset(const QString& database) {
     state_.transactions.Abandon();
     state_.temporaries.Clear();
-    state_.options = SessionOptions();
+    state_.RestoreOptions(SessionOptions());
+    state_.contextInfo.clear();
     state_.rowCount = 0;
     state_.error = 0;
     state_.identity.reset();

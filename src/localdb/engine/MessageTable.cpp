@@ -1,7 +1,7 @@
 #include "localdb/engine/MessageTable.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace quarv::localdb::engine {
 
@@ -52,9 +52,15 @@ constexpr MessageText Table[] = {
      u"subquery."},
     {131, 15, 2,
      u"The size (%) given to the % '%' exceeds the maximum allowed for any data type (%)."},
+    {132, 15, 1,
+     u"The label '%' has already been declared. Label names must be unique within a query batch or "
+     u"stored procedure."},
+    {133, 15, 1, u"A GOTO statement references the label '%' but the label has not been declared."},
     {134, 15, 2,
      u"The variable name '%' has already been declared. Variable names must be unique within a "
      u"query batch or stored procedure."},
+    {135, 15, 1, u"Cannot use a BREAK statement outside the scope of a WHILE statement."},
+    {136, 15, 1, u"Cannot use a CONTINUE statement outside the scope of a WHILE statement."},
     {137, 15, 2, u"Must declare the scalar variable \"%\"."},
     {141, 15, 1,
      u"A SELECT statement that assigns a value to a variable must not be combined with "
@@ -63,6 +69,7 @@ constexpr MessageText Table[] = {
     {147, 15, 1,
      u"An aggregate may not appear in the WHERE clause unless it is in a subquery contained in a "
      u"HAVING clause or a select list, and the column being aggregated is an outer reference."},
+    {148, 15, 1, u"Incorrect time syntax in time string '%' used with WAITFOR."},
     {155, 15, 1, u"'%' is not a recognized % option."},
     {156, 15, 1, u"Incorrect syntax near the keyword '%'."},
     {158, 15, 1, u"An aggregate may not appear in the OUTPUT clause."},
@@ -202,6 +209,8 @@ constexpr MessageText Table[] = {
      u"The % statement conflicted with the % constraint \"%\". The conflict occurred in database "
      u"\"%\", table \"%\"%."},
     {628, 16, 1, u"Cannot issue SAVE TRANSACTION when there is no active transaction."},
+    {701, 17, 123,
+     u"There is insufficient system memory in resource pool 'default' to run this query."},
     {823, 24, 2,
      u"The operating system returned error % to SQL Server during a % at offset % in file '%'."},
     {911, 16, 1, u"Database '%' does not exist. Make sure that the name is entered correctly."},
@@ -215,6 +224,7 @@ constexpr MessageText Table[] = {
      u"The objects \"%\" and \"%\" in the FROM clause have the same exposed names. Use correlation "
      u"names to distinguish them."},
     {1023, 15, 1, u"Invalid parameter % specified for %."},
+    {1026, 15, 1, u"GOTO cannot be used to jump into a TRY or CATCH scope."},
     {1031, 15, 1, u"Percent values must be between 0 and 100."},
     {1033, 15, 1,
      u"The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and "
@@ -331,13 +341,22 @@ constexpr MessageText Table[] = {
     {2729, 16, 1,
      u"Column '%' in table '%' cannot be used in an index or statistics or as a partition key "
      u"because it is non-deterministic."},
+    {2732, 16, 1,
+     u"Error number % is invalid. The number must be from % through % and it cannot be 50000."},
     {2738, 16, 2,
      u"A table can only have one timestamp column. Because table '%' already has one, the column "
      u"'%' cannot be added."},
     {2739, 16, 1, u"The text, ntext, and image data types are invalid for local variables."},
+    {2741, 16, 1, u"SET DATEFORMAT date order '%' is invalid."},
+    {2742, 16, 1, u"SET DATEFIRST % is out of range."},
     {2744, 16, 2,
      u"Multiple identity columns specified for table '%'. Only one identity column per table is "
      u"allowed."},
+    {2745, 16, 2,
+     u"Process ID % has raised user error %, severity %. SQL Server is terminating this process."},
+    {2747, 16, 1,
+     u"Too many substitution parameters for RAISERROR. Cannot exceed % substitution parameters."},
+    {2748, 16, 1, u"Cannot specify % data type (parameter %) as a substitution parameter."},
     {2749, 16, 2,
      u"Identity column '%' must be of data type int, bigint, smallint, tinyint, or decimal or "
      u"numeric with a scale of 0, unencrypted, and constrained to be nonnullable."},
@@ -347,11 +366,18 @@ constexpr MessageText Table[] = {
     {2751, 16, 1,
      u"Column or parameter #%: Specified column scale % is greater than the specified precision of "
      u"%."},
+    {2754, 16, 1,
+     u"Error severity levels greater than % can only be specified by members of the sysadmin role, "
+     u"using the WITH LOG option."},
     {2760, 16, 1,
      u"The specified schema name \"%\" either does not exist or you do not have permission to use "
      u"it."},
     {2761, 16, 1,
      u"The ROWGUIDCOL property can only be specified on the uniqueidentifier data type."},
+    {2786, 16, 1,
+     u"The data type of substitution parameter % does not match the expected type of the format "
+     u"specification."},
+    {2787, 16, 1, u"Invalid format specification: '%'."},
     {2812, 16, 62, u"Could not find stored procedure '%'."},
     {3621, 0, 0, u"The statement has been terminated."},
     {3623, 16, 1, u"An invalid floating point operation occurred."},
@@ -376,9 +402,20 @@ constexpr MessageText Table[] = {
     {3733, 16, 2, u"Constraint '%' does not belong to table '%'."},
     {3902, 16, 1, u"The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."},
     {3903, 16, 1, u"The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."},
+    {3915, 16, 0, u"Cannot use the ROLLBACK statement within an INSERT-EXEC statement."},
+    {3916, 16, 0,
+     u"Cannot use the COMMIT statement within an INSERT-EXEC statement unless BEGIN TRANSACTION is "
+     u"used first."},
+    {3930, 16, 1,
+     u"The current transaction cannot be committed and cannot support operations that write to the "
+     u"log file. Roll back the transaction."},
+    {3931, 16, 1,
+     u"The current transaction cannot be committed and cannot be rolled back to a savepoint. Roll "
+     u"back the entire transaction."},
     {3998, 16, 1,
      u"Uncommittable transaction is detected at the end of the batch. The transaction is rolled "
      u"back."},
+    {4002, 16, 1, u"The incoming tabular data stream (TDS) protocol stream is incorrect: %."},
     {4060, 11, 1, u"Cannot open database \"%\" requested by the login. The login failed."},
     {4104, 16, 1, u"The multi-part identifier \"%\" could not be bound."},
     {4108, 15, 1, u"Windowed functions can only appear in the SELECT or ORDER BY clauses."},
@@ -448,6 +485,9 @@ constexpr MessageText Table[] = {
     {5703, 10, 1, u"Changed language setting to %."},
     {6401, 16, 1, u"Cannot roll back %. No transaction or savepoint of that name was found."},
     {8007, 16, 1, u"Procedure expects parameter '%' of type '%'."},
+    {8009, 16, 1,
+     u"The incoming tabular data stream (TDS) remote procedure call (RPC) protocol stream is "
+     u"incorrect: %."},
     {8101, 16, 1,
      u"An explicit value for the identity column in table '%' can only be specified when a column "
      u"list is used and IDENTITY_INSERT is ON."},
@@ -494,10 +534,10 @@ constexpr MessageText Table[] = {
      u"The formal parameter \"%\" was not declared as an OUTPUT parameter, but the actual "
      u"parameter "
      u"passed in requested output."},
+    {8164, 16, 1, u"An INSERT EXEC statement cannot be nested."},
     {8169, 16, 2,
      u"Conversion failed when converting from a character string to uniqueidentifier."},
     {8170, 16, 2, u"Insufficient result space to convert uniqueidentifier value to char."},
-    {8164, 16, 1, u"An INSERT EXEC statement cannot be nested."},
     {8179, 16, 2, u"Could not find prepared statement with handle %."},
     {8623, 16, 1,
      u"The query processor ran out of internal resources and could not produce a query plan. This "
@@ -508,6 +548,7 @@ constexpr MessageText Table[] = {
     {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
     {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
     {9812, 16, 1, u"The timezone provided to builtin function is invalid."},
+    {9815, 16, 1, u"Waitfor delay and waitfor time cannot be of type %."},
     {9828, 16, 1,
      u"The second and third arguments of the TRANSLATE built-in function must contain an equal "
      u"number of "
@@ -517,11 +558,14 @@ constexpr MessageText Table[] = {
      u"to avoid result truncation."},
     {10601, 16, 1, u"Cannot specify included columns for a clustered index."},
     {10609, 16, 1, u"Filtered index '%' cannot be created on table '%' because it is clustered."},
+    {10704, 15, 1,
+     u"To rethrow an error, a THROW statement must be used inside a CATCH block. Insert the THROW "
+     u"statement inside a CATCH block, or add error parameters to the THROW statement."},
+    {10705, 15, 1, u"Subqueries are not allowed in the OUTPUT clause."},
     {10709, 16, 1,
      u"The number of columns for each row in a table value constructor must be the "
      u"same."},
     {10735, 15, 1, u"Incorrect WHERE clause for filtered index '%' on table '%'."},
-    {10705, 15, 1, u"Subqueries are not allowed in the OUTPUT clause."},
     {10738, 15, 1,
      u"The number of row value expressions in the INSERT statement exceeds the maximum allowed "
      u"number of 1000 row values."},
@@ -560,8 +604,22 @@ constexpr MessageText Table[] = {
     {15472, 10, 1, u"The object '%' does not have any indexes, or you do not have permissions."},
     {15477, 10, 1,
      u"Caution: Changing any part of an object name could break scripts and stored procedures."},
+    {15600, 15, 1, u"An invalid parameter or option was specified for procedure '%'."},
     {15647, 10, 1, u"No views with schema binding reference table '%'."},
+    {17809, 20, 1,
+     u"Could not connect because the maximum number of '%' user connections has already been "
+     u"reached."},
+    {18054, 16, 1,
+     u"Error %, severity %, state % was raised, but no message with that error number was found in "
+     u"sys.messages. If error is larger than 50000, make sure the user-defined message is added "
+     u"using sp_addmessage."},
+    {18452, 14, 1,
+     u"Login failed. The login is from an untrusted domain and cannot be used with Integrated "
+     u"authentication."},
     {18456, 14, 1, u"Login failed for user '%'."},
+    {35100, 16, 10,
+     u"Error number % in the THROW statement is outside the valid range. Specify an error number "
+     u"in the valid range of 50000 to 2147483647."},
     {40515, 16, 1,
      u"Reference to database and/or server name in '%' is not supported in this version of SQL "
      u"Server."},
@@ -570,13 +628,41 @@ constexpr MessageText Table[] = {
     {50000, 16, 1, u"%"},
 };
 
+constexpr bool IsBefore(const MessageText& entry, int number) {
+    return entry.number < number;
+}
+
+// Searching halves the table, so its order is checked where it is compiled.
+static_assert(std::adjacent_find(std::begin(Table), std::end(Table),
+                                 [](const MessageText& entry, const MessageText& next) {
+                                     return !IsBefore(entry, next.number);
+                                 }) == std::end(Table),
+              "the messages stand in the order of their numbers, each once");
+
 }  // namespace
 
+const MessageText* LookUpMessage(int number) {
+    const auto* found = std::lower_bound(std::begin(Table), std::end(Table), number, IsBefore);
+    return found != std::end(Table) && found->number == number ? found : nullptr;
+}
+
 const MessageText& FindMessage(int number) {
-    const auto* found =
-        std::find_if(std::begin(Table), std::end(Table),
-                     [number](const MessageText& entry) { return entry.number == number; });
-    return found != std::end(Table) ? *found : Table[std::size(Table) - 1];
+    const MessageText* found = LookUpMessage(number);
+    return found ? *found : Table[std::size(Table) - 1];
+}
+
+QString FillMessage(const MessageText& message, const QStringList& inserts) {
+    QString text;
+    qsizetype insert = 0;
+    for (const QChar unit : QStringView(message.text)) {
+        if (unit != u'%') {
+            text += unit;
+            continue;
+        }
+        if (insert < inserts.size()) text += inserts[insert];
+        ++insert;
+    }
+    return text;
 }
 
 }  // namespace quarv::localdb::engine

@@ -18,8 +18,11 @@ OwnedValue Converted(const SqlValue& value, const SqlType& from, const SqlType& 
 }
 
 // Procedures that clients know by number and that would have to do more than run a text: cursors
-// in the server, and a call prepared as a call.
+// in the server, a call prepared as a call, and messages of one's own.
 bool IsUnsupported(const QString& name) {
+    for (const QStringView message : {u"sp_addmessage", u"sp_altermessage", u"sp_dropmessage"}) {
+        if (message.compare(name, Qt::CaseInsensitive) == 0) return true;
+    }
     return name.startsWith(u"sp_cursor", Qt::CaseInsensitive) ||
            name.compare(u"sp_prepexecrpc", Qt::CaseInsensitive) == 0;
 }
@@ -120,7 +123,7 @@ void ProcedureCaller::RunBody(Frame& frame, const tsql::StatementList& body,
         variables.Set(variables.Declare(parameters[i].name, parameters[i].type), value.View());
     }
     StatementRunner runner(frame, sink_);
-    runner.RunAll(body);
+    runner.RunScope(body);
     for (size_t i = 0; i < parameters.size(); ++i) {
         if (!matched[i] || !arguments[*matched[i]].output) continue;
         CallArgument& argument = arguments[*matched[i]];
@@ -140,16 +143,15 @@ int ProcedureCaller::CallStored(const ObjectInfo& object, const DatabaseEntry& d
     Frame frame(session, object.name, object.id);
     frame.SetHome(database);
     const int transactions = session.transactions.Count();
-    sink_.ProcedureBegins();
+    Called called(sink_);
     RunBody(frame, definition.body, parameters, arguments, object.name);
-    if (session.transactions.Count() != transactions) {
+    const int status = frame.Status();
+    const int left = session.transactions.Count();
+    if (left != transactions) {
         StatementRunner(frame, sink_)
-            .Report(SqlError(266, {QString::number(transactions),
-                                   QString::number(session.transactions.Count())}),
-                    0);
+            .Raise(SqlError(266, {QString::number(transactions), QString::number(left)}), 0);
     }
-    sink_.ReturnStatus(frame.returnStatus);
-    return frame.returnStatus;
+    return called.Return(status);
 }
 
 int ProcedureCaller::CallSystem(const SystemProcedure& procedure, const DatabaseEntry& database,
@@ -167,12 +169,10 @@ int ProcedureCaller::CallSystem(const SystemProcedure& procedure, const Database
         values.push_back(ValueFor(parameters[i], argument, procedure.name));
     }
     const Transactions::Reading reading(session.transactions);
-    sink_.ProcedureBegins();
+    Called called(sink_);
     SystemCall call(session.store, session.databases, database, session.objects, std::move(values),
                     sink_);
-    const int status = procedure.run(call);
-    sink_.ReturnStatus(status);
-    return status;
+    return called.Return(procedure.run(call));
 }
 
 void ProcedureCaller::RunText(const QString& text) {
@@ -180,7 +180,7 @@ void ProcedureCaller::RunText(const QString& text) {
     const Nested nested(session);
     const tsql::StatementList body = ParseBatchText(text);
     Frame frame(session, QString(), 0);
-    StatementRunner(frame, sink_).RunAll(body);
+    StatementRunner(frame, sink_).RunScope(body);
 }
 
 }  // namespace quarv::localdb::engine

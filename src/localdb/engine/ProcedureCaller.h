@@ -38,6 +38,7 @@ class ProcedureCaller {
         OwnedValue defaultValue;
     };
     class Nested;
+    class Called;
 
     int CallStored(const ObjectInfo& object, const DatabaseEntry& database,
                    std::vector<CallArgument>& arguments);
@@ -85,7 +86,7 @@ class ProcedureCaller::Nested {
     ~Nested() {
         session_.temporaries.EndLevel(session_.nestLevel);
         --session_.nestLevel;
-        session_.options = options_;
+        session_.RestoreOptions(options_);
     }
     Nested(const Nested&) = delete;
     Nested& operator=(const Nested&) = delete;
@@ -93,6 +94,26 @@ class ProcedureCaller::Nested {
   private:
     SessionState& session_;
     SessionOptions options_;
+};
+
+// A procedure that the sink was told of: it returns, or an error leaves it.
+class ProcedureCaller::Called {
+  public:
+    explicit Called(ResultSink& sink) : sink_(sink) { sink_.ProcedureBegins(); }
+    ~Called() {
+        if (!returned_) sink_.ProcedureAborted();
+    }
+    int Return(int status) {
+        returned_ = true;
+        sink_.ReturnStatus(status);
+        return status;
+    }
+    Called(const Called&) = delete;
+    Called& operator=(const Called&) = delete;
+
+  private:
+    ResultSink& sink_;
+    bool returned_ = false;
 };
 
 }  // namespace quarv::localdb::engine

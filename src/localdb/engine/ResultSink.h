@@ -25,8 +25,9 @@ struct Message {
     int severity = 0;  // 0..25
     int state = 1;     // 0..255
     QString text;
-    QString procedure;  // empty outside a procedure
-    int line = 0;       // 1-based within the batch or procedure
+    QString procedure;    // empty outside a procedure
+    int line = 0;         // 1-based within the batch or procedure
+    bool logged = false;  // RAISERROR ... WITH LOG: the server's own log keeps it as well
 };
 
 // What a statement was, for the command word of the DONE token ([MS-TDS], "DONE").
@@ -58,12 +59,17 @@ class ResultSink {
     // The end of a procedure. An EXEC inside a batch is then closed by StatementDone(Execute); a
     // procedure that Session::RunProcedure was asked for is not.
     virtual void ReturnStatus(int status) = 0;
+    // Instead of ReturnStatus: an error left the procedure for a CATCH block of one that called it.
+    virtual void ProcedureAborted() {}
     // The final value of an output parameter, behind ReturnStatus. `name` has its "@" or is empty.
     virtual void ReturnValue(const QString& /*name*/, const SqlType& /*type*/,
                              const Datum& /*value*/) {}
     // `id` is never 0 and unique within the server's run.
     virtual void TransactionBegan(uint64_t /*id*/) {}
     virtual void TransactionEnded(uint64_t /*id*/, bool /*committed*/) {}
+
+    // What was sent up to here reaches the client now, not with the next full packet.
+    virtual void SendNow() {}
 
     // True once the client has asked to stop; asked between rows and while long statements run.
     virtual bool Cancelled() = 0;

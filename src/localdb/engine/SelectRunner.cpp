@@ -2,6 +2,8 @@
 #include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/StoredForm.h"
+#include "localdb/engine/TypeTable.h"
+#include "localdb/engine/Utf8.h"
 #include "localdb/tsql/Select.h"
 
 namespace quarv::localdb::engine {
@@ -68,17 +70,49 @@ class Assignment {
     TextArena arena_;
 };
 
+// SET TEXTSIZE: how many bytes of a long value are sent.
+class TextLimit {
+  public:
+    TextLimit(const std::vector<Column>& columns, int size) : size_(static_cast<size_t>(size)) {
+        if (size == SessionOptions().textSize) return;
+        for (size_t i = 0; i < columns.size(); ++i) {
+            const SqlType& type = columns[i].type;
+            const bool long_ = type.length == SqlType::Max && type.kind != TypeKind::Xml;
+            if (!long_ && !IsOldLong(type.kind)) continue;
+            const bool wide = type.kind == TypeKind::NVarChar || type.kind == TypeKind::NText;
+            places_.push_back({i, wide ? size_ / 2 : size_});
+        }
+    }
+    void Cut(std::vector<Datum>& row) const {
+        for (const Place& place : places_) {
+            Datum& datum = row[place.index];
+            datum.text = TakeUtf16(datum.text, place.units);
+            if (datum.bytes.size() > size_) datum.bytes = datum.bytes.first(size_);
+        }
+    }
+
+  private:
+    struct Place {
+        size_t index;
+        size_t units;
+    };
+    size_t size_;
+    std::vector<Place> places_;
+};
+
 void SendRows(const BoundQuery& query, SqliteStatement& statement, Frame& frame, ResultSink& sink) {
     // The first row decides whether the statement fails before anything was sent.
     bool more = statement.Step();
     sink.BeginRows(query.columns);
     std::vector<Datum> row(query.columns.size());
     const int64_t limit = frame.Session().options.rowCount;
+    const TextLimit textLimit(query.columns, frame.Session().options.textSize);
     int64_t rows = 0;
     while (more && (limit == 0 || rows < limit)) {
         for (size_t i = 0; i < row.size(); ++i) {
             ReadDatum(statement.Handle(), static_cast<int>(i), query.columns[i].type, row[i]);
         }
+        textLimit.Cut(row);
         sink.Row(row);
         ++rows;
         if (sink.Cancelled()) throw Cancelled();

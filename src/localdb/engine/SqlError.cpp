@@ -1,8 +1,5 @@
 #include "localdb/engine/SqlError.h"
 
-#include <algorithm>
-#include <array>
-
 #include "localdb/engine/MessageTable.h"
 
 namespace quarv::localdb::engine {
@@ -16,15 +13,7 @@ Message Fill(int number, const QStringList& inserts, int line) {
     message.severity = entry.severity;
     message.state = entry.state;
     message.line = line;
-    qsizetype insert = 0;
-    for (const QChar unit : QStringView(entry.text)) {
-        if (unit == u'%') {
-            if (insert < inserts.size()) message.text += inserts[insert];
-            ++insert;
-        } else {
-            message.text += unit;
-        }
-    }
+    message.text = FillMessage(entry, inserts);
     return message;
 }
 

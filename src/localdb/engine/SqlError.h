@@ -24,4 +24,10 @@ class SqlError : public Error {
     Message message_;
 };
 
+// An error that THROW passes on: its message stays as it is, line and procedure included.
+class Rethrown : public SqlError {
+  public:
+    using SqlError::SqlError;
+};
+
 }  // namespace quarv::localdb::engine

@@ -3,25 +3,22 @@
 #include <algorithm>
 #include <array>
 
-#include "localdb/engine/Conversion.h"
-#include "localdb/engine/ExpressionBinder.h"
-#include "localdb/engine/TableBuilder.h"
-#include "localdb/engine/TypeTable.h"
-#include "localdb/engine/Utf8.h"
+#include "localdb/engine/ErrorRules.h"
 #include "localdb/tsql/BatchParser.h"
 #include "localdb/tsql/ControlFlow.h"
-#include "localdb/tsql/CreateTable.h"
 #include "localdb/tsql/Declare.h"
-#include "localdb/tsql/Print.h"
+#include "localdb/tsql/Jumps.h"
+#include "localdb/tsql/Select.h"
 #include "localdb/tsql/SyntaxError.h"
-#include "localdb/tsql/Transaction.h"
-#include "localdb/tsql/Use.h"
 
 namespace quarv::localdb::engine {
 
 namespace {
 
 using tsql::StatementType;
+
+// From this severity on an error ends the connection, and no CATCH block sees it.
+constexpr int FirstFatal = 20;
 
 using Runner = void (*)(const tsql::Statement&, Frame&, ResultSink&);
 
@@ -36,14 +33,22 @@ Runner FindRunner(StatementType type) {
         {StatementType::CreateProcedure, RunCreateProcedure},
         {StatementType::CreateTable, RunCreateTable},
         {StatementType::CreateView, RunCreateView},
+        {StatementType::Declare, RunDeclare},
         {StatementType::Delete, RunDelete},
         {StatementType::DropObject, RunDrop},
         {StatementType::Execute, RunExecute},
         {StatementType::Insert, RunInsert},
+        {StatementType::Print, RunPrint},
+        {StatementType::RaiseError, RunRaiseError},
         {StatementType::Select, RunSelect},
         {StatementType::SetOption, RunSetOption},
+        {StatementType::SetVariable, RunSetVariable},
+        {StatementType::Throw, RunThrow},
+        {StatementType::Transaction, RunTransaction},
         {StatementType::Truncate, RunTruncate},
         {StatementType::Update, RunUpdate},
+        {StatementType::Use, RunUse},
+        {StatementType::WaitFor, RunWaitFor},
     };
     for (const Entry& entry : Table) {
         if (entry.type == type) return entry.run;
@@ -51,25 +56,8 @@ Runner FindRunner(StatementType type) {
     return nullptr;
 }
 
-// Errors after which nothing more of the batch runs. The first group also undoes the transaction.
-constexpr std::array<int, 7> Undoing = {241, 242, 245, 248, 1205, 8114, 235};
-constexpr std::array<int, 12> Aborting = {102, 137, 156, 207,  208,  209,
-                                          217, 911, 945, 4104, 8120, 40517};
-
-// A constraint could not be made: a second message says so.
-bool IsConstraintFailure(int number) {
-    constexpr std::array<int, 18> Numbers = {1711, 1752, 1753, 1761, 1762, 1763, 1764, 1765, 1767,
-                                             1768, 1769, 1770, 1773, 1774, 1776, 1778, 1781, 1785};
-    return number == 1779 || std::find(Numbers.begin(), Numbers.end(), number) != Numbers.end();
-}
-
-template <size_t N>
-bool Contains(const std::array<int, N>& numbers, int number) {
-    return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
-}
-
-StatementKind KindOf(const tsql::Statement& statement) {
-    switch (statement.type) {
+StatementKind KindOf(StatementType type) {
+    switch (type) {
         case StatementType::Select:
             return StatementKind::Select;
         case StatementType::Insert:
@@ -83,10 +71,30 @@ StatementKind KindOf(const tsql::Statement& statement) {
     }
 }
 
-// Statements whose failure message 3621 follows.
-bool ChangesRows(const tsql::Statement& statement) {
-    return statement.type == StatementType::Insert || statement.type == StatementType::Update ||
-           statement.type == StatementType::Delete;
+bool ChangesRows(StatementType type) {
+    return type == StatementType::Insert || type == StatementType::Update ||
+           type == StatementType::Delete;
+}
+
+// SELECT INTO writes rows as well.
+bool WritesRows(const tsql::Statement& statement) {
+    return ChangesRows(statement.type) || (statement.type == StatementType::Select &&
+                                           static_cast<const tsql::Select&>(statement).query->into);
+}
+
+// DECLARE is nothing that runs, unless it gives a value.
+bool SetsNothing(const tsql::Statement& statement) {
+    if (statement.type != StatementType::Declare) return false;
+    const auto& items = static_cast<const tsql::Declare&>(statement).items;
+    return std::none_of(items.begin(), items.end(),
+                        [](const tsql::Declare::Item& item) { return item.value != nullptr; });
+}
+
+bool Undoes(int number, const tsql::Statement& statement, const SessionOptions& options) {
+    if (ErrorRules::EndsBatchAndTransaction(number)) return true;
+    // "SET XACT_ABORT": neither errors of compiling nor RAISERROR's are affected.
+    return options.xactAbort && statement.type != StatementType::RaiseError &&
+           !ErrorRules::IsCompileError(number);
 }
 
 }  // namespace
@@ -103,54 +111,144 @@ tsql::StatementList ParseBatchText(const QString& text) {
     }
 }
 
-void StatementRunner::Done(int64_t rows) {
-    sink_.StatementDone(StatementKind::Other, rows, false);
-}
-
-void StatementRunner::Report(SqlError error, int line) {
-    Message message = error.What();
+Message StatementRunner::Complete(Message message, int line) const {
     if (message.line == 0) message.line = line;
     message.procedure = frame_.Procedure();
+    return message;
+}
+
+void StatementRunner::Send(const Message& message) {
     frame_.Session().error = message.number;
+    frame_.worstSeverity = std::max(frame_.worstSeverity, message.severity);
     sink_.Say(message);
 }
 
+void StatementRunner::Report(SqlError error, int line) {
+    Send(Complete(error.What(), line));
+}
+
+void StatementRunner::Raise(const SqlError& error, int line) {
+    if (frame_.Session().tries == 0) return Report(error, line);
+    throw CaughtError{Complete(error.What(), line)};
+}
+
 Flow StatementRunner::RunAll(const tsql::StatementList& statements) {
-    for (const tsql::StatementPtr& statement : statements) {
-        const Flow flow = RunOne(*statement);
-        if (flow != Flow::Next) return flow;
+    for (size_t i = jump_ ? PlaceOfJump(statements) : 0; i < statements.size();) {
+        const Flow flow = RunOne(*statements[i]);
+        if (flow == Flow::Next) {
+            ++i;
+            continue;
+        }
+        if (flow != Flow::Jump) return flow;
+        i = PlaceOfJump(statements);
+    }
+    return jump_ ? Flow::Jump : Flow::Next;
+}
+
+void StatementRunner::RunScope(const tsql::StatementList& statements) {
+    try {
+        RunAll(statements);
+    } catch (const ScopeAborted&) {
+        // What called it goes on.
+    }
+}
+
+// Runs a statement; what it raises becomes a message, and the next statement follows unless the
+// error is of the kind that ends more than the statement, or a CATCH block waits for it.
+Flow StatementRunner::RunOne(const tsql::Statement& statement) {
+    frame_.BeginStatement();
+    if (sink_.Cancelled()) throw Cancelled();
+    const SessionOptions& options = frame_.Session().options;
+    if (options.noExec && statement.type != StatementType::SetOption) return Flow::Next;
+    try {
+        if (options.implicitTransactions) BeginImplicitly(statement);
+        const Flow flow = Dispatch(statement);
+        Settle(statement);
+        return flow;
+    } catch (const Rethrown& error) {
+        Fail(error.What(), statement);
+    } catch (const SqlError& error) {
+        Fail(Complete(error.What(), statement.line), statement);
     }
     return Flow::Next;
 }
 
-// Runs a statement; what it raises becomes a message, and the next statement follows unless the
-// error is of the kind that ends the batch.
-Flow StatementRunner::RunOne(const tsql::Statement& statement) {
+// What a statement that went well leaves in @@ERROR and @@ROWCOUNT.
+void StatementRunner::Settle(const tsql::Statement& statement) {
     SessionState& session = frame_.Session();
-    frame_.BeginStatement();
-    if (sink_.Cancelled()) throw Cancelled();
-    try {
-        const Flow flow = Dispatch(statement);
-        const bool keeps =
-            statement.type == StatementType::If || statement.type == StatementType::While ||
-            statement.type == StatementType::Block || statement.type == StatementType::Execute;
-        if (!keeps) session.error = 0;
-        return flow;
-    } catch (const SqlError& error) {
-        Report(error, statement.line);
-        if (IsConstraintFailure(error.Number())) Report(SqlError(1750), statement.line);
-        session.transactions.CheckLost(sink_);
-        if (ChangesRows(statement)) {
-            Report(SqlError(3621), statement.line);
-            session.error = error.Number();
-        }
-        session.rowCount = 0;
-        sink_.StatementDone(KindOf(statement), -1, true);
-        const bool undo = Contains(Undoing, error.Number()) || session.options.xactAbort;
-        if (undo && session.transactions.Count() > 0) session.transactions.Rollback({}, sink_);
-        if (undo || Contains(Aborting, error.Number())) throw BatchAborted();
-        return Flow::Next;
+    switch (statement.type) {
+        case StatementType::Block:
+        case StatementType::Execute:
+        case StatementType::Goto:
+        case StatementType::If:
+        case StatementType::Label:
+        case StatementType::LoopJump:
+        case StatementType::RaiseError:
+        case StatementType::Try:
+        case StatementType::While:
+            return;
+        case StatementType::Declare:
+            if (SetsNothing(statement)) return;
+            session.error = 0;
+            session.rowCount = 1;
+            return;
+        case StatementType::Delete:
+        case StatementType::Insert:
+        case StatementType::Return:
+        case StatementType::Select:
+        case StatementType::SetVariable:
+        case StatementType::Update:
+            session.error = 0;
+            return;
+        default:
+            session.error = 0;
+            session.rowCount = 0;
     }
+}
+
+void StatementRunner::Fail(Message message, const tsql::Statement& statement) {
+    SessionState& session = frame_.Session();
+    session.rowCount = 0;
+    const int number = message.number;
+    // What EXECUTE tells of the text that it runs is not this text's own.
+    const bool compiled = ErrorRules::IsCompileError(number) &&
+                          (statement.type != StatementType::Execute || number == 137);
+    HandOver(message, compiled, statement);
+    Send(message);
+    session.transactions.CheckLost(sink_);
+    if (ErrorRules::IsConstraintFailure(number)) Report(SqlError(1750), statement.line);
+    if (WritesRows(statement) && ErrorRules::TerminatesStatement(number)) {
+        Report(SqlError(3621), statement.line);
+        session.error = number;
+    }
+    sink_.StatementDone(KindOf(statement.type), -1, true);
+    const bool undo = Undoes(number, statement, session.options);
+    if (undo && session.transactions.Count() > 0) session.transactions.Rollback({}, sink_);
+    const bool thrown = statement.type == StatementType::Throw;
+    const bool fatal = message.severity >= FirstFatal;
+    if (undo || thrown || fatal || ErrorRules::EndsBatch(number)) throw BatchAborted();
+    if (compiled && (ErrorRules::EndsScope(number) || frame_.tries > 0)) throw ScopeAborted();
+}
+
+// Where a CATCH block waits for the error it is thrown there; its client sees no message.
+void StatementRunner::HandOver(const Message& message, bool compiled,
+                               const tsql::Statement& statement) {
+    SessionState& session = frame_.Session();
+    const int waiting = session.tries - (compiled ? frame_.tries : 0);
+    if (waiting == 0 || message.severity >= FirstFatal) return;
+    session.transactions.CheckLost(sink_);
+    if (Undoes(message.number, statement, session.options)) session.transactions.Doom();
+    const StatementKind kind = KindOf(statement.type);
+    if (kind != StatementKind::Other) {
+        const bool counts = ChangesRows(statement.type) && !session.options.noCount;
+        sink_.StatementDone(kind, counts ? 0 : -1, false);
+    }
+    CaughtError caught{message, compiled ? &frame_ : nullptr};
+    // The last message of a statement is the one that is caught.
+    if (ErrorRules::IsConstraintFailure(message.number)) {
+        caught.message = Complete(SqlError(1750).What(), statement.line);
+    }
+    throw caught;
 }
 
 Flow StatementRunner::Dispatch(const tsql::Statement& statement) {
@@ -164,144 +262,20 @@ Flow StatementRunner::Dispatch(const tsql::Statement& statement) {
         case StatementType::LoopJump:
             return static_cast<const tsql::LoopJump&>(statement).leaves ? Flow::Break
                                                                         : Flow::Continue;
+        case StatementType::Goto:
+            jump_ = static_cast<const tsql::Goto&>(statement).target;
+            return Flow::Jump;
+        case StatementType::Label:
+            jump_ = nullptr;
+            return Flow::Next;
         case StatementType::Return:
             return RunReturn(statement);
-        case StatementType::Declare:
-            RunDeclare(statement);
-            return Flow::Next;
-        case StatementType::SetVariable:
-            RunSetVariable(statement);
-            return Flow::Next;
-        case StatementType::Print:
-            RunPrint(statement);
-            return Flow::Next;
-        case StatementType::Transaction:
-            RunTransaction(statement);
-            return Flow::Next;
-        case StatementType::Use:
-            RunUse(statement);
-            return Flow::Next;
+        case StatementType::Try:
+            return RunTry(statement);
         default:
             FindRunner(statement.type)(statement, frame_, sink_);
             return Flow::Next;
     }
-}
-
-Flow StatementRunner::RunIf(const tsql::Statement& statement) {
-    const auto& node = static_cast<const tsql::If&>(statement);
-    if (frame_.Decide(*node.condition)) return RunOne(*node.then);
-    return node.otherwise ? RunOne(*node.otherwise) : Flow::Next;
-}
-
-Flow StatementRunner::RunWhile(const tsql::Statement& statement) {
-    const auto& node = static_cast<const tsql::While&>(statement);
-    while (frame_.Decide(*node.condition)) {
-        const Flow flow = RunOne(*node.body);
-        if (flow == Flow::Break) break;
-        if (flow == Flow::Return) return flow;
-        if (sink_.Cancelled()) throw Cancelled();
-    }
-    return Flow::Next;
-}
-
-Flow StatementRunner::RunReturn(const tsql::Statement& statement) {
-    const auto& node = static_cast<const tsql::Return&>(statement);
-    if (node.status) {
-        if (!frame_.InProcedure()) throw SqlError(178);
-        const OwnedValue status = frame_.Compute(*node.status, IntType());
-        frame_.returnStatus = static_cast<int>(status.View().integer);
-    }
-    return Flow::Return;
-}
-
-void StatementRunner::RunDeclare(const tsql::Statement& statement) {
-    VariableTable& variables = frame_.Variables();
-    int ordinal = 0;
-    for (const tsql::Declare::Item& item : static_cast<const tsql::Declare&>(statement).items) {
-        ++ordinal;
-        if (item.table) {
-            DeclareTable(*item.table);
-            continue;
-        }
-        const SqlType type = BindType(item.type, ordinal);
-        if (IsOldLong(type.kind)) throw SqlError(2739);
-        // A loop comes by again and again; a variable is declared once and set anew.
-        std::optional<size_t> index = variables.Find(item.name);
-        if (!index) index = variables.Declare(item.name, type);
-        if (item.value) variables.Set(*index, frame_.Compute(*item.value, type).View());
-    }
-}
-
-void StatementRunner::DeclareTable(const tsql::CreateTable& definition) {
-    VariableTable& variables = frame_.Variables();
-    const QString& name = definition.name.name;
-    if (variables.FindTable(name)) return;
-    TemporaryTables& temporaries = frame_.Session().temporaries;
-    Metadata metadata(frame_.Session().store, frame_.Database());
-    ObjectInfo object;
-    object.schema = QStringLiteral("dbo");
-    object.type = QStringLiteral("U");
-    const int64_t id = temporaries.NextVariableId();
-    // Its constraints are named after a number.
-    object.name = u'#' + QString::number(id, 16).toUpper();
-    auto table =
-        std::make_shared<TableInfo>(TableBuilder(definition, frame_, metadata).Build(id, object));
-    table->object.name = name;
-    for (IndexInfo& index : table->indexes) index.constraintId = id;
-    variables.DeclareTable(name, table);
-    temporaries.MakeVariable(table);
-}
-
-void StatementRunner::RunSetVariable(const tsql::Statement& statement) {
-    const auto& node = static_cast<const tsql::SetVariable&>(statement);
-    VariableTable& variables = frame_.Variables();
-    const std::optional<size_t> index = variables.Find(node.name);
-    if (!index) throw SqlError(137, {node.name});
-    variables.Set(*index, frame_.Compute(*node.value, variables.At(*index).type).View());
-    frame_.Session().rowCount = 1;
-}
-
-void StatementRunner::RunPrint(const tsql::Statement& statement) {
-    const auto& node = static_cast<const tsql::Print&>(statement);
-    const SqlType type = MakeType(TypeKind::NVarChar, 4000);
-    const OwnedValue text = frame_.Compute(*node.text, type);
-    Message message;
-    message.text = text.View().IsNull() ? QStringLiteral(" ") : FromUtf8(text.View().text);
-    message.line = statement.line;
-    message.procedure = frame_.Procedure();
-    message.state = 1;
-    sink_.Say(message);
-    Done();
-}
-
-void StatementRunner::RunTransaction(const tsql::Statement& statement) {
-    const auto& node = static_cast<const tsql::Transaction&>(statement);
-    Transactions& transactions = frame_.Session().transactions;
-    switch (node.verb) {
-        case tsql::TransactionVerb::Begin:
-            transactions.Begin(node.name, sink_);
-            break;
-        case tsql::TransactionVerb::Commit:
-            transactions.Commit(sink_);
-            break;
-        case tsql::TransactionVerb::Rollback:
-            transactions.Rollback(node.name, sink_);
-            break;
-        case tsql::TransactionVerb::Save:
-            transactions.Save(node.name);
-            break;
-    }
-    Done();
-}
-
-void StatementRunner::RunUse(const tsql::Statement& statement) {
-    const auto& node = static_cast<const tsql::Use&>(statement);
-    SessionState& session = frame_.Session();
-    const QString before = session.database.name;
-    session.ChangeDatabase(node.database);
-    // The sink says so to the client (message 5701).
-    sink_.DatabaseChanged(session.database.name, before);
-    Done();
 }
 
 }  // namespace quarv::localdb::engine

@@ -165,7 +165,9 @@ int Store::OnProgress(void* self) {
 
 int Store::OnBusy(void* self, int calls) {
     auto& store = *static_cast<Store*>(self);
-    if (calls >= BusyCalls || (store.cancelled_ && store.cancelled_())) return 0;
+    const int64_t waited = calls * int64_t{BusyPause.count()};
+    const bool over = store.lockTimeout_ >= 0 ? waited >= store.lockTimeout_ : calls >= BusyCalls;
+    if (over || (store.cancelled_ && store.cancelled_())) return 0;
     std::this_thread::sleep_for(BusyPause);
     return 1;
 }

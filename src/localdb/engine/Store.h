@@ -50,6 +50,8 @@ class Store {
 
     // Asked while a statement runs and waits; true stops it with Cancelled.
     void SetCancel(std::function<bool()> cancelled) { cancelled_ = std::move(cancelled); }
+    // How long a statement waits for another session's lock, in milliseconds; -1: BusyCalls pauses.
+    void SetLockTimeout(int milliseconds) { lockTimeout_ = milliseconds; }
     // A running statement may be stopped in its middle: for those that only read.
     class Stoppable;
 
@@ -71,6 +73,7 @@ class Store {
     std::exception_ptr error_;
     std::function<bool()> cancelled_;
     bool stoppable_ = false;
+    int lockTimeout_ = -1;
     std::list<DatabaseEntry> attached_;  // the last used first
     bool temporaryAttached_ = false;
     std::unordered_map<std::string, SqliteStatement> cache_;

@@ -1,6 +1,8 @@
 #include <array>
 
 #include "localdb/engine/FunctionTools.h"
+#include "localdb/engine/MessageFormat.h"
+#include "localdb/engine/SqlError.h"
 #include "localdb/engine/SystemVariables.h"
 #include "localdb/engine/Utf8.h"
 
@@ -68,10 +70,40 @@ BoundPtr BindObjectName(Arguments arguments) {
     return call;
 }
 
+// FORMATMESSAGE of a number knows the messages that RAISERROR may raise, of a text its formats.
+SqlValue FormatMessage(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
+    constexpr int FirstArgument = 2;
+    if (a[0].IsNull()) return {};
+    std::vector<FormatArgument> arguments;
+    for (size_t i = 1; i < call.parts.size(); ++i) {
+        arguments.push_back({call.parts[i]->type, OwnedValue(a[i])});
+    }
+    MessageFormat::CheckArguments(arguments, FirstArgument);
+    if (ClassOf(call.parts[0]->type) == TypeClass::Text) {
+        const QString text = MessageFormat::Fill(FromUtf8(a[0].text), arguments);
+        return SqlValue::Text(evaluation.arena->Keep(ToUtf8(text)));
+    }
+    const MessageText* entry = MessageFormat::FindRaisable(a[0].integer);
+    if (!entry) return {};
+    const QString text = MessageFormat::Cut(FillMessage(*entry, MessageFormat::Plain(arguments)));
+    return SqlValue::Text(evaluation.arena->Keep(ToUtf8(text)));
+}
+
+BoundPtr BindFormatMessage(Arguments arguments) {
+    const SqlType& first = arguments[0]->type;
+    const bool text = ClassOf(first) == TypeClass::Text;
+    if (!text && first.kind != TypeKind::Int && first.kind != TypeKind::SmallInt &&
+        first.kind != TypeKind::TinyInt) {
+        throw SqlError(8116, {first.Name(), QStringLiteral("1"), QStringLiteral("FORMATMESSAGE")});
+    }
+    return MakeNullableCall(FormatMessage, MakeType(TypeKind::NVarChar, 2048), std::move(arguments),
+                            true);
+}
+
 }  // namespace
 
 std::span<const FunctionEntry> SystemFunctions() {
-    static constexpr std::array<FunctionEntry, 20> Table = {{
+    static constexpr std::array<FunctionEntry, 29> Table = {{
         {u"getdate", 0, 0, BindSystemValue<SystemValue::Now>},
         {u"current_timestamp", 0, 0, BindSystemValue<SystemValue::Now>},
         {u"getutcdate", 0, 0, BindSystemValue<SystemValue::UtcNow>},
@@ -91,6 +123,15 @@ std::span<const FunctionEntry> SystemFunctions() {
         {u"user", 0, 0, BindSystemValue<SystemValue::UserName>},
         {u"host_name", 0, 0, BindSystemValue<SystemValue::HostName>},
         {u"app_name", 0, 0, BindSystemValue<SystemValue::AppName>},
+        {u"context_info", 0, 0, BindSystemValue<SystemValue::ContextInfo>},
+        {u"error_line", 0, 0, BindSystemValue<SystemValue::ErrorLine>},
+        {u"error_message", 0, 0, BindSystemValue<SystemValue::ErrorMessage>},
+        {u"error_number", 0, 0, BindSystemValue<SystemValue::ErrorNumber>},
+        {u"error_procedure", 0, 0, BindSystemValue<SystemValue::ErrorProcedure>},
+        {u"error_severity", 0, 0, BindSystemValue<SystemValue::ErrorSeverity>},
+        {u"error_state", 0, 0, BindSystemValue<SystemValue::ErrorState>},
+        {u"xact_state", 0, 0, BindSystemValue<SystemValue::TransactionState>},
+        {u"formatmessage", 1, 21, BindFormatMessage},
         {u"scope_identity", 0, 0, BindSystemValue<SystemValue::ScopeIdentity>},
     }};
     return Table;

@@ -44,7 +44,14 @@ SqlType TypeOf(SystemValue what) {
         case SystemValue::UserName:
         case SystemValue::HostName:
         case SystemValue::AppName:
+        case SystemValue::ErrorProcedure:
             return SysnameType();
+        case SystemValue::ErrorMessage:
+            return MakeType(TypeKind::NVarChar, 4000);
+        case SystemValue::ContextInfo:
+            return MakeType(TypeKind::VarBinary, 128);
+        case SystemValue::TransactionState:
+            return MakeType(TypeKind::SmallInt);
         case SystemValue::Spid:
         case SystemValue::LanguageId:
             return MakeType(TypeKind::SmallInt);
@@ -67,11 +74,28 @@ SqlType TypeOf(SystemValue what) {
     }
 }
 
+bool IsNullable(SystemValue what) {
+    switch (what) {
+        case SystemValue::Identity:
+        case SystemValue::ScopeIdentity:
+        case SystemValue::ErrorNumber:
+        case SystemValue::ErrorSeverity:
+        case SystemValue::ErrorState:
+        case SystemValue::ErrorLine:
+        case SystemValue::ErrorProcedure:
+        case SystemValue::ErrorMessage:
+        case SystemValue::ContextInfo:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 BoundPtr MakeSystemValue(SystemValue what) {
     auto node = std::make_unique<BoundSystemValue>(what, TypeOf(what));
-    node->nullable = what == SystemValue::Identity || what == SystemValue::ScopeIdentity;
+    node->nullable = IsNullable(what);
     return node;
 }
 

@@ -69,11 +69,10 @@ int ProcedureCaller::RunPrepared(const PreparedText& prepared, std::vector<CallA
     std::vector<CallArgument> values(begin, arguments.end());
     Frame frame(session, QString(), 0);
     frame.SetHome(caller_.Database());
-    sink_.ProcedureBegins();
+    Called called(sink_);
     RunBody(frame, body, parameters, values, procedure);
     std::copy(values.begin(), values.end(), begin);
-    sink_.ReturnStatus(0);
-    return 0;
+    return called.Return(0);
 }
 
 // sp_executesql @statement, @declarations, values.
@@ -98,7 +97,7 @@ int64_t ProcedureCaller::KeepPrepared(std::vector<CallArgument>& arguments) {
 // know the columns before anything runs; a name that is unknown is found then, else when it runs.
 int ProcedureCaller::Prepare(std::vector<CallArgument>& arguments) {
     Require(arguments, 3, "sp_prepare", "@stmt");
-    sink_.ProcedureBegins();
+    Called called(sink_);
     const int64_t handle = KeepPrepared(arguments);
     try {
         const PreparedText prepared = *caller_.Session().prepared.Find(handle);
@@ -108,8 +107,7 @@ int ProcedureCaller::Prepare(std::vector<CallArgument>& arguments) {
         caller_.Session().prepared.Forget(handle);
         throw;
     }
-    sink_.ReturnStatus(0);
-    return 0;
+    return called.Return(0);
 }
 
 void ProcedureCaller::Describe(const PreparedText& prepared, const tsql::StatementList& body) {
@@ -167,10 +165,9 @@ int ProcedureCaller::ExecutePrepared(std::vector<CallArgument>& arguments) {
 int ProcedureCaller::Unprepare(std::vector<CallArgument>& arguments) {
     Require(arguments, 1, "sp_unprepare", "@handle");
     const int64_t handle = FindPrepared(arguments, QStringLiteral("sp_unprepare"));
-    sink_.ProcedureBegins();
+    Called called(sink_);
     caller_.Session().prepared.Forget(handle);
-    sink_.ReturnStatus(0);
-    return 0;
+    return called.Return(0);
 }
 
 }  // namespace quarv::localdb::engine

@@ -34,11 +34,18 @@ void Transactions::Begin(const QString& name, ResultSink& sink) {
     sink.TransactionBegan(id_);
 }
 
-void Transactions::End(bool committed, ResultSink& sink) {
+void Transactions::Forget() {
     count_ = 0;
     changed_ = false;
+    doomed_ = false;
+    hidden_ = false;
     savepoints_.clear();
-    sink.TransactionEnded(id_, committed);
+}
+
+void Transactions::End(bool committed, ResultSink& sink) {
+    const bool hidden = hidden_;
+    Forget();
+    if (!hidden) sink.TransactionEnded(id_, committed);
 }
 
 void Transactions::UndoBy(const std::string& sql) {
@@ -52,6 +59,7 @@ void Transactions::UndoBy(const std::string& sql) {
 
 void Transactions::Commit(ResultSink& sink) {
     if (count_ == 0) throw SqlError(3902);
+    CheckWritable();
     if (count_ > 1) {
         --count_;
         return;
@@ -64,6 +72,7 @@ void Transactions::Rollback(const QString& name, ResultSink& sink) {
     if (count_ == 0) throw SqlError(3903);
     for (size_t i = savepoints_.size(); !name.isEmpty() && i-- > 0;) {
         if (!SameName(savepoints_[i], name)) continue;
+        if (doomed_) throw SqlError(3931);
         UndoBy("ROLLBACK TO " + SavepointName(i));
         savepoints_.resize(i + 1);
         return;
@@ -75,6 +84,7 @@ void Transactions::Rollback(const QString& name, ResultSink& sink) {
 
 void Transactions::Save(const QString& name) {
     if (count_ == 0) throw SqlError(628);
+    CheckWritable();
     if (!changed_) store_.Cached("BEGIN").Run();
     changed_ = true;
     store_.Run("SAVEPOINT " + SavepointName(savepoints_.size()));
@@ -83,9 +93,11 @@ void Transactions::Save(const QString& name) {
 
 void Transactions::Abandon() {
     if (store_.InTransaction()) RunQuietly(store_, "ROLLBACK");
-    count_ = 0;
-    changed_ = false;
-    savepoints_.clear();
+    Forget();
+}
+
+void Transactions::CheckWritable() const {
+    if (doomed_) throw SqlError(3930);
 }
 
 void Transactions::CheckLost(ResultSink& sink) {
@@ -94,15 +106,57 @@ void Transactions::CheckLost(ResultSink& sink) {
 
 Transactions::Reading::Reading(Transactions& transactions)
     : store_(transactions.store_), own_(!store_.InTransaction()) {
-    if (own_) store_.Cached("BEGIN").Run();
+    if (!own_) return;
+    store_.Cached("BEGIN").Run();
+    // The transaction keeps what this statement begins to see.
+    if (transactions.count_ > 0 && transactions.oneState_) {
+        transactions.changed_ = true;
+        own_ = false;
+    }
 }
 
 Transactions::Reading::~Reading() {
     if (own_) RunQuietly(store_, "ROLLBACK");
 }
 
+Transactions::Whole::Whole(Transactions& transactions)
+    : transactions_(transactions), own_(transactions.count_ == 0) {
+    transactions.CheckWritable();
+    Store& store = transactions.store_;
+    if (!store.InTransaction()) store.Cached("BEGIN").Run();
+    transactions.changed_ = true;
+    if (own_) {
+        transactions.count_ = 1;
+        transactions.hidden_ = true;
+    } else {
+        store.Cached("SAVEPOINT w").Run();
+    }
+}
+
+Transactions::Whole::~Whole() {
+    // An error may have undone the transaction around it; then nothing is left.
+    if (done_ || transactions_.count_ == 0) return;
+    if (own_) {
+        transactions_.UndoBy("ROLLBACK");
+        transactions_.Forget();
+    } else {
+        transactions_.UndoBy("ROLLBACK TO w; RELEASE w");
+    }
+}
+
+void Transactions::Whole::Commit() {
+    if (own_) {
+        transactions_.store_.Cached("COMMIT").Run();
+        transactions_.Forget();
+    } else {
+        transactions_.store_.Cached("RELEASE w").Run();
+    }
+    done_ = true;
+}
+
 Transactions::Writing::Writing(Transactions& transactions, const std::string& prefix)
     : transactions_(transactions), store_(transactions.store_), own_(transactions.count_ == 0) {
+    transactions.CheckWritable();
     if (!store_.InTransaction()) store_.Cached("BEGIN").Run();
     try {
         if (!own_) {
@@ -113,8 +167,11 @@ Transactions::Writing::Writing(Transactions& transactions, const std::string& pr
         // statement has read before it writes.
         store_.Cached("DELETE FROM " + prefix + "q_meta WHERE key = ''").Run();
     } catch (...) {
+        // Others have changed the database since this transaction has begun to see one state of it.
+        const bool stale = sqlite3_extended_errcode(store_.Handle()) == SQLITE_BUSY_SNAPSHOT;
         Undo();
-        throw;
+        if (!stale) throw;
+        throw SqlError(1205, {QString::number(transactions_.process_), QStringLiteral("lock")});
     }
 }
 

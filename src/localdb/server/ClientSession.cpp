@@ -73,6 +73,7 @@ void ClientSession::Serve() {
             message = stream_.NextMessage();
             if (!message) return;
             Handle(*message);
+            if (stream_.Ending()) return;
         } catch (const tds::ProtocolError& error) {
             log_.Write(QStringLiteral("session: ") + error.Description());
             if (error.Outcome() == tds::ProtocolError::Kind::Unsupported) {
@@ -122,7 +123,8 @@ void ClientSession::Dispatch(const tds::Message& message, ReplySink& sink) {
 }
 
 ReplySink ClientSession::NewSink(ReplySink::Form form, std::deque<uint16_t> outputs) {
-    return {stream_, dialect_, form, settings_.serverName, inTransaction_, std::move(outputs)};
+    return {stream_,        dialect_,          form, settings_.serverName, log_,
+            inTransaction_, std::move(outputs)};
 }
 
 void ClientSession::RunBatch(const tds::Message& message, ReplySink& sink) {

@@ -31,6 +31,9 @@ class ClientStream final : public tds::PacketOutput {
     // The connection is of no use any more; whatever is written goes nowhere.
     bool Broken() const { return broken_; }
     void Break() { broken_ = true; }
+    // The reply that is being written is the last one.
+    void EndAfterReply() { ending_ = true; }
+    bool Ending() const { return ending_; }
     // From any thread: wakes whatever waits here and breaks the connection.
     void Interrupt() const { socket_.ShutDown(); }
     // Says to the client that nothing more will come.
@@ -54,6 +57,7 @@ class ClientStream final : public tds::PacketOutput {
     size_t inputEnd_ = 0;
     bool attention_ = false;
     bool broken_ = false;
+    bool ending_ = false;
     long lastLook_ = 0;  // coarse clock ticks
     long lastSend_ = 0;
 };

@@ -18,6 +18,9 @@ using tds::Token;
 
 namespace {
 
+// From here on an error ends the connection ("Database Engine error severities").
+constexpr int FatalSeverity = 20;
+
 QByteArray DescriptorOf(uint64_t id) {
     QByteArray bytes(8, '\0');
     qToLittleEndian<quint64>(id, bytes.data());
@@ -34,12 +37,13 @@ tds::RawValue RawValueOf(const RowEncoder::Plan& plan, const engine::Datum& valu
 }  // namespace
 
 ReplySink::ReplySink(ClientStream& stream, tds::Dialect dialect, Form form, QString serverName,
-                     bool& inTransaction, std::deque<uint16_t> outputs)
+                     Log& log, bool& inTransaction, std::deque<uint16_t> outputs)
     : stream_(stream),
       writer_(stream.Writer()),
       dialect_(dialect),
       form_(form),
       serverName_(std::move(serverName)),
+      log_(log),
       inTransaction_(inTransaction),
       outputs_(std::move(outputs)) {}
 
@@ -104,6 +108,13 @@ void ReplySink::Say(const engine::Message& message) {
     wire.line = static_cast<uint32_t>(std::max(message.line, 0));
     wire.server = serverName_;
     Tell(wire);
+    if (message.logged || message.severity >= FatalSeverity) {
+        log_.Write(QStringLiteral("session: error %1, severity %2: %3")
+                       .arg(message.number)
+                       .arg(message.severity)
+                       .arg(message.text.simplified()));
+    }
+    if (message.severity >= FatalSeverity) stream_.EndAfterReply();
 }
 
 void ReplySink::Tell(const tds::ServerMessage& message) {
@@ -124,6 +135,15 @@ void ReplySink::ReturnStatus(int status) {
     // A procedure called by another one returns to that one; the client sees the outermost only.
     if (depth_ > 0) return;
     tds::ReturnStatus{status}.Encode(Next());
+}
+
+void ReplySink::ProcedureAborted() {
+    depth_ = std::max(0, depth_ - 1);
+}
+
+void ReplySink::SendNow() {
+    Flush(Done::More);
+    stream_.Writer().SendNow();
 }
 
 void ReplySink::ReturnValue(const QString& name, const engine::SqlType& type,

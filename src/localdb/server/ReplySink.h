@@ -7,6 +7,7 @@
 
 #include "localdb/engine/ResultSink.h"
 #include "localdb/server/ClientStream.h"
+#include "localdb/server/Log.h"
 #include "localdb/server/RowEncoder.h"
 #include "localdb/tds/Done.h"
 #include "localdb/tds/ServerMessage.h"
@@ -19,7 +20,7 @@ class ReplySink final : public engine::ResultSink {
 
     // A reply to a batch, or to a procedure call. `inTransaction` outlives single replies and is
     // the session's. `outputs` are the ordinals of a call's output parameters.
-    ReplySink(ClientStream& stream, tds::Dialect dialect, Form form, QString serverName,
+    ReplySink(ClientStream& stream, tds::Dialect dialect, Form form, QString serverName, Log& log,
               bool& inTransaction, std::deque<uint16_t> outputs = {});
 
     void BeginRows(std::span<const engine::Column> columns) override;
@@ -31,6 +32,8 @@ class ReplySink final : public engine::ResultSink {
     void ReturnStatus(int status) override;
     void ReturnValue(const QString& name, const engine::SqlType& type,
                      const engine::Datum& value) override;
+    void ProcedureAborted() override;
+    void SendNow() override;
     void TransactionBegan(uint64_t id) override;
     void TransactionEnded(uint64_t id, bool committed) override;
     bool Cancelled() override { return stream_.StopWanted(); }
@@ -51,6 +54,7 @@ class ReplySink final : public engine::ResultSink {
     tds::Dialect dialect_;
     Form form_;
     QString serverName_;
+    Log& log_;
     bool& inTransaction_;
     std::deque<uint16_t> outputs_;
     RowEncoder rows_;

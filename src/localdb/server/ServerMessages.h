@@ -1,5 +1,5 @@
 // ServerMessages: the messages that the server itself says (logins, damaged or unsupported
-// requests), by SQL Server's numbers. The table is in ServerMessages.cpp; the engine has its own.
+// requests), by SQL Server's numbers. Their texts are in the engine's MessageTable.
 #pragma once
 
 #include <QStringList>

@@ -48,6 +48,15 @@ void PacketWriter::MakeRoom() {
     OpenPacket(taken || full ? 0 : finished);
 }
 
+void PacketWriter::SendNow() {
+    if (next_ > buffer_.data() + packetBegin_ + PacketHeader::Size) {
+        ClosePacket(0);
+        packetBegin_ = static_cast<size_t>(next_ - buffer_.data());
+    }
+    if (packetBegin_ > 0) output_.Take({buffer_.data(), packetBegin_}, true);
+    OpenPacket(0);
+}
+
 void PacketWriter::EndMessage() {
     ClosePacket(packet_status::EndOfMessage);
     const size_t finished = static_cast<size_t>(next_ - buffer_.data());

@@ -30,6 +30,8 @@ class PacketWriter final : public ByteWriter {
     // The session number in the header of the packets that follow.
     void SetSpid(uint16_t spid) { spid_ = spid; }
 
+    // Sends what is written so far, in a packet that may be shorter than the others.
+    void SendNow();
     // Ends the message with its last packet, which may be empty, and sends everything.
     void EndMessage();
 

@@ -15,6 +15,7 @@ StatementList ParseBatch(const QString& batch) {
     if (IsBareCall(reader)) statements.push_back(ParseExecute(reader));
     ParseStatements(reader, statements);
     if (!reader.AtEnd()) reader.Fail();
+    reader.ControlFlow().Join();
     return statements;
 }
 

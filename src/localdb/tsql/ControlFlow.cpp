@@ -3,6 +3,7 @@
 #include "localdb/tsql/ExpressionParser.h"
 #include "localdb/tsql/StatementParser.h"
 #include "localdb/tsql/Transaction.h"
+#include "localdb/tsql/TryCatch.h"
 
 namespace quarv::localdb::tsql {
 
@@ -11,11 +12,13 @@ StatementPtr ParseBegin(TokenReader& reader) {
     if (reader.AtWord(u"tran") || reader.AtWord(u"transaction")) {
         return ParseBeginTransaction(reader);
     }
-    for (const QStringView word : {u"try", u"catch", u"distributed", u"dialog", u"conversation"}) {
+    if (reader.AtWord(u"try")) return ParseTryCatch(reader);
+    for (const QStringView word : {u"distributed", u"dialog", u"conversation"}) {
         if (reader.AtWord(word))
             reader.Unsupported(QStringLiteral("BEGIN ") + word.toString().toUpper());
     }
     auto block = std::make_unique<Block>();
+    const Jumps::Inside inside(reader.ControlFlow(), *block);
     ParseStatements(reader, block->statements);
     if (block->statements.empty()) reader.Fail();
     reader.ExpectWord(u"end");
@@ -26,6 +29,7 @@ StatementPtr ParseIf(TokenReader& reader) {
     reader.Take();
     auto statement = std::make_unique<If>();
     statement->condition = ParseCondition(reader);
+    const Jumps::Inside inside(reader.ControlFlow(), *statement);
     statement->then = ParseStatement(reader);
     if (reader.TryWord(u"else")) statement->otherwise = ParseStatement(reader);
     return statement;
@@ -35,13 +39,20 @@ StatementPtr ParseWhile(TokenReader& reader) {
     reader.Take();
     auto statement = std::make_unique<While>();
     statement->condition = ParseCondition(reader);
+    const Jumps::Inside inside(reader.ControlFlow(), *statement, Jumps::Place::Loop);
     statement->body = ParseStatement(reader);
     return statement;
 }
 
 StatementPtr ParseLoopJump(TokenReader& reader) {
     auto statement = std::make_unique<LoopJump>();
-    statement->leaves = reader.Take().IsWord(u"break");
+    const Token word = reader.Take();
+    statement->leaves = word.IsWord(u"break");
+    if (!reader.ControlFlow().InLoop()) {
+        throw SyntaxError(
+            statement->leaves ? SyntaxError::BreakOutsideLoop : SyntaxError::ContinueOutsideLoop,
+            {}, word.line, word.column);
+    }
     return statement;
 }
 

@@ -36,7 +36,7 @@ struct Return : Statement {
     ExpressionPtr status;  // or nothing
 };
 
-// BEGIN ... END, or BEGIN TRANSACTION.
+// BEGIN ... END, BEGIN TRY or BEGIN TRANSACTION.
 StatementPtr ParseBegin(TokenReader& reader);
 StatementPtr ParseIf(TokenReader& reader);
 StatementPtr ParseWhile(TokenReader& reader);

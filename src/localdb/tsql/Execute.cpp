@@ -65,10 +65,16 @@ StatementPtr ParseExecute(TokenReader& reader) {
         return statement;
     }
     if (reader.Peek().kind == TokenKind::Variable) {
-        statement->status = reader.Take().text;
-        if (!reader.TrySign(u"=")) reader.Unsupported(QStringLiteral("EXECUTE @procedure"));
+        if (reader.AtSign(u"=", 1)) {
+            statement->status = reader.Take().text;
+            reader.Take();
+        }
     }
-    statement->procedure = ParseObjectName(reader, true);
+    if (reader.Peek().kind == TokenKind::Variable) {
+        statement->procedureVariable = reader.Take().text;
+    } else {
+        statement->procedure = ParseObjectName(reader, true);
+    }
     // The number of a procedure group; there are no groups, so only the first can be meant.
     if (reader.AtSign(u";") && reader.Peek(1).kind == TokenKind::Integer) {
         reader.Take();

@@ -1,5 +1,5 @@
-// Execute: EXEC [@status =] procedure [arguments], and the same without the word where it opens a
-// batch. EXEC ('text') runs text.
+// Execute: EXEC [@status =] procedure or @variable [arguments], and the same without the word where
+// it opens a batch. EXEC ('text') runs text.
 #pragma once
 
 #include "localdb/tsql/Expression.h"
@@ -19,6 +19,7 @@ struct Execute : Statement {
     Execute() : Statement(StatementType::Execute) {}
     QString status;  // the variable that takes the return status, else empty
     ObjectName procedure;
+    QString procedureVariable;  // EXEC @name: the variable that holds the name, else empty
     std::vector<ExecuteArgument> arguments;
     ExpressionPtr text;  // of EXEC ('text'), else nothing
 };

@@ -101,7 +101,9 @@ Token Lexer::Word() {
     Token token =
         Finish(TokenKind::Word, text_.mid(start_.offset, place_ - start_.offset).toString());
     CheckName(token.text);
-    token.reserved = IsReservedWord(token.text);
+    // A label is no alias and no argument of the statement before it.
+    const bool label = At() == u':' && At(1) != u':';
+    token.reserved = label || IsReservedWord(token.text);
     return token;
 }
 

@@ -1,7 +1,7 @@
 #include "localdb/tsql/SetOption.h"
 
 #include "localdb/tsql/Declare.h"
-#include "localdb/tsql/TokenReader.h"
+#include "localdb/tsql/ExpressionParser.h"
 
 namespace quarv::localdb::tsql {
 
@@ -22,6 +22,15 @@ QString ParseIsolationLevel(TokenReader& reader) {
     if (reader.TryWord(u"snapshot")) return QStringLiteral("snapshot");
     reader.ExpectWord(u"serializable");
     return QStringLiteral("serializable");
+}
+
+void ParseNames(TokenReader& reader, SetOption& statement) {
+    QString before;
+    if (reader.TryWord(u"statistics")) before = QStringLiteral("statistics ");
+    do {
+        if (reader.Peek().kind != TokenKind::Word) reader.Fail();
+        statement.names.append(before + reader.Take().text.toLower());
+    } while (reader.TrySign(u","));
 }
 
 QString ParseOptionValue(TokenReader& reader) {
@@ -51,16 +60,19 @@ StatementPtr ParseSet(TokenReader& reader) {
         statement->value = ParseIsolationLevel(reader);
         return statement;
     }
-    do {
-        if (reader.Peek().kind != TokenKind::Word) reader.Fail();
-        statement->names.append(reader.Take().text.toLower());
-    } while (reader.TrySign(u","));
-    if (statement->names.constFirst() == u"statistics")
-        reader.Unsupported(QStringLiteral("SET STATISTICS"));
-    if (statement->names.constFirst() == u"identity_insert") {
-        statement->table = ParseObjectName(reader);
+    ParseNames(reader, *statement);
+    const QString& first = statement->names.constFirst();
+    if (first == u"identity_insert") statement->table = ParseObjectName(reader);
+    const Token& value = reader.Peek();
+    const int line = value.line;
+    if (value.kind == TokenKind::Variable) {
+        statement->operand = std::make_unique<Variable>(reader.Take().text);
+        statement->operand->line = line;
+    } else if (value.kind == TokenKind::Binary) {
+        statement->operand = ParseConstant(reader);
+    } else {
+        statement->value = ParseOptionValue(reader);
     }
-    statement->value = ParseOptionValue(reader);
     return statement;
 }
 

@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-#include "localdb/tsql/ObjectName.h"
+#include "localdb/tsql/Expression.h"
 #include "localdb/tsql/Statement.h"
 
 namespace quarv::localdb::tsql {
@@ -14,8 +14,9 @@ class TokenReader;
 struct SetOption : Statement {
     SetOption() : Statement(StatementType::SetOption) {}
     QStringList names;  // lower case; several where commas join them ("ansi_nulls, ansi_padding")
-    QString value;      // lower case: "on", "off", a number or words
-    ObjectName table;   // of IDENTITY_INSERT
+    QString value;  // lower case: "on", "off", a number or words; empty where there is `operand`
+    ExpressionPtr operand;  // a variable, or the bytes of CONTEXT_INFO
+    ObjectName table;       // of IDENTITY_INSERT
 };
 
 // SET of an option or of a variable.

@@ -15,11 +15,15 @@
 #include "localdb/tsql/Execute.h"
 #include "localdb/tsql/Insert.h"
 #include "localdb/tsql/Print.h"
+#include "localdb/tsql/RaiseError.h"
+#include "localdb/tsql/ReservedWords.h"
 #include "localdb/tsql/Select.h"
 #include "localdb/tsql/SetOption.h"
 #include "localdb/tsql/Transaction.h"
+#include "localdb/tsql/TryCatch.h"
 #include "localdb/tsql/Update.h"
 #include "localdb/tsql/Use.h"
+#include "localdb/tsql/WaitFor.h"
 
 namespace quarv::localdb::tsql {
 
@@ -78,27 +82,47 @@ StatementPtr ParseWithTables(TokenReader& reader) {
 }
 
 constexpr Entry Statements[] = {
-    {u"begin", ParseBegin},       {u"break", ParseLoopJump},  {u"commit", ParseTransaction},
-    {u"continue", ParseLoopJump}, {u"create", ParseCreate},   {u"declare", ParseDeclare},
-    {u"delete", ParseDelete},     {u"drop", ParseDrop},       {u"exec", ParseExecute},
-    {u"execute", ParseExecute},   {u"if", ParseIf},           {u"insert", ParseInsert},
-    {u"print", ParsePrint},       {u"return", ParseReturn},   {u"rollback", ParseTransaction},
-    {u"save", ParseTransaction},  {u"select", ParseSelect},   {u"set", ParseSet},
-    {u"truncate", ParseTruncate}, {u"update", ParseUpdate},   {u"use", ParseUse},
-    {u"while", ParseWhile},       {u"with", ParseWithTables},
+    {u"begin", ParseBegin},
+    {u"break", ParseLoopJump},
+    {u"commit", ParseTransaction},
+    {u"continue", ParseLoopJump},
+    {u"create", ParseCreate},
+    {u"declare", ParseDeclare},
+    {u"delete", ParseDelete},
+    {u"drop", ParseDrop},
+    {u"exec", ParseExecute},
+    {u"execute", ParseExecute},
+    {u"goto", ParseGoto},
+    {u"if", ParseIf},
+    {u"insert", ParseInsert},
+    {u"print", ParsePrint},
+    {u"raiserror", ParseRaiseError},
+    {u"return", ParseReturn},
+    {u"rollback", ParseTransaction},
+    {u"save", ParseTransaction},
+    {u"select", ParseSelect},
+    {u"set", ParseSet},
+    {u"throw", ParseThrow},
+    {u"truncate", ParseTruncate},
+    {u"update", ParseUpdate},
+    {u"use", ParseUse},
+    {u"waitfor", ParseWaitFor},
+    {u"while", ParseWhile},
+    {u"with", ParseWithTables},
 };
 
 // First words of statements that SQL Server has and this server has not.
 constexpr QStringView Unknown[] = {
-    u"alter",  u"backup",  u"bulk",      u"checkpoint", u"close",       u"dbcc",    u"deallocate",
-    u"deny",   u"disable", u"enable",    u"fetch",      u"goto",        u"grant",   u"kill",
-    u"merge",  u"open",    u"raiserror", u"readtext",   u"reconfigure", u"restore", u"revert",
-    u"revoke", u"setuser", u"shutdown",  u"throw",      u"updatetext",  u"waitfor", u"writetext",
+    u"alter",      u"backup", u"bulk",    u"checkpoint", u"close",       u"dbcc",
+    u"deallocate", u"deny",   u"disable", u"enable",     u"fetch",       u"grant",
+    u"kill",       u"merge",  u"open",    u"readtext",   u"reconfigure", u"restore",
+    u"revert",     u"revoke", u"setuser", u"shutdown",   u"updatetext",  u"writetext",
 };
 
 Parser FindParser(TokenReader& reader) {
     if (reader.AtSign(u"(") && AtQuery(reader)) return ParseSelect;
     if (reader.Peek().kind != TokenKind::Word) return nullptr;
+    if (reader.AtSign(u":", 1) && !IsReservedWord(reader.Peek().text)) return ParseLabel;
     for (const Entry& entry : Statements) {
         if (reader.AtWord(entry.word)) return entry.parse;
     }
@@ -120,6 +144,8 @@ StatementPtr ParseWith(TokenReader& reader, Parser parser) {
 bool IsStatementWord(const Token& token) {
     if (token.kind != TokenKind::Word) return false;
     const auto is = [&token](QStringView word) { return token.IsWord(word); };
+    // The only one of the known ones that is no reserved word.
+    if (is(u"throw")) return true;
     return std::any_of(std::begin(Unknown), std::end(Unknown), is);
 }
 

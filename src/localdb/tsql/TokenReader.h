@@ -4,6 +4,7 @@
 
 #include <deque>
 
+#include "localdb/tsql/Jumps.h"
 #include "localdb/tsql/Lexer.h"
 #include "localdb/tsql/SyntaxError.h"
 
@@ -48,6 +49,9 @@ class TokenReader {
     // Whether the token taken last is this sign.
     bool IsBehindSign(QStringView sign) const { return last_.IsSign(sign); }
 
+    // Where in the batch's blocks the statement that is being parsed stands.
+    Jumps& ControlFlow() { return jumps_; }
+
     const QString& Batch() const { return batch_; }
     // The batch's text from `offset` to the end of the last token that was taken.
     QString TextSince(qsizetype offset) const { return batch_.mid(offset, lastEnd_ - offset); }
@@ -75,6 +79,7 @@ class TokenReader {
     qsizetype firstOffset_ = -1;
     qsizetype taken_ = 0;
     int depth_ = 0;
+    Jumps jumps_;
 };
 
 }  // namespace quarv::localdb::tsql

@@ -15,7 +15,7 @@ void ParseName(TokenReader& reader, Transaction& statement) {
         reader.Unsupported(QStringLiteral("transaction named by a variable"));
     }
     // A bare name at the end of a statement; the next statement begins with a reserved word.
-    if (reader.Peek().IsName()) statement.name = reader.Take().text;
+    if (reader.Peek().IsName() && !reader.AtSign(u":", 1)) statement.name = reader.Take().text;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "localdb/engine/MessageTable.h"
 #include "support/TextPrinter.h"
 
 namespace quarv::localdb::engine {
@@ -53,6 +54,20 @@ INSTANTIATE_TEST_SUITE_P(
         Row{15472, 10, 1,
             u"The object 'a' does not have any indexes, or you do not have permissions."},
         Row{18456, 14, 1, u"Login failed for user 'a'."}));
+
+// The ends of the table, a number before it, one between its numbers and one behind it.
+TEST(MessageTable, FindsByNumberAlone) {
+    ASSERT_NE(LookUpMessage(102), nullptr);
+    EXPECT_EQ(LookUpMessage(102)->number, 102);
+    ASSERT_NE(LookUpMessage(50000), nullptr);
+    EXPECT_EQ(LookUpMessage(50000)->number, 50000);
+    ASSERT_NE(LookUpMessage(17809), nullptr);
+    EXPECT_EQ(LookUpMessage(17809)->severity, 20);
+    EXPECT_EQ(LookUpMessage(1), nullptr);
+    EXPECT_EQ(LookUpMessage(8135), nullptr);
+    EXPECT_EQ(LookUpMessage(50001), nullptr);
+    EXPECT_EQ(FindMessage(8135).number, 50000);
+}
 
 TEST(SqlError, AnInsertMayHoldTheMarkOfAGap) {
     EXPECT_EQ(SqlError(8117, {QStringLiteral("%"), QStringLiteral("x")}).What().text,

@@ -116,6 +116,19 @@ void FakeSession::RunBatch(const QString& sql, ResultSink& sink) {
     } else if (verb == u"error") {
         sink.Say(NewMessage(208, 16, "Invalid object name 'x'."));
         sink.StatementDone(StatementKind::Select, -1, true);
+    } else if (verb == u"fatal") {
+        sink.Say(NewMessage(50000, 20, "over"));
+        sink.StatementDone(StatementKind::Other, -1, true);
+    } else if (verb == u"aborted") {
+        sink.ProcedureBegins();
+        sink.StatementDone(StatementKind::Update, 3, false);
+        sink.ProcedureAborted();
+        sink.StatementDone(StatementKind::Select, 1, false);
+    } else if (verb == u"now") {
+        sink.StatementDone(StatementKind::Update, 3, false);
+        sink.Say(NewMessage(50000, 0, "now"));
+        sink.SendNow();
+        while (!sink.Cancelled()) QThread::msleep(1);
     } else if (verb == u"broken") {
         SendRows(sink, 2, "text", owner_.rows_);
         sink.Say(NewMessage(8134, 16, "Divide by zero error encountered."));

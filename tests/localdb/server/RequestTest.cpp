@@ -54,6 +54,19 @@ TEST_F(RequestTest, ErrorInMidResultStandsBehindItsRows) {
     EXPECT_EQ(reply.dones[0].status, Done::Error | Done::Count);
 }
 
+TEST_F(RequestTest, ErrorFromSeverity20OnEndsTheConnectionBehindItsReply) {
+    const Reply reply = Run("fatal");
+    EXPECT_THAT(reply.tokens, ElementsAre(0xAA, 0xFD));
+    EXPECT_EQ(reply.messages[0].severity, 20);
+    EXPECT_FALSE(client_.Run(QStringLiteral("print")));
+}
+
+TEST_F(RequestTest, ProcedureThatAnErrorLeftIsOver) {
+    const Reply reply = Run("aborted");
+    EXPECT_THAT(reply.tokens, ElementsAre(0xFF, 0xFD));
+    EXPECT_EQ(reply.dones[1].command, 0xC1);
+}
+
 TEST_F(RequestTest, InformationIsFollowedByDone) {
     const Reply reply = Run("print");
     EXPECT_THAT(reply.tokens, ElementsAre(0xAB, 0xFD));

@@ -157,6 +157,23 @@ TEST(PacketWriterTest, FullLastPacketEndsTheMessageItself) {
     EXPECT_EQ(ToHex(std::span(out.bytes).first(8)), "04 01 02 00 00 00 01 00");
 }
 
+TEST(PacketWriterTest, WhatIsSentNowLeavesInAShorterPacket) {
+    Collected out(false);
+    PacketWriter writer(out, 512, 51);
+    writer.SendNow();
+    EXPECT_EQ(out.calls, 0);
+    writer.U8(0x11);
+    writer.SendNow();
+    EXPECT_EQ(ToHex(out.bytes), "04 00 00 09 00 33 01 00 11");
+    for (int i = 0; i < 504; ++i) writer.U8(0x22);
+    writer.U8(0x33);
+    writer.SendNow();
+    ASSERT_EQ(out.bytes.size(), 9u + 512u + 9u);
+    EXPECT_EQ(ToHex(std::span(out.bytes).subspan(521)), "04 00 00 09 00 33 03 00 33");
+    writer.EndMessage();
+    EXPECT_EQ(ToHex(std::span(out.bytes).subspan(530)), "04 01 00 08 00 33 04 00");
+}
+
 TEST(PacketWriterTest, EmptyMessageIsOneEmptyPacket) {
     Collected out;
     PacketWriter writer(out, 512, 0);

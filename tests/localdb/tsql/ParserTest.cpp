@@ -5,6 +5,7 @@
 #include "localdb/tsql/CreateTable.h"
 #include "localdb/tsql/Execute.h"
 #include "localdb/tsql/Insert.h"
+#include "localdb/tsql/Jumps.h"
 #include "localdb/tsql/Select.h"
 #include "localdb/tsql/SyntaxError.h"
 #include "support/Raised.h"
@@ -63,8 +64,11 @@ INSTANTIATE_TEST_SUITE_P(
         BadRow{u"create table t(a int,\n b as )", 102, 2, u")"},
         BadRow{u"select count(*) over (partition a) from t", 102, 1, u"a"},
         BadRow{u"select a into from t", 156, 1, u"from"},
-        BadRow{u"begin try select 1 end try", 40517, 1, u"BEGIN TRY"},
-        BadRow{u"declare @t table", 102, 1, u"table"}));
+        BadRow{u"begin try select 1 end try", 102, 1, u"try"},
+        BadRow{u"begin try select 1 end\nend", 156, 2, u"end"}, BadRow{u"goto", 102, 1, u"goto"},
+        BadRow{u"select:", 102, 1, u":"}, BadRow{u"raiserror('a', 16, 1, )", 102, 1, u")"},
+        BadRow{u"throw 50001, 'a'", 102, 1, u"a"}, BadRow{u"waitfor delay 5", 102, 1, u"5"},
+        BadRow{u"set nocount", 102, 1, u"nocount"}, BadRow{u"declare @t table", 102, 1, u"table"}));
 
 TEST(Parser, AnEmptyBatchHasNoStatements) {
     EXPECT_TRUE(ParseBatch(QString()).empty());
@@ -82,6 +86,26 @@ TEST(Parser, OnlyTheFirstStatementCallsWithoutExecute) {
     EXPECT_EQ(call.procedure.name, u"sp_helpindex");
     ASSERT_EQ(call.arguments.size(), 1u);
     EXPECT_EQ(static_cast<const Literal&>(*call.arguments[0].value).text, u"Order Details");
+}
+
+TEST(Parser, LabelBelongsToNoStatementBeforeIt) {
+    const StatementList statements = ParseBatch(
+        QStringLiteral("select 1\na: select 1 from t\nb: exec p\nc: commit tran\nd: return\ne:"));
+    ASSERT_EQ(statements.size(), 10u);
+    EXPECT_EQ(statements[9]->type, StatementType::Label);
+    EXPECT_EQ(statements[9]->line, 6);
+}
+
+TEST(Parser, GotoKnowsItsLabelAndTheLabelTheWayToIt) {
+    const StatementList statements =
+        ParseBatch(QStringLiteral("goto x if 1 = 1 begin X: print 'a' end"));
+    ASSERT_EQ(statements.size(), 2u);
+    const Label* label = static_cast<const Goto&>(*statements[0]).target;
+    ASSERT_NE(label, nullptr);
+    EXPECT_EQ(label->name, u"X");
+    ASSERT_EQ(label->path.size(), 3u);
+    EXPECT_EQ(label->path[0], statements[1].get());
+    EXPECT_EQ(label->path[2], label);
 }
 
 TEST(Parser, StatementsKnowTheirLines) {
@@ -208,7 +232,11 @@ TEST(Parser, SurvivesEveryTruncation) {
         "rows "
         "only else exec @a = p @b = @x out, 5; while 1 = 1 break; commit tran; return (case @a "
         "when 1 "
-        "then cast($1 as int) else -0x1F end) end");
+        "then cast($1 as int) else -0x1F end) end begin try raiserror('a', 16, -1, @a, null) with "
+        "log, nowait; throw end try begin catch again: throw; goto again end catch waitfor delay "
+        "'0:0:1' set nocount, xact_abort on set transaction isolation level read committed throw "
+        "1, "
+        "@a, 1");
     for (qsizetype length = 0; length <= batch.size(); ++length) {
         try {
             ParseBatch(batch.left(length));
