@@ -72,6 +72,36 @@ void BoundColumn::Write(SqlWriter& writer) const {
     }
 }
 
+Collating BoundColumn::FoldCollations() const {
+    Collating own;
+    own.id = collation;
+    own.label = CollationLabel::Implicit;
+    own.unicode = IsUnicode(type.kind);
+    own.Settle();
+    return own;
+}
+
+BoundCollate::BoundCollate(BoundPtr operand, CollationId collation, CollationLabel label)
+    : collation_(collation), label_(label) {
+    type = operand->type;
+    nullable = operand->nullable;
+    parts.push_back(std::move(operand));
+}
+
+// Whoever compares writes the collation.
+void BoundCollate::Write(SqlWriter& writer) const {
+    writer.Expression(*parts[0]);
+}
+
+Collating BoundCollate::FoldCollations() const {
+    Collating own;
+    own.id = collation_;
+    own.label = label_;
+    own.unicode = IsUnicode(type.kind);
+    own.Settle();
+    return own;
+}
+
 SqlValue BoundArithmetic::Evaluate(const Evaluation& evaluation) const {
     const SqlValue a = parts[0]->Evaluate(evaluation);
     const SqlValue b = parts[1]->Evaluate(evaluation);
@@ -123,7 +153,7 @@ SqlValue BoundComparison::Evaluate(const Evaluation& evaluation) const {
     const SqlValue a = parts[0]->Evaluate(evaluation);
     const SqlValue b = parts[1]->Evaluate(evaluation);
     if (a.IsNull() || b.IsNull()) return {};
-    return SqlValue::Integer(Compares(sign_, CompareValues(a, b)));
+    return SqlValue::Integer(Compares(sign_, CompareValues(a, b, Order())));
 }
 
 void BoundComparison::Write(SqlWriter& writer) const {
@@ -133,7 +163,7 @@ void BoundComparison::Write(SqlWriter& writer) const {
     }
     writer.Expression(*parts[0]);
     writer.Text(StorageSign(sign_));
-    writer.Collated(*parts[1]);
+    writer.Collated(*parts[1], Order());
 }
 
 SqlValue BoundJunction::Evaluate(const Evaluation& evaluation) const {
@@ -211,7 +241,7 @@ SqlValue BoundLike::Evaluate(const Evaluation& evaluation) const {
         if (!given.text.empty()) escape = NextCodePoint(given.text, at);
         if (at == 0 || at != given.text.size()) throw SqlError(506, {FromUtf8(given.text)});
     }
-    return SqlValue::Integer(MatchesLike(text.text, pattern.text, escape));
+    return SqlValue::Integer(MatchesLike(text.text, pattern.text, escape, Order()));
 }
 
 SqlValue BoundIn::Evaluate(const Evaluation& evaluation) const {
@@ -222,7 +252,7 @@ SqlValue BoundIn::Evaluate(const Evaluation& evaluation) const {
         const SqlValue value = parts[i]->Evaluate(evaluation);
         if (value.IsNull()) {
             unknown = true;
-        } else if (CompareValues(operand, value) == 0) {
+        } else if (CompareValues(operand, value, Order()) == 0) {
             return SqlValue::Integer(1);
         }
     }
@@ -238,7 +268,7 @@ void BoundIn::Write(SqlWriter& writer) const {
         return;
     }
     const SqlWriter::Level level(writer);
-    writer.Collated(*parts[0]);
+    writer.Collated(*parts[0], Order());
     writer.Text(" IN (");
     for (size_t i = 1; i < parts.size(); ++i) {
         if (i > 1) writer.Text(",");

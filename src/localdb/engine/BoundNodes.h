@@ -61,14 +61,36 @@ class BoundColumn : public BoundExpression {
 
     bool identity = false;
     // What a computed column without a place in the storage stands for, else nothing.
+    CollationId collation = CollationId::Server;
     std::shared_ptr<const BoundExpression> computed;
 
   private:
+  protected:
+    Collating FoldCollations() const override;
+
     std::string sql_;
     QString name_;
 };
 
 class BoundArithmetic : public BoundExpression {
+// A text with the collation that COLLATE gives it.
+class BoundCollate : public BoundExpression {
+  public:
+    BoundCollate(BoundPtr operand, CollationId collation, CollationLabel label);
+    SqlValue Evaluate(const Evaluation& evaluation) const override {
+        return parts[0]->Evaluate(evaluation);
+    }
+    void Write(SqlWriter& writer) const override;
+    std::string Detail() const override { return NameOf(collation_).toStdString(); }
+
+  protected:
+    Collating FoldCollations() const override;
+
+  private:
+    CollationId collation_;
+    CollationLabel label_;
+};
+
   public:
     explicit BoundArithmetic(char16_t sign) : sign_(sign) {}
     SqlValue Evaluate(const Evaluation& evaluation) const override;

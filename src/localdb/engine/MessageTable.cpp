@@ -162,6 +162,13 @@ constexpr MessageText Table[] = {
     {408, 16, 1, u"A constant expression was encountered in the ORDER BY list, position %."},
     {421, 16, 1, u"The % data type cannot be selected as DISTINCT because it is not comparable."},
     {460, 16, 1,
+    {447, 16, 0, u"Expression type % is invalid for COLLATE clause."},
+    {448, 16, 1, u"Invalid collation '%'."},
+    {449, 16, 1,
+     u"Collation conflict caused by collate clauses with different collation '%' and '%'."},
+    {451, 16, 1,
+     u"Cannot resolve the collation conflict between \"%\" and \"%\" in % operator occurring in "
+     u"% statement column %."},
      u"DISTINCT operator is not allowed in the recursive part of a recursive common "
      u"table expression '%'."},
     {461, 16, 1,
@@ -175,6 +182,8 @@ constexpr MessageText Table[] = {
      u"GROUP BY, HAVING, or aggregate functions are not allowed in the recursive part "
      u"of a recursive common table expression '%'."},
     {506, 16, 1, u"The invalid escape character \"%\" was specified in a LIKE predicate."},
+    {468, 16, 9,
+     u"Cannot resolve the collation conflict between \"%\" and \"%\" in the % operation."},
     {512, 16, 1,
      u"Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, "
      u"<, <= , >, >= or when the subquery is used as an expression."},
@@ -461,6 +470,12 @@ constexpr MessageText Table[] = {
     {8114, 16, 5, u"Error converting data type % to %."},
     {8115, 16, 2, u"Arithmetic overflow error converting % to data type %."},
     {8116, 16, 1, u"Argument data type % is invalid for argument % of % function."},
+    {5335, 16, 1,
+     u"The data type % cannot be used as an operand to the UNION, INTERSECT or EXCEPT operators "
+     u"because it is not comparable."},
+    {5373, 16, 1,
+     u"All the input parameters should be of the same type. Supported types are tinyint, smallint, "
+     u"int, bigint, decimal and numeric."},
     {8117, 16, 1, u"Operand data type % is invalid for % operator."},
     {8120, 16, 1,
      u"Column '%' is invalid in the select list because it is not contained in either an aggregate "

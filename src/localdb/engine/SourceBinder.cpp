@@ -156,7 +156,8 @@ void QueryBinder::AddQuerySource(const BoundQuery& query, const std::vector<QStr
             if (SameName(other.name, name)) throw SqlError(8156, {name, source.name});
         }
         source.columns.push_back({name, column.type, column.nullable, false,
-                                  storageAlias + ".c" + std::to_string(i + 1)});
+                                  storageAlias + ".c" + std::to_string(i + 1),
+                                  query.items[i]->Collates().id});
     }
     scope_.Add(std::move(source), !table || !table->alias.isEmpty());
 }

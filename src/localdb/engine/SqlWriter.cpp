@@ -44,8 +44,12 @@ void SqlWriter::Expression(const BoundExpression& expression) {
 }
 
 void SqlWriter::Collated(const BoundExpression& expression) {
+    Collated(expression, expression.Order());
+}
+
+void SqlWriter::Collated(const BoundExpression& expression, TextOrder order) {
     Expression(expression);
-    const char* collation = StorageCollation(expression.type);
+    const char* collation = StorageCollation(expression.type, order);
     if (collation) Text(std::string(" COLLATE ") + collation);
 }
 

@@ -18,6 +18,9 @@ class BoundSubquery : public BoundExpression {
     // Two queries are never taken for the same.
     std::string Detail() const override;
 
+  protected:
+    Collating FoldCollations() const override;
+
   private:
     std::unique_ptr<BoundQuery> query_;
 };
@@ -48,6 +51,9 @@ class BoundInQuery : public BoundCondition {
     void Write(SqlWriter& writer) const override;
     bool IsLeaf() const override { return true; }
     std::string Detail() const override;
+
+  protected:
+    Collating FoldCollations() const override;
 
   private:
     std::unique_ptr<BoundQuery> query_;
