@@ -41,6 +41,7 @@ enum class SystemValue : uint8_t {
     UserName,
     HostName,
     AppName,
+    LastRowVersion,  // eight bytes
 };
 
 class Metadata;

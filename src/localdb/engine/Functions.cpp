@@ -18,7 +18,8 @@ FunctionTable AllFunctions() {
     for (const auto& table :
          {TextFunctions(), TextEditFunctions(), TextSearchFunctions(), NumberFunctions(),
           MathFunctions(), DateFunctions(), DateMakers(), ChoiceFunctions(), SystemFunctions(),
-          HashFunctions(), MetadataFunctions(), ServerFunctions()}) {
+          HashFunctions(), MetadataFunctions(), ServerFunctions(), BitFunctions(), DateBuckets(),
+          FormatFunctions(), SessionFunctions()}) {
         for (const FunctionEntry& entry : table) all.insert(entry.name.toString(), &entry);
     }
     return all;
@@ -119,6 +120,7 @@ std::string BoundCall::Detail() const {
 BoundPtr BindScalarFunction(const tsql::Function& function, ExpressionBinder& binder) {
     const FunctionEntry* entry = FindFunction(function.name);
     if (!entry) {
+        if (IsRefusedFunction(function.name)) throw SqlError(40517, {function.name.toUpper()});
         throw SqlError(195, {function.name, QStringLiteral("built-in function name")});
     }
     CheckCount(*entry, function);

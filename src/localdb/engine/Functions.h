@@ -59,3 +59,9 @@ std::span<const FunctionEntry> MetadataFunctions();
 std::span<const FunctionEntry> ServerFunctions();
 
 }  // namespace quarv::localdb::engine
+std::span<const FunctionEntry> BitFunctions();
+std::span<const FunctionEntry> DateBuckets();
+std::span<const FunctionEntry> FormatFunctions();
+std::span<const FunctionEntry> SessionFunctions();
+// Of a function that SQL Server has and this server does not. In SessionFunctions.cpp.
+bool IsRefusedFunction(const QString& name);

@@ -551,6 +551,9 @@ constexpr MessageText Table[] = {
     {10760, 16, 1,
      u"Scale argument is not valid. Valid expressions for data type % scale argument are integer "
      u"constants and integer constant expressions."},
+    {9834, 16, 1,
+     u"Invalid bucket width value passed to date_bucket function. Only positive values are "
+     u"allowed."},
     {15009, 16, 1,
      u"The object '%' does not exist in database '%' or is invalid for this operation."},
     {15151, 16, 1, u"Cannot % the % '%', because it does not exist or you do not have permission."},
