@@ -92,6 +92,7 @@ constexpr MessageText Table[] = {
     {208, 16, 1, u"Invalid object name '%'."},
     {209, 16, 1, u"Ambiguous column name '%'."},
     {213, 16, 1, u"Column name or number of supplied values does not match table definition."},
+    {214, 16, 11, u"Procedure expects parameter '%' of type '%'."},
     {217, 16, 1,
      u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %)."},
     {219, 16, 1, u"The type '%' already exists, or you do not have permission to create it."},
@@ -417,6 +418,18 @@ constexpr MessageText Table[] = {
     {4506, 16, 1,
      u"Column names in each view or function must be unique. Column name '%' in view or function "
      u"'%' is specified more than once."},
+    {4199, 16, 1, u"Argument value % is invalid for argument % of % function."},
+    {4403, 16, 1,
+     u"Cannot update the view or function '%' because it contains aggregates, or a DISTINCT or "
+     u"GROUP "
+     u"BY clause, or PIVOT or UNPIVOT operator."},
+    {4405, 16, 1,
+     u"View or function '%' is not updatable because the modification affects multiple base "
+     u"tables."},
+    {4406, 16, 1,
+     u"Update or insert of view or function '%' failed because it contains a derived or constant "
+     u"field."},
+    {4426, 16, 1, u"View '%' is not updatable because the definition contains a UNION operator."},
     {4511, 16, 1,
      u"Create View or Function failed because no column name was specified for column %."},
     {4701, 16, 1,
@@ -457,6 +470,12 @@ constexpr MessageText Table[] = {
     {5703, 10, 1, u"Changed language setting to %."},
     {6401, 16, 1, u"Cannot roll back %. No transaction or savepoint of that name was found."},
     {8007, 16, 1, u"Procedure expects parameter '%' of type '%'."},
+    {5335, 16, 1,
+     u"The data type % cannot be used as an operand to the UNION, INTERSECT or EXCEPT operators "
+     u"because it is not comparable."},
+    {5373, 16, 1,
+     u"All the input parameters should be of the same type. Supported types are tinyint, smallint, "
+     u"int, bigint, decimal and numeric."},
     {8101, 16, 1,
      u"An explicit value for the identity column in table '%' can only be specified when a column "
      u"list is used and IDENTITY_INSERT is ON."},
@@ -470,12 +489,6 @@ constexpr MessageText Table[] = {
     {8114, 16, 5, u"Error converting data type % to %."},
     {8115, 16, 2, u"Arithmetic overflow error converting % to data type %."},
     {8116, 16, 1, u"Argument data type % is invalid for argument % of % function."},
-    {5335, 16, 1,
-     u"The data type % cannot be used as an operand to the UNION, INTERSECT or EXCEPT operators "
-     u"because it is not comparable."},
-    {5373, 16, 1,
-     u"All the input parameters should be of the same type. Supported types are tinyint, smallint, "
-     u"int, bigint, decimal and numeric."},
     {8117, 16, 1, u"Operand data type % is invalid for % operator."},
     {8120, 16, 1,
      u"Column '%' is invalid in the select list because it is not contained in either an aggregate "
@@ -523,6 +536,10 @@ constexpr MessageText Table[] = {
     {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
     {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
     {9812, 16, 1, u"The timezone provided to builtin function is invalid."},
+    {8748, 16, 1,
+     u"The enable_ordinal argument for string_split only supports constant values (not variables "
+     u"or "
+     u"columns)."},
     {9828, 16, 1,
      u"The second and third arguments of the TRANSLATE built-in function must contain an equal "
      u"number of "

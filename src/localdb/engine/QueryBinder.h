@@ -66,6 +66,11 @@ class QueryBinder {
     void BindItems(const tsql::Query& query);
     void AddStar(const tsql::SelectItem& item);
     void AddColumn(const SourceColumn& column);
+    // In TableFunctions.cpp.
+    std::unique_ptr<BoundSource> BindFunctionTable(const tsql::DerivedTable& table,
+                                                   const Scope* around);
+    static void BindSplit(std::vector<BoundPtr> arguments, BoundSource& bound, Source& source);
+    static void BindSeries(std::vector<BoundPtr> arguments, BoundSource& bound, Source& source);
     void AddItem(const tsql::SelectItem& item);
     void AddAssignment(const tsql::SelectItem& item);
     void BindGrouping(const tsql::Query& query);

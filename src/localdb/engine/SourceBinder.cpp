@@ -178,6 +178,7 @@ std::unique_ptr<BoundSource> QueryBinder::BindView(const ObjectInfo& view, Metad
 std::unique_ptr<BoundSource> QueryBinder::BindDerived(const tsql::DerivedTable& table,
                                                       const Scope* around) {
     auto bound = std::make_unique<BoundSource>();
+    if (table.function) return BindFunctionTable(table, around);
     QueryBinder binder(context_, around);
     bound->query =
         table.query ? binder.BindSub(*table.query) : binder.BindRowsOfValues(table, around);

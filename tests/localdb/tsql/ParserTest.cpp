@@ -64,6 +64,10 @@ INSTANTIATE_TEST_SUITE_P(
         BadRow{u"select count(*) over (partition a) from t", 102, 1, u"a"},
         BadRow{u"select a into from t", 156, 1, u"from"},
         BadRow{u"begin try select 1 end try", 40517, 1, u"BEGIN TRY"},
+        BadRow{u"select 'a' collate", 102, 1, u"collate"},
+        BadRow{u"select a\nat time zone 'x'", 40517, 2, u"AT TIME ZONE"},
+        BadRow{u"select * from openjson('x')", 40517, 1, u"OPENJSON"},
+        BadRow{u"select * from string_split('a', )", 102, 1, u")"},
         BadRow{u"declare @t table", 102, 1, u"table"}));
 
 TEST(Parser, AnEmptyBatchHasNoStatements) {
