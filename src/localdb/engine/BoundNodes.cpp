@@ -137,6 +137,17 @@ SqlValue BoundConvert::Evaluate(const Evaluation& evaluation) const {
     }
 }
 
+bool BoundConvert::IsDeterministic() const {
+    const TypeClass from = ClassOf(parts[0]->type), to = ClassOf(type);
+    const bool reads = from == TypeClass::Text && to == TypeClass::Moment;
+    const bool shows = from == TypeClass::Moment && to == TypeClass::Text;
+    if (!reads && !shows) return true;
+    if (parts.size() < 2 || !parts[1]->IsConstant()) return false;
+    const int64_t style = static_cast<const BoundConstant&>(*parts[1]).Value().integer;
+    return style > 100 && style != 106 && style != 107 && style != 109 && style != 113 &&
+           style != 130;
+}
+
 SqlValue BoundCase::Evaluate(const Evaluation& evaluation) const {
     size_t i = 0;
     for (; i + 1 < parts.size(); i += 2) {

@@ -37,6 +37,7 @@ class BoundSystemValue : public BoundExpression {
     SqlValue Evaluate(const Evaluation& evaluation) const override {
         return evaluation.environment->Ask(what_);
     }
+    bool IsDeterministic() const override { return false; }
     std::string Detail() const override { return std::to_string(static_cast<int>(what_)); }
 
   private:
@@ -60,19 +61,18 @@ class BoundColumn : public BoundExpression {
     std::string Detail() const override { return sql_; }
 
     bool identity = false;
-    // What a computed column without a place in the storage stands for, else nothing.
     CollationId collation = CollationId::Server;
+    // What a computed column without a place in the storage stands for, else nothing.
     std::shared_ptr<const BoundExpression> computed;
 
-  private:
   protected:
     Collating FoldCollations() const override;
 
+  private:
     std::string sql_;
     QString name_;
 };
 
-class BoundArithmetic : public BoundExpression {
 // A text with the collation that COLLATE gives it.
 class BoundCollate : public BoundExpression {
   public:
@@ -91,6 +91,7 @@ class BoundCollate : public BoundExpression {
     CollationLabel label_;
 };
 
+class BoundArithmetic : public BoundExpression {
   public:
     explicit BoundArithmetic(char16_t sign) : sign_(sign) {}
     SqlValue Evaluate(const Evaluation& evaluation) const override;
@@ -114,6 +115,8 @@ class BoundConvert : public BoundExpression {
   public:
     BoundConvert(BoundPtr operand, const SqlType& to, bool nullOnError = false);
     SqlValue Evaluate(const Evaluation& evaluation) const override;
+    // Between text and moments, by the style where that does not depend on the language.
+    bool IsDeterministic() const override;
     // A second part, where there is one, is the style.
 
   private:

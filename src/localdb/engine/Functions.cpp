@@ -5,8 +5,8 @@
 #include <array>
 
 #include "localdb/engine/SqlError.h"
-
 #include "localdb/engine/TypeTable.h"
+
 namespace quarv::localdb::engine {
 
 namespace {
@@ -45,7 +45,6 @@ void CheckCount(const FunctionEntry& entry, const tsql::Function& function) {
     throw SqlError(189, {name, QString::number(entry.least), QString::number(entry.most)});
 }
 
-}  // namespace
 // False where the answer depends on the language, the session or the catalogue.
 bool IsSteadyFunction(QStringView name) {
     constexpr std::array<QStringView, 32> Names = {u"datename",
@@ -97,6 +96,7 @@ void CheckLongTexts(const FunctionEntry& entry, const std::vector<BoundPtr>& arg
     }
 }
 
+}  // namespace
 
 SqlValue BoundCall::Evaluate(const Evaluation& evaluation) const {
     std::array<SqlValue, 8> few;

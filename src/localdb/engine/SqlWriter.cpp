@@ -70,7 +70,7 @@ void SqlWriter::AddLeaf(const BoundExpression& leaf, Program& program,
 
 void SqlWriter::CollectLeaves(const BoundExpression& node, Program& program,
                               std::vector<std::string>& arguments) {
-    if (node.IsLeaf()) {
+    if (node.IsLeaf() || node.IsOncePerQuery()) {
         AddLeaf(node, program, arguments);
         return;
     }
