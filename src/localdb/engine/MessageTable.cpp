@@ -162,7 +162,6 @@ constexpr MessageText Table[] = {
     {402, 16, 1, u"The data types % and % are incompatible in the % operator."},
     {408, 16, 1, u"A constant expression was encountered in the ORDER BY list, position %."},
     {421, 16, 1, u"The % data type cannot be selected as DISTINCT because it is not comparable."},
-    {460, 16, 1,
     {447, 16, 0, u"Expression type % is invalid for COLLATE clause."},
     {448, 16, 1, u"Invalid collation '%'."},
     {449, 16, 1,
@@ -170,6 +169,7 @@ constexpr MessageText Table[] = {
     {451, 16, 1,
      u"Cannot resolve the collation conflict between \"%\" and \"%\" in % operator occurring in "
      u"% statement column %."},
+    {460, 16, 1,
      u"DISTINCT operator is not allowed in the recursive part of a recursive common "
      u"table expression '%'."},
     {461, 16, 1,
@@ -182,9 +182,9 @@ constexpr MessageText Table[] = {
     {467, 16, 1,
      u"GROUP BY, HAVING, or aggregate functions are not allowed in the recursive part "
      u"of a recursive common table expression '%'."},
-    {506, 16, 1, u"The invalid escape character \"%\" was specified in a LIKE predicate."},
     {468, 16, 9,
      u"Cannot resolve the collation conflict between \"%\" and \"%\" in the % operation."},
+    {506, 16, 1, u"The invalid escape character \"%\" was specified in a LIKE predicate."},
     {512, 16, 1,
      u"Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, "
      u"<, <= , >, >= or when the subquery is used as an expression."},
@@ -211,6 +211,10 @@ constexpr MessageText Table[] = {
     {547, 16, 0,
      u"The % statement conflicted with the % constraint \"%\". The conflict occurred in database "
      u"\"%\", table \"%\"%."},
+    {550, 16, 1,
+     u"The attempted insert or update failed because the target view either specifies WITH CHECK "
+     u"OPTION or spans a view that specifies WITH CHECK OPTION and one or more rows resulting from "
+     u"the operation did not qualify under the CHECK OPTION constraint."},
     {628, 16, 1, u"Cannot issue SAVE TRANSACTION when there is no active transaction."},
     {823, 24, 2,
      u"The operating system returned error % to SQL Server during a % at offset % in file '%'."},
@@ -414,10 +418,6 @@ constexpr MessageText Table[] = {
      u"first argument has to be known."},
     {4194, 16, 1,
      u"RANGE is only supported with UNBOUNDED and CURRENT ROW window frame delimiters."},
-    {4502, 16, 1, u"View or function '%' has more column names specified than columns defined."},
-    {4506, 16, 1,
-     u"Column names in each view or function must be unique. Column name '%' in view or function "
-     u"'%' is specified more than once."},
     {4199, 16, 1, u"Argument value % is invalid for argument % of % function."},
     {4403, 16, 1,
      u"Cannot update the view or function '%' because it contains aggregates, or a DISTINCT or "
@@ -430,6 +430,10 @@ constexpr MessageText Table[] = {
      u"Update or insert of view or function '%' failed because it contains a derived or constant "
      u"field."},
     {4426, 16, 1, u"View '%' is not updatable because the definition contains a UNION operator."},
+    {4502, 16, 1, u"View or function '%' has more column names specified than columns defined."},
+    {4506, 16, 1,
+     u"Column names in each view or function must be unique. Column name '%' in view or function "
+     u"'%' is specified more than once."},
     {4511, 16, 1,
      u"Create View or Function failed because no column name was specified for column %."},
     {4701, 16, 1,
@@ -466,16 +470,16 @@ constexpr MessageText Table[] = {
     {5309, 16, 1,
      u"Windowed functions, aggregates and NEXT VALUE FOR functions do not support "
      u"constants as ORDER BY clause expressions."},
-    {5701, 10, 2, u"Changed database context to '%'."},
-    {5703, 10, 1, u"Changed language setting to %."},
-    {6401, 16, 1, u"Cannot roll back %. No transaction or savepoint of that name was found."},
-    {8007, 16, 1, u"Procedure expects parameter '%' of type '%'."},
     {5335, 16, 1,
      u"The data type % cannot be used as an operand to the UNION, INTERSECT or EXCEPT operators "
      u"because it is not comparable."},
     {5373, 16, 1,
      u"All the input parameters should be of the same type. Supported types are tinyint, smallint, "
      u"int, bigint, decimal and numeric."},
+    {5701, 10, 2, u"Changed database context to '%'."},
+    {5703, 10, 1, u"Changed language setting to %."},
+    {6401, 16, 1, u"Cannot roll back %. No transaction or savepoint of that name was found."},
+    {8007, 16, 1, u"Procedure expects parameter '%' of type '%'."},
     {8101, 16, 1,
      u"An explicit value for the identity column in table '%' can only be specified when a column "
      u"list is used and IDENTITY_INSERT is ON."},
@@ -532,14 +536,14 @@ constexpr MessageText Table[] = {
      u"is a rare event and only expected for extremely complex queries or queries that reference a "
      u"very large number of tables or partitions. Please simplify the query."},
     {8730, 16, 1, u"Offset parameter for Lag and Lead functions cannot be a negative value."},
-    {9806, 16, 1, u"The datepart % is not supported by date function %."},
-    {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
-    {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
-    {9812, 16, 1, u"The timezone provided to builtin function is invalid."},
     {8748, 16, 1,
      u"The enable_ordinal argument for string_split only supports constant values (not variables "
      u"or "
      u"columns)."},
+    {9806, 16, 1, u"The datepart % is not supported by date function %."},
+    {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
+    {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
+    {9812, 16, 1, u"The timezone provided to builtin function is invalid."},
     {9828, 16, 1,
      u"The second and third arguments of the TRANSLATE built-in function must contain an equal "
      u"number of "
@@ -547,6 +551,9 @@ constexpr MessageText Table[] = {
     {9829, 16, 1,
      u"STRING_AGG aggregation result exceeded the limit of 8000 bytes. Use LOB types "
      u"to avoid result truncation."},
+    {9834, 16, 1,
+     u"Invalid bucket width value passed to date_bucket function. Only positive values are "
+     u"allowed."},
     {10601, 16, 1, u"Cannot specify included columns for a clustered index."},
     {10609, 16, 1, u"Filtered index '%' cannot be created on table '%' because it is clustered."},
     {10709, 16, 1,
@@ -568,9 +575,6 @@ constexpr MessageText Table[] = {
     {10760, 16, 1,
      u"Scale argument is not valid. Valid expressions for data type % scale argument are integer "
      u"constants and integer constant expressions."},
-    {9834, 16, 1,
-     u"Invalid bucket width value passed to date_bucket function. Only positive values are "
-     u"allowed."},
     {15009, 16, 1,
      u"The object '%' does not exist in database '%' or is invalid for this operation."},
     {15151, 16, 1, u"Cannot % the % '%', because it does not exist or you do not have permission."},

@@ -57,6 +57,7 @@ void QueryBinder::BindFrom(const tsql::Query& query) {
 
 std::unique_ptr<BoundSource> QueryBinder::BindSource(const tsql::TableSource& source) {
     try {
+        if (&source == target_) return BindChanged(source);
         switch (source.kind) {
             case tsql::TableSourceKind::Table:
                 return BindTable(static_cast<const tsql::NamedTable&>(source));
@@ -177,8 +178,8 @@ std::unique_ptr<BoundSource> QueryBinder::BindView(const ObjectInfo& view, Metad
 
 std::unique_ptr<BoundSource> QueryBinder::BindDerived(const tsql::DerivedTable& table,
                                                       const Scope* around) {
-    auto bound = std::make_unique<BoundSource>();
     if (table.function) return BindFunctionTable(table, around);
+    auto bound = std::make_unique<BoundSource>();
     QueryBinder binder(context_, around);
     bound->query =
         table.query ? binder.BindSub(*table.query) : binder.BindRowsOfValues(table, around);
