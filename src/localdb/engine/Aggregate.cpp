@@ -152,6 +152,12 @@ std::string BoundAggregate::Detail() const {
     return over ? text + over->Detail() : text;
 }
 
+// What it is ordered by has collations of its own.
+Collating BoundAggregate::FoldCollations() const {
+    const std::span<const BoundPtr> all(parts);
+    return engine::FoldCollations(all.first(std::min<size_t>(parts.size(), 1)));
+}
+
 void BoundAggregate::WriteCall(SqlWriter& writer, const char* name) const {
     writer.Text(name);
     writer.Text(distinct_ ? "(DISTINCT " : "(");
@@ -168,7 +174,11 @@ void BoundAggregate::WriteCall(SqlWriter& writer, const char* name) const {
 // q_join(type, directions, text, separator, keys...)
 void BoundAggregate::WriteJoined(SqlWriter& writer) const {
     std::string directions;
-    for (const bool down : descending) directions += down ? 'd' : 'a';
+    const size_t first = parts.size() - descending.size();
+    for (size_t i = 0; i < descending.size(); ++i) {
+        directions += descending[i] ? 'd' : 'a';
+        directions += static_cast<char>('0' + static_cast<int>(parts[first + i]->Order()));
+    }
     writer.Text("q_join(" + Number(PackType(type)) + ",'" + directions + "'");
     for (const BoundPtr& part : parts) {
         writer.Text(",");

@@ -40,6 +40,9 @@ class BoundAggregate : public BoundExpression {
     std::optional<BoundOver> over;
     std::vector<bool> descending;  // of STRING_AGG's order
 
+  protected:
+    Collating FoldCollations() const override;
+
   private:
     void WriteCall(SqlWriter& writer, const char* name) const;
     void WriteJoined(SqlWriter& writer) const;

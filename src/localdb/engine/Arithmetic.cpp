@@ -6,6 +6,7 @@
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/DecimalMath.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SurrogatePairs.h"
 #include "localdb/engine/TypeTable.h"
 
 namespace quarv::localdb::engine {
@@ -148,8 +149,8 @@ SqlValue Texts(std::string_view a, std::string_view b, const SqlType& result, Te
     SqlType limit = result;
     if (limit.kind == TypeKind::NChar) limit.kind = TypeKind::NVarChar;
     if (limit.kind == TypeKind::Char) limit.kind = TypeKind::VarChar;
-    return Conversion::Convert(SqlValue::Text({joined, a.size() + b.size()}), all, limit,
-                               Conversion::NoStyle, arena);
+    const std::string_view text = JoinPairs({joined, a.size() + b.size()}, arena);
+    return Conversion::Convert(SqlValue::Text(text), all, limit, Conversion::NoStyle, arena);
 }
 
 // Cut where they are longer than a value may be.
@@ -212,7 +213,7 @@ static int CompareBytes(std::string_view a, std::string_view b) {
     return a.size() > b.size() ? 1 : -1;
 }
 
-int CompareValues(const SqlValue& a, const SqlValue& b) {
+int CompareValues(const SqlValue& a, const SqlValue& b, TextOrder order) {
     switch (a.kind) {
         case SqlValue::Kind::Integer:
             return a.integer < b.integer ? -1 : a.integer > b.integer ? 1 : 0;
@@ -223,7 +224,7 @@ int CompareValues(const SqlValue& a, const SqlValue& b) {
         case SqlValue::Kind::Bytes:
             return CompareBytes(a.text, b.text);
         case SqlValue::Kind::Text:
-            return Collation::Compare(a.text, b.text);
+            return Collation::Compare(a.text, b.text, order);
         default:
             return 0;
     }

@@ -4,6 +4,7 @@
 #include "localdb/engine/SqlType.h"
 #include "localdb/engine/SqlValue.h"
 #include "localdb/engine/TextArena.h"
+#include "localdb/engine/TextOrder.h"
 
 namespace quarv::localdb::engine {
 
@@ -17,6 +18,7 @@ class Arithmetic {
 };
 
 // Order of two values of one type: below 0, 0, above 0. Neither is null.
-int CompareValues(const SqlValue& a, const SqlValue& b);
+int CompareValues(const SqlValue& a, const SqlValue& b,
+                  TextOrder order = TextOrder::CaseInsensitive);
 
 }  // namespace quarv::localdb::engine

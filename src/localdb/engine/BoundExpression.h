@@ -5,9 +5,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "localdb/engine/CollationNames.h"
 #include "localdb/engine/SqlType.h"
 #include "localdb/engine/SqlValue.h"
 #include "localdb/engine/TextArena.h"
@@ -49,16 +52,41 @@ class BoundExpression {
     virtual bool IsConstant() const { return false; }
     // Gives another value each time it is asked.
     virtual bool IsVolatile() const { return false; }
+    // Without parts of its own changing, the same whenever it is asked ("Deterministic and
+    // Nondeterministic Functions").
+    virtual bool IsDeterministic() const { return !IsVolatile(); }
+    // Computed once for all rows of a query, although it may give another value to the next.
+    virtual bool IsOncePerQuery() const { return false; }
+
+    // The collation of its text; of what is no text, the one that it compares its parts by. Asked
+    // for when its parts are complete.
+    const Collating& Collates() const {
+        if (!collating_) collating_ = FoldCollations();
+        return *collating_;
+    }
+    TextOrder Order() const { return Collates().order; }
 
     // What tells this node from another of its class with equal parts and type.
     virtual std::string Detail() const { return {}; }
 
     // Of a leaf: its place among the leaves of the call that it stands in.
     mutable size_t slot = 0;
+
+  protected:
+    // The default lets the parts that are texts settle it.
+    virtual Collating FoldCollations() const;
+
+  private:
+    mutable std::optional<Collating> collating_;
 };
 
 // True where no leaf and nothing volatile stands in the tree.
 bool IsFixed(const BoundExpression& expression);
+// The collation of all of them together, as an operation on them needs it.
+Collating FoldCollations(std::span<const BoundPtr> parts);
+// Raises SqlError 468 where COLLATE clauses, or columns that are compared, contradict each other.
+// `operation` is as messages call it.
+void CheckCollation(const Collating& collating, QStringView operation, bool compares);
 // True where both trees compute the same from the same row.
 bool SameExpression(const BoundExpression& a, const BoundExpression& b);
 

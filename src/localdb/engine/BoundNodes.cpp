@@ -72,6 +72,36 @@ void BoundColumn::Write(SqlWriter& writer) const {
     }
 }
 
+Collating BoundColumn::FoldCollations() const {
+    Collating own;
+    own.id = collation;
+    own.label = CollationLabel::Implicit;
+    own.unicode = IsUnicode(type.kind);
+    own.Settle();
+    return own;
+}
+
+BoundCollate::BoundCollate(BoundPtr operand, CollationId collation, CollationLabel label)
+    : collation_(collation), label_(label) {
+    type = operand->type;
+    nullable = operand->nullable;
+    parts.push_back(std::move(operand));
+}
+
+// Whoever compares writes the collation.
+void BoundCollate::Write(SqlWriter& writer) const {
+    writer.Expression(*parts[0]);
+}
+
+Collating BoundCollate::FoldCollations() const {
+    Collating own;
+    own.id = collation_;
+    own.label = label_;
+    own.unicode = IsUnicode(type.kind);
+    own.Settle();
+    return own;
+}
+
 SqlValue BoundArithmetic::Evaluate(const Evaluation& evaluation) const {
     const SqlValue a = parts[0]->Evaluate(evaluation);
     const SqlValue b = parts[1]->Evaluate(evaluation);
@@ -107,6 +137,17 @@ SqlValue BoundConvert::Evaluate(const Evaluation& evaluation) const {
     }
 }
 
+bool BoundConvert::IsDeterministic() const {
+    const TypeClass from = ClassOf(parts[0]->type), to = ClassOf(type);
+    const bool reads = from == TypeClass::Text && to == TypeClass::Moment;
+    const bool shows = from == TypeClass::Moment && to == TypeClass::Text;
+    if (!reads && !shows) return true;
+    if (parts.size() < 2 || !parts[1]->IsConstant()) return false;
+    const int64_t style = static_cast<const BoundConstant&>(*parts[1]).Value().integer;
+    return style > 100 && style != 106 && style != 107 && style != 109 && style != 113 &&
+           style != 130;
+}
+
 SqlValue BoundCase::Evaluate(const Evaluation& evaluation) const {
     size_t i = 0;
     for (; i + 1 < parts.size(); i += 2) {
@@ -123,7 +164,7 @@ SqlValue BoundComparison::Evaluate(const Evaluation& evaluation) const {
     const SqlValue a = parts[0]->Evaluate(evaluation);
     const SqlValue b = parts[1]->Evaluate(evaluation);
     if (a.IsNull() || b.IsNull()) return {};
-    return SqlValue::Integer(Compares(sign_, CompareValues(a, b)));
+    return SqlValue::Integer(Compares(sign_, CompareValues(a, b, Order())));
 }
 
 void BoundComparison::Write(SqlWriter& writer) const {
@@ -133,7 +174,7 @@ void BoundComparison::Write(SqlWriter& writer) const {
     }
     writer.Expression(*parts[0]);
     writer.Text(StorageSign(sign_));
-    writer.Collated(*parts[1]);
+    writer.Collated(*parts[1], Order());
 }
 
 SqlValue BoundJunction::Evaluate(const Evaluation& evaluation) const {
@@ -211,7 +252,7 @@ SqlValue BoundLike::Evaluate(const Evaluation& evaluation) const {
         if (!given.text.empty()) escape = NextCodePoint(given.text, at);
         if (at == 0 || at != given.text.size()) throw SqlError(506, {FromUtf8(given.text)});
     }
-    return SqlValue::Integer(MatchesLike(text.text, pattern.text, escape));
+    return SqlValue::Integer(MatchesLike(text.text, pattern.text, escape, Order()));
 }
 
 SqlValue BoundIn::Evaluate(const Evaluation& evaluation) const {
@@ -222,7 +263,7 @@ SqlValue BoundIn::Evaluate(const Evaluation& evaluation) const {
         const SqlValue value = parts[i]->Evaluate(evaluation);
         if (value.IsNull()) {
             unknown = true;
-        } else if (CompareValues(operand, value) == 0) {
+        } else if (CompareValues(operand, value, Order()) == 0) {
             return SqlValue::Integer(1);
         }
     }
@@ -238,7 +279,7 @@ void BoundIn::Write(SqlWriter& writer) const {
         return;
     }
     const SqlWriter::Level level(writer);
-    writer.Collated(*parts[0]);
+    writer.Collated(*parts[0], Order());
     writer.Text(" IN (");
     for (size_t i = 1; i < parts.size(); ++i) {
         if (i > 1) writer.Text(",");

@@ -37,6 +37,7 @@ class BoundSystemValue : public BoundExpression {
     SqlValue Evaluate(const Evaluation& evaluation) const override {
         return evaluation.environment->Ask(what_);
     }
+    bool IsDeterministic() const override { return false; }
     std::string Detail() const override { return std::to_string(static_cast<int>(what_)); }
 
   private:
@@ -60,12 +61,34 @@ class BoundColumn : public BoundExpression {
     std::string Detail() const override { return sql_; }
 
     bool identity = false;
+    CollationId collation = CollationId::Server;
     // What a computed column without a place in the storage stands for, else nothing.
     std::shared_ptr<const BoundExpression> computed;
+
+  protected:
+    Collating FoldCollations() const override;
 
   private:
     std::string sql_;
     QString name_;
+};
+
+// A text with the collation that COLLATE gives it.
+class BoundCollate : public BoundExpression {
+  public:
+    BoundCollate(BoundPtr operand, CollationId collation, CollationLabel label);
+    SqlValue Evaluate(const Evaluation& evaluation) const override {
+        return parts[0]->Evaluate(evaluation);
+    }
+    void Write(SqlWriter& writer) const override;
+    std::string Detail() const override { return NameOf(collation_).toStdString(); }
+
+  protected:
+    Collating FoldCollations() const override;
+
+  private:
+    CollationId collation_;
+    CollationLabel label_;
 };
 
 class BoundArithmetic : public BoundExpression {
@@ -92,6 +115,8 @@ class BoundConvert : public BoundExpression {
   public:
     BoundConvert(BoundPtr operand, const SqlType& to, bool nullOnError = false);
     SqlValue Evaluate(const Evaluation& evaluation) const override;
+    // Between text and moments, by the style where that does not depend on the language.
+    bool IsDeterministic() const override;
     // A second part, where there is one, is the style.
 
   private:

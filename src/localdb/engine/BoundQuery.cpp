@@ -145,11 +145,13 @@ void BoundQuery::WriteShareOrder(SqlWriter& writer) const {
     const char* separator = "ORDER BY ";
     for (size_t i = 0; i < orderBy.size(); ++i) {
         const BoundOrder& order = orderBy[i];
-        const SqlType& type =
-            order.expression ? order.expression->type : items[order.ordinal - 1]->type;
+        const BoundExpression& key =
+            order.expression ? *order.expression : *items[order.ordinal - 1];
         writer.Text(separator);
         writer.Text(order.expression ? Name('o', i + 1) : Name('c', order.ordinal));
-        if (ClassOf(type) == TypeClass::Text) writer.Text(" COLLATE tsql");
+        if (ClassOf(key.type) == TypeClass::Text) {
+            writer.Text(std::string(" COLLATE ") + StorageName(key.Order()));
+        }
         WriteDirection(writer, order);
         separator = ",";
     }

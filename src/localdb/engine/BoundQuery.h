@@ -13,17 +13,21 @@ struct BoundQuery;
 
 struct BoundSource {
     // One of: a storage table, a table of WITH or a catalogue view's SQL; a query; queries with
-    // set operators between them; rows of values; a join.
+    // set operators between them; rows of values; packed rows; first, last and step of a series of
+    // numbers; a join.
     std::string sql;
     std::unique_ptr<BoundQuery> query;
     std::vector<std::unique_ptr<BoundQuery>> arms;
     std::vector<tsql::SetOperator> operators;
     std::vector<std::vector<BoundPtr>> rows;
+    BoundPtr packed;
+    std::vector<BoundPtr> series;
+    bool signedByOrder = false;  // the step counts down where the series does
     std::unique_ptr<BoundSource> left, right;
     tsql::JoinKind join = tsql::JoinKind::Inner;
     BoundPtr on;
     std::string alias;
-    size_t width = 0;  // the number of its columns; of queries, arms and rows
+    size_t width = 0;  // the number of its columns; of all but storage tables and joins
 
     void Write(SqlWriter& writer) const;
 
@@ -33,6 +37,7 @@ struct BoundSource {
     void WriteContent(SqlWriter& writer) const;
     void WriteArms(SqlWriter& writer, size_t count) const;
     void WriteRows(SqlWriter& writer) const;
+    void WriteSeries(SqlWriter& writer) const;
 };
 
 struct BoundOrder {

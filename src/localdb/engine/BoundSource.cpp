@@ -75,7 +75,13 @@ void BoundSource::WriteApply(SqlWriter& writer) const {
 }
 
 void BoundSource::WriteContent(SqlWriter& writer) const {
-    if (query) {
+    if (packed) {
+        writer.Text("SELECT " + ColumnList(width) + " FROM q_unpack(");
+        writer.Expression(*packed);
+        writer.Text(")");
+    } else if (!series.empty()) {
+        WriteSeries(writer);
+    } else if (query) {
         query->Write(writer);
     } else if (!arms.empty()) {
         WriteArms(writer, arms.size());
@@ -100,6 +106,22 @@ void BoundSource::WriteArms(SqlWriter& writer, size_t count) const {
         writer.Text(OperatorWords(operators[i - 1]));
         WriteArm(writer, *arms[i]);
     }
+}
+
+// The distance to the end is compared, not the next number: that may be none of the type.
+void BoundSource::WriteSeries(SqlWriter& writer) const {
+    writer.Text("WITH RECURSIVE g(c1,e,s) AS (SELECT a,e,");
+    writer.Text(signedByOrder ? "CASE WHEN a<=e THEN s ELSE -s END" : "s");
+    writer.Text(" AS s FROM (SELECT ");
+    writer.Expression(*series[0]);
+    writer.Text(" AS a,");
+    writer.Expression(*series[1]);
+    writer.Text(" AS e,");
+    writer.Expression(*series[2]);
+    writer.Text(" AS s) WHERE a IS NOT NULL AND e IS NOT NULL AND s IS NOT NULL AND ");
+    writer.Text(signedByOrder ? "1" : "(s>0 AND a<=e OR s<0 AND a>=e)");
+    writer.Text(" UNION ALL SELECT c1+s,e,s FROM g WHERE s>0 AND e-c1>=s OR s<0 AND c1-e>=-s)");
+    writer.Text(" SELECT c1 FROM g");
 }
 
 // The first row is a query, for its columns' names.

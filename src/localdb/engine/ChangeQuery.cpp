@@ -67,59 +67,68 @@ const tsql::TableSource* FindTarget(const tsql::ObjectName& target, const tsql::
     return found;
 }
 
+// What the statement changes: a source of FROM, or the target by itself.
+const tsql::TableSource& SourceOf(const tsql::NamedTable& target, const tsql::Query& rows) {
+    const tsql::TableSource* listed = FindTarget(target.name, rows);
+    if (!listed) return target;
+    if (listed->kind == TableSourceKind::Derived &&
+        static_cast<const tsql::DerivedTable&>(*listed).function) {
+        throw SqlError(208, {target.name.ToText()}, target.line);
+    }
+    return *listed;
+}
+
 }  // namespace
 
 ChangeQuery::ChangeQuery(BindContext& context, const tsql::NamedTable& target,
                          const tsql::Query& rows, const QString& verb)
-    : binder_(context, nullptr), target_([&] {
-          const tsql::TableSource* source = FindTarget(target.name, rows);
-          if (!source) return TargetTable::Open(target.name, context, verb);
-          const tsql::NamedTable* table = AsTable(*source);
-          if (!table) {
-              throw SqlError(40517, {verb + QStringLiteral(" of a derived table")}, source->line);
-          }
-          return TargetTable::Open(table->name, context, verb);
-      }()) {
-    FindSource(target, rows);
+    : binder_(context, nullptr),
+      path_(SourceOf(target, rows), rows.with, context, verb),
+      target_(TargetTable::Open(path_.Table(), context, verb)) {
+    changed_.source = &SourceOf(target, rows);
+    changed_.path = &path_;
+    FindKey();
+    binder_.SetChanged(changed_, 0);
+    query_ = binder_.BindRows(rows, changed_.source == &target ? &target : nullptr);
     AddKey();
 }
 
-const tsql::ObjectName& ChangeQuery::TargetName(const tsql::NamedTable& target,
-                                                const tsql::Query& rows) {
-    const tsql::TableSource* source = FindTarget(target.name, rows);
-    const tsql::NamedTable* table = source ? AsTable(*source) : nullptr;
-    return table ? table->name : target.name;
+tsql::ObjectName ChangeQuery::TargetName(const tsql::NamedTable& target, const tsql::Query& rows,
+                                         BindContext& context, const QString& verb) {
+    return TargetPath(SourceOf(target, rows), rows.with, context, verb).Table();
 }
 
-void ChangeQuery::FindSource(const tsql::NamedTable& target, const tsql::Query& rows) {
-    const tsql::TableSource* listed = FindTarget(target.name, rows);
-    query_ = binder_.BindRows(rows, listed ? nullptr : &target);
-    const QString name = listed ? ExposedName(*listed) : target.name.name;
-    const std::vector<Source>& sources = binder_.Names().Sources();
-    while (source_ < sources.size() && (!SameName(sources[source_].name, name) ||
-                                        sources[source_].objectId != target_.table.object.id)) {
-        ++source_;
+const ColumnInfo* ChangeQuery::FindColumn(const QString& name) const {
+    if (IsTable()) return target_.table.FindColumn(name);
+    const std::vector<SourceColumn>& columns = TargetSource().columns;
+    for (size_t i = 0; i < columns.size(); ++i) {
+        if (!SameName(columns[i].name, name)) continue;
+        if (!changed_.places[i]) throw SqlError(4406, {changed_.Name()});
+        return &target_.table.columns[*changed_.places[i]];
     }
-    if (source_ == sources.size()) throw SqlError(208, {target.name.ToText()}, target.line);
+    return nullptr;
 }
 
-void ChangeQuery::AddKey() {
-    const std::string& alias = TargetSource().storageAlias;
+void ChangeQuery::FindKey() {
     if (const IndexInfo* key = TableStorage::StorageKey(target_.table)) {
         for (const IndexInfo::Key& part : key->keys) {
             const ColumnInfo& column = *target_.table.FindColumn(part.columnId);
-            keyNames_.push_back(column.StorageName());
-            keyTypes_.push_back(column.type);
+            changed_.keyNames.push_back(column.StorageName());
+            changed_.keyTypes.push_back(column.type);
         }
     } else {
-        keyNames_.emplace_back("rowid");
-        keyTypes_.push_back(MakeType(TypeKind::BigInt));
+        changed_.keyNames.emplace_back("rowid");
+        changed_.keyTypes.push_back(MakeType(TypeKind::BigInt));
     }
-    for (size_t i = 0; i < keyNames_.size(); ++i) {
-        Add(std::make_unique<BoundColumn>(alias + '.' + keyNames_[i], QString(), keyTypes_[i]));
+}
+
+void ChangeQuery::AddKey() {
+    for (size_t i = 0; i < changed_.keySql.size(); ++i) {
+        const std::string& sql = changed_.keySql[i];
+        const SqlType& type = changed_.keyTypes[i];
+        Add(std::make_unique<BoundColumn>(sql, QString(), type));
         if (!IsJoin()) continue;
-        query_->groupBy.push_back(
-            std::make_unique<BoundColumn>(alias + '.' + keyNames_[i], QString(), keyTypes_[i]));
+        query_->groupBy.push_back(std::make_unique<BoundColumn>(sql, QString(), type));
     }
     if (IsJoin()) RequireKey();
 }
@@ -127,8 +136,8 @@ void ChangeQuery::AddKey() {
 // On the far side of an outer join the target may be missing.
 void ChangeQuery::RequireKey() {
     auto present = std::make_unique<BoundIsNull>(true);
-    present->parts.push_back(std::make_unique<BoundColumn>(
-        TargetSource().storageAlias + '.' + keyNames_.front(), QString(), keyTypes_.front()));
+    present->parts.push_back(std::make_unique<BoundColumn>(changed_.keySql.front(), QString(),
+                                                           changed_.keyTypes.front()));
     if (!query_->where) {
         query_->where = std::move(present);
         return;
@@ -145,13 +154,12 @@ size_t ChangeQuery::Add(BoundPtr item) {
 }
 
 size_t ChangeQuery::AddOld(size_t column) {
-    const SourceColumn& source = TargetSource().columns[column];
-    return Add(source.Bind());
+    return Add(changed_.base[column].Bind());
 }
 
 std::string ChangeQuery::KeyCondition(int first) const {
     std::string sql;
-    for (const std::string& name : keyNames_) {
+    for (const std::string& name : changed_.keyNames) {
         sql += (sql.empty() ? " WHERE " : " AND ") + name + " = ?" + std::to_string(first++);
     }
     return sql;

@@ -3,6 +3,7 @@
 // statement.
 #pragma once
 
+#include "localdb/engine/ChangedSource.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/TargetTable.h"
@@ -15,15 +16,23 @@ class ChangeQuery {
     ChangeQuery(BindContext& context, const tsql::NamedTable& target, const tsql::Query& rows,
                 const QString& verb);
 
-    // The table that the target means: its own name, or that behind an alias of FROM. Raises
-    // SqlError 8154.
-    static const tsql::ObjectName& TargetName(const tsql::NamedTable& target,
-                                              const tsql::Query& rows);
+    // The table that the target means: its own name, that behind an alias of FROM, or that behind a
+    // view or another query. Raises SqlError 8154 and what TargetPath raises.
+    static tsql::ObjectName TargetName(const tsql::NamedTable& target, const tsql::Query& rows,
+                                       BindContext& context, const QString& verb);
     TargetTable& Target() { return target_; }
     // The names that expressions over a row can mean.
     const Scope& Names() const { return binder_.Names(); }
     // The target among them.
-    const Source& TargetSource() const { return binder_.Names().Sources()[source_]; }
+    const Source& TargetSource() const { return binder_.Names().Sources()[changed_.place]; }
+    // A column of the table, whatever the target shows of it.
+    const SourceColumn& BaseColumn(size_t column) const { return changed_.base[column]; }
+    // The table's column that the target calls so; nothing where there is none. Raises SqlError
+    // 4406 for a computed column of a view.
+    const ColumnInfo* FindColumn(const QString& name) const;
+    // A table, and not a view or another query.
+    bool IsTable() const { return changed_.IsTable(); }
+    const ChangedSource& Changed() const { return changed_; }
     // More than the target alone is read.
     bool IsJoin() const { return query_->from->left != nullptr; }
     bool IsLimited() const { return query_->top != nullptr; }
@@ -33,7 +42,7 @@ class ChangeQuery {
     // The value that the target's column has before the change.
     size_t AddOld(size_t column);
     // What tells the row to change: the storage's key columns, else its row number.
-    const std::vector<SqlType>& KeyTypes() const { return keyTypes_; }
+    const std::vector<SqlType>& KeyTypes() const { return changed_.keyTypes; }
     // " WHERE c1 = ?3 AND c2 = ?4", the parameters from `first` on.
     std::string KeyCondition(int first) const;
 
@@ -43,16 +52,15 @@ class ChangeQuery {
     const BoundQuery& Query() const { return *query_; }
 
   private:
-    void FindSource(const tsql::NamedTable& target, const tsql::Query& rows);
+    void FindKey();
     void AddKey();
     void RequireKey();
 
     QueryBinder binder_;
+    TargetPath path_;
     TargetTable target_;
+    ChangedSource changed_;
     std::unique_ptr<BoundQuery> query_;
-    size_t source_ = 0;
-    std::vector<std::string> keyNames_;
-    std::vector<SqlType> keyTypes_;
     std::unique_ptr<SqlWriter> writer_;
 };
 

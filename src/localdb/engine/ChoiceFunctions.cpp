@@ -92,7 +92,7 @@ class NullWhereEqual : public BoundExpression {
         if (value.IsNull() || other.IsNull()) return value;
         const SqlValue compared = Conversion::Convert(value, parts[0]->type, common_,
                                                       Conversion::NoStyle, *evaluation.arena);
-        return CompareValues(compared, other) == 0 ? SqlValue() : value;
+        return CompareValues(compared, other, Order()) == 0 ? SqlValue() : value;
     }
 
   private:
@@ -129,7 +129,7 @@ SqlValue Extreme(const BoundCall& call, const SqlValue* a, const Evaluation&) {
     SqlValue best;
     for (size_t i = 0; i < call.parts.size(); ++i) {
         if (a[i].IsNull()) continue;
-        if (best.IsNull() || CompareValues(a[i], best) * Direction > 0) best = a[i];
+        if (best.IsNull() || CompareValues(a[i], best, call.Order()) * Direction > 0) best = a[i];
     }
     return best;
 }

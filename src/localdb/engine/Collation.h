@@ -1,9 +1,11 @@
-// Collation: how text is compared and ordered: case does not count, accents do, blanks at the end
-// do not; signs before digits before letters. One collation for all text and all names.
+// Collation: how text is compared and ordered. Blanks at the end never count; signs come before
+// digits before letters, except where codes are compared. Names are compared by the server's own.
 #pragma once
 
 #include <QString>
 #include <string_view>
+
+#include "localdb/engine/TextOrder.h"
 
 namespace quarv::localdb::engine {
 
@@ -14,10 +16,12 @@ class Collation {
     static constexpr const char* Name = "SQL_Latin1_General_CP1_CI_AS";
     // Below 0, 0 or above 0. A total preorder over all byte strings.
     static int Compare(std::string_view a, std::string_view b);
+    static int Compare(std::string_view a, std::string_view b, TextOrder order);
     // Whether two single characters are equal, as LIKE needs it.
-    static bool SameCharacter(char32_t a, char32_t b);
+    static bool SameCharacter(char32_t a, char32_t b, TextOrder order = TextOrder::CaseInsensitive);
     // Order of two single characters, for the ranges of LIKE.
-    static int CompareCharacters(char32_t a, char32_t b);
+    static int CompareCharacters(char32_t a, char32_t b,
+                                 TextOrder order = TextOrder::CaseInsensitive);
 };
 
 }  // namespace quarv::localdb::engine

@@ -1,6 +1,7 @@
 // The tables of WITH: QueryBinder binds each once, the parts that refer to their own table last.
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/TypeTable.h"
 #include "localdb/engine/WindowFunction.h"
 
 namespace quarv::localdb::engine {
@@ -52,7 +53,8 @@ std::vector<SourceColumn> NamedColumns(const BoundQuery& query, const tsql::Comm
         for (const SourceColumn& other : columns) {
             if (SameName(other.name, name)) throw SqlError(8156, {name, table.name}, table.line);
         }
-        columns.push_back({name, column.type, column.nullable, false, "c" + std::to_string(i + 1)});
+        columns.push_back({name, column.type, column.nullable, false, "c" + std::to_string(i + 1),
+                           query.items[i]->Collates().id});
     }
     return columns;
 }
@@ -145,7 +147,9 @@ void QueryBinder::BindRecursiveArm(const tsql::Query& query, CommonInfo& info, B
             arm->items[i] =
                 ExpressionBinder::Convert(std::move(arm->items[i]), info.columns[i].type);
         }
-        if (arm->items[i]->type != info.columns[i].type) {
+        const bool collated = ClassOf(info.columns[i].type) == TypeClass::Text &&
+                              arm->items[i]->Collates().id != info.columns[i].collation;
+        if (arm->items[i]->type != info.columns[i].type || collated) {
             throw SqlError(240, {info.columns[i].name, info.name}, query.line);
         }
     }

@@ -1,5 +1,7 @@
 // The queries of QueryBinder that stand around others: set operations, lists of values, and GROUP
 // BY with several sets, which is a query a set with UNION ALL between them.
+#include <algorithm>
+
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TypeRules.h"
@@ -8,6 +10,15 @@
 namespace quarv::localdb::engine {
 
 namespace {
+
+// The collation of a column of several queries or rows; of queries, it is that of the first.
+CollationId CollationOf(const BoundSource& source, size_t column) {
+    if (!source.arms.empty()) return source.arms.front()->items[column]->Collates().id;
+    Collating folded;
+    for (const std::vector<BoundPtr>& row : source.rows) folded.Meet(row[column]->Collates());
+    CheckCollation(folded, u"VALUES", true);
+    return folded.id;
+}
 
 // A query of all columns of `source`.
 std::unique_ptr<BoundQuery> Around(std::unique_ptr<BoundSource> source,
@@ -18,6 +29,7 @@ std::unique_ptr<BoundQuery> Around(std::unique_ptr<BoundSource> source,
         auto item = std::make_unique<BoundColumn>(source->alias + ".c" + std::to_string(i + 1),
                                                   columns[i].name, columns[i].type);
         item->nullable = columns[i].nullable;
+        if (ClassOf(columns[i].type) == TypeClass::Text) item->collation = CollationOf(*source, i);
         query->items.push_back(std::move(item));
     }
     query->columns = std::move(columns);
@@ -49,6 +61,23 @@ bool CombinedNullable(tsql::SetOperator sign, bool left, bool right) {
     }
 }
 
+// Brings a column's texts to the collation that wins. Raises SqlError 451 or 468.
+void UnifyCollations(const std::vector<BoundPtr*>& values, tsql::SetOperator sign, size_t column) {
+    constexpr const char16_t* Words[] = {u"UNION", u"UNION ALL", u"EXCEPT", u"INTERSECT"};
+    Collating folded;
+    for (const BoundPtr* value : values) folded.Meet((*value)->Collates());
+    const QString word = QString::fromUtf16(Words[static_cast<size_t>(sign)]);
+    if (folded.IsUnresolved() && sign == tsql::SetOperator::UnionAll) {
+        throw SqlError(451, {NameOf(folded.id), NameOf(folded.other), word,
+                             QStringLiteral("SELECT"), QString::number(column)});
+    }
+    CheckCollation(folded, word, true);
+    for (BoundPtr* value : values) {
+        if ((*value)->Collates().id == folded.id) continue;
+        *value = std::make_unique<BoundCollate>(std::move(*value), folded.id, folded.label);
+    }
+}
+
 // The columns of a set operation: names of the first query, types of all.
 std::vector<Column> Combine(BoundSource& source) {
     std::vector<Column> columns = source.arms.front()->columns;
@@ -64,6 +93,13 @@ std::vector<Column> Combine(BoundSource& source) {
             }
         }
         columns[i].type = CommonType(values);
+        const bool compares =
+            std::any_of(source.operators.begin(), source.operators.end(),
+                        [](tsql::SetOperator sign) { return sign != tsql::SetOperator::UnionAll; });
+        if (compares) TypeRules::CheckComparable(columns[i].type, 5335);
+        if (ClassOf(columns[i].type) == TypeClass::Text) {
+            UnifyCollations(values, source.operators.front(), i + 1);
+        }
         columns[i].nullable = nullable;
         columns[i].identity = false;
         columns[i].computed = true;

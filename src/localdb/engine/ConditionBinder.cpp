@@ -63,6 +63,7 @@ BoundPtr ExpressionBinder::Compare(tsql::ComparisonSign sign, BoundPtr left, Bou
     node->nullable = left->nullable || right->nullable;
     node->parts.push_back(std::move(left));
     node->parts.push_back(std::move(right));
+    CheckCollation(node->Collates(), SignName(sign), true);
     return node;
 }
 
@@ -94,6 +95,7 @@ BoundPtr ExpressionBinder::BindLike(const tsql::Like& like) {
         if (ClassOf(value->type) != TypeClass::Text) value = Convert(std::move(value), text);
         node->parts.push_back(std::move(value));
     }
+    CheckCollation(node->Collates(), u"like", true);
     return Negated(std::move(node), like.negated);
 }
 
@@ -127,6 +129,7 @@ BoundPtr ExpressionBinder::BindIn(const tsql::In& in) {
     };
     add(std::move(operand));
     for (BoundPtr& value : values) add(std::move(value));
+    CheckCollation(node->Collates(), u"equal to", true);
     return Negated(std::move(node), in.negated);
 }
 
@@ -154,6 +157,7 @@ BoundPtr ExpressionBinder::BindQuantified(const tsql::Quantified& quantified) {
     const std::string alias = context_.NextAlias();
     auto column =
         std::make_unique<BoundColumn>(alias + ".c1", QString(), query->items.front()->type);
+    column->collation = query->items.front()->Collates().id;
     const tsql::ComparisonSign sign =
         quantified.all ? Opposite[static_cast<size_t>(quantified.sign)] : quantified.sign;
     BoundPtr comparison = Compare(sign, Value(*quantified.operand), std::move(column));

@@ -59,7 +59,12 @@ BoundPtr ReadPartOf(DatePart part, const QString& function, Arguments arguments,
     arguments[0] = AsDate(std::move(arguments[0]), 2, function);
     CheckPart(part, function, arguments[0]->type);
     const SqlType type = name ? MakeType(TypeKind::NVarChar, 30) : IntType();
-    return WithOption(MakeCall(name ? NamePart : ReadPart, type, std::move(arguments)), part);
+    BoundPtr call =
+        WithOption(MakeCall(name ? NamePart : ReadPart, type, std::move(arguments)), part);
+    // Both depend on which day a week begins with.
+    const bool week = part == DatePart::Weekday || part == DatePart::Week;
+    static_cast<BoundCall&>(*call).isDeterministic = !week;
+    return call;
 }
 
 BoundPtr BindDatePart(const QString& function, const QString& word, Arguments arguments) {

@@ -3,6 +3,7 @@
 #include "localdb/engine/ChangeQuery.h"
 #include "localdb/engine/OutputRows.h"
 #include "localdb/engine/RowChecks.h"
+#include "localdb/engine/SqlError.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/StoredForm.h"
 #include "localdb/tsql/Delete.h"
@@ -83,13 +84,18 @@ void RunDelete(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     const auto& node = static_cast<const tsql::Delete&>(statement);
     SessionState& session = frame.Session();
     BindContext context = frame.NewContext();
-    const tsql::ObjectName& target = ChangeQuery::TargetName(node.target, node.rows);
+    const tsql::ObjectName target =
+        ChangeQuery::TargetName(node.target, node.rows, context, QStringLiteral("DELETE"));
     Transactions::Writing writing(session.transactions, context.MetadataFor(target).Prefix());
     ChangeQuery query(context, node.target, node.rows, QStringLiteral("DELETE"));
     RowChecks checks(frame, query.Target().metadata, query.Target().table,
                      QStringLiteral("DELETE"));
-    const bool all = !checks.NeedsDeletedRows() && !query.IsJoin() && !query.IsLimited() &&
-                     !node.rows.where && !node.output && session.options.rowCount == 0;
+    if (node.output && !query.IsTable()) {
+        throw SqlError(40517, {QStringLiteral("OUTPUT of a view")}, node.line);
+    }
+    const bool all = query.IsTable() && !checks.NeedsDeletedRows() && !query.IsJoin() &&
+                     !query.IsLimited() && !node.rows.where && !node.output &&
+                     session.options.rowCount == 0;
     std::optional<DeleteOutput> output;
     if (node.output) output.emplace(*node.output, query, frame, context);
     const int64_t count = all ? DeleteAll(query, session.store)

@@ -49,6 +49,7 @@ enum class SystemValue : uint8_t {
     ErrorMessage,
     TransactionState,  // XACT_STATE()
     ContextInfo,
+    LastRowVersion,  // eight bytes
 };
 
 class Metadata;

@@ -122,6 +122,8 @@ BoundPtr ExpressionBinder::BindNode(const tsql::Expression& expression) {
                 return BindCase(static_cast<const tsql::Case&>(expression));
             case tsql::ExpressionKind::Function:
                 return BindFunction(static_cast<const tsql::Function&>(expression));
+            case tsql::ExpressionKind::Collate:
+                return BindCollate(static_cast<const tsql::Collate&>(expression));
             case tsql::ExpressionKind::Subquery:
                 return BindSubquery(static_cast<const tsql::Subquery&>(expression));
             default:
@@ -192,6 +194,7 @@ BoundPtr ExpressionBinder::Combine(char16_t sign, BoundPtr a, BoundPtr b) {
     }
     node->parts.push_back(std::move(a));
     node->parts.push_back(std::move(b));
+    CheckCollation(node->Collates(), u"add", false);
     return node;
 }
 
@@ -237,7 +240,23 @@ BoundPtr ExpressionBinder::BindCase(const tsql::Case& expression) {
         const auto place = static_cast<ptrdiff_t>(std::min(2 * i + 1, node->parts.size()));
         node->parts.insert(node->parts.begin() + place, Convert(std::move(results[i]), type));
     }
+    CheckCollation(node->Collates(), u"CASE", false);
     return node;
+}
+
+BoundPtr ExpressionBinder::BindCollate(const tsql::Collate& collate) {
+    const CollationId collation = FindCollation(collate.collation);
+    BoundPtr operand = Value(*collate.operand);
+    const bool text = ClassOf(operand->type) == TypeClass::Text && !operand->untypedNull;
+    if (!text || operand->type.kind == TypeKind::Xml) {
+        throw SqlError(447,
+                       {operand->untypedNull ? QStringLiteral("void type") : operand->type.Name()});
+    }
+    const Collating before = operand->Collates();
+    if (collate.operand->kind == tsql::ExpressionKind::Collate && before.id != collation) {
+        throw SqlError(449, {NameOf(before.id), NameOf(collation)});
+    }
+    return std::make_unique<BoundCollate>(std::move(operand), collation, CollationLabel::Explicit);
 }
 
 BoundPtr ExpressionBinder::BindFunction(const tsql::Function& function) {

@@ -45,6 +45,7 @@ class ExpressionBinder {
     BoundPtr BindNegate(const tsql::Negate& negate);
     BoundPtr BindArithmetic(const tsql::Arithmetic& arithmetic);
     BoundPtr BindCast(const tsql::Cast& cast);
+    BoundPtr BindCollate(const tsql::Collate& collate);
     BoundPtr BindCase(const tsql::Case& expression);
     BoundPtr BindFunction(const tsql::Function& function);
     BoundPtr BindAggregate(const tsql::Function& function);

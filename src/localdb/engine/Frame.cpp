@@ -96,6 +96,18 @@ SqlValue Frame::Keep(const QString& text) const {
     return SqlValue::Text(texts_.Keep(ToUtf8(text)));
 }
 
+namespace {
+
+// The highest byte first, as a rowversion has them.
+std::string VersionBytes(int64_t version) {
+    std::string bytes;
+    for (int shift = 56; shift >= 0; shift -= 8)
+        bytes += static_cast<char>(version >> shift & 0xFF);
+    return bytes;
+}
+
+}  // namespace
+
 SqlValue Frame::Ask(SystemValue what) const {
     switch (what) {
         case SystemValue::Version:
@@ -165,6 +177,8 @@ SqlValue Frame::Ask(SystemValue what) const {
         case SystemValue::ContextInfo:
             return session_.contextInfo.empty() ? SqlValue()
                                                 : SqlValue::Bytes(session_.contextInfo);
+        case SystemValue::LastRowVersion:
+            return SqlValue::Bytes(texts_.Keep(VersionBytes(Catalog().LastRowVersion())));
         default:
             return AskOfCatch(what);
     }

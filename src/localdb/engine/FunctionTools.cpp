@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "localdb/engine/Conversion.h"
+#include "localdb/engine/SurrogatePairs.h"
 #include "localdb/engine/Utf8.h"
 
 namespace quarv::localdb::engine {
@@ -63,8 +64,8 @@ SqlType Widest(SqlType type) {
 
 SqlValue FitResult(const BoundCall& call, std::string_view text, const Evaluation& evaluation) {
     const SqlType all = MakeType(TypeKind::NVarChar, SqlType::Max);
-    return Conversion::Convert(SqlValue::Text(text), all, call.type, Conversion::NoStyle,
-                               *evaluation.arena);
+    return Conversion::Convert(SqlValue::Text(JoinPairs(text, *evaluation.arena)), all, call.type,
+                               Conversion::NoStyle, *evaluation.arena);
 }
 
 BoundPtr MakeAnswer(const QString& text, const SqlType& type) {

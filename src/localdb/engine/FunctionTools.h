@@ -31,7 +31,7 @@ QString ConstantWord(const BoundExpression& value);
 SqlType Varying(SqlType type);
 // The type as wide as it can be short of (max), which stays.
 SqlType Widest(SqlType type);
-// `text` as a value of the call's type: cut to its length.
+// `text` as a value of the call's type: cut to its length, halves of pairs joined.
 SqlValue FitResult(const BoundCall& call, std::string_view text, const Evaluation& evaluation);
 
 // A fixed answer.

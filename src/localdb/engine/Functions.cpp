@@ -1,9 +1,11 @@
 #include "localdb/engine/Functions.h"
 
 #include <QHash>
+#include <algorithm>
 #include <array>
 
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/TypeTable.h"
 
 namespace quarv::localdb::engine {
 
@@ -16,7 +18,8 @@ FunctionTable AllFunctions() {
     for (const auto& table :
          {TextFunctions(), TextEditFunctions(), TextSearchFunctions(), NumberFunctions(),
           MathFunctions(), DateFunctions(), DateMakers(), ChoiceFunctions(), SystemFunctions(),
-          HashFunctions(), MetadataFunctions(), ServerFunctions()}) {
+          HashFunctions(), MetadataFunctions(), ServerFunctions(), BitFunctions(), DateBuckets(),
+          FormatFunctions(), SessionFunctions()}) {
         for (const FunctionEntry& entry : table) all.insert(entry.name.toString(), &entry);
     }
     return all;
@@ -40,6 +43,57 @@ void CheckCount(const FunctionEntry& entry, const tsql::Function& function) {
     const QString name = function.name.toLower();
     if (entry.least == entry.most) throw SqlError(174, {name, QString::number(entry.least)});
     throw SqlError(189, {name, QString::number(entry.least), QString::number(entry.most)});
+}
+
+// False where the answer depends on the language, the session or the catalogue.
+bool IsSteadyFunction(QStringView name) {
+    constexpr std::array<QStringView, 32> Names = {u"datename",
+                                                   u"format",
+                                                   u"parsename",
+                                                   u"isdate",
+                                                   u"db_name",
+                                                   u"db_id",
+                                                   u"object_id",
+                                                   u"object_name",
+                                                   u"schema_name",
+                                                   u"schema_id",
+                                                   u"type_name",
+                                                   u"type_id",
+                                                   u"col_name",
+                                                   u"col_length",
+                                                   u"object_schema_name",
+                                                   u"object_definition",
+                                                   u"objectproperty",
+                                                   u"objectpropertyex",
+                                                   u"columnproperty",
+                                                   u"indexproperty",
+                                                   u"indexkey_property",
+                                                   u"index_col",
+                                                   u"ident_current",
+                                                   u"ident_seed",
+                                                   u"ident_incr",
+                                                   u"user_id",
+                                                   u"user_name",
+                                                   u"is_member",
+                                                   u"rowcount_big",
+                                                   u"connectionproperty",
+                                                   u"min_active_rowversion",
+                                                   u"has_perms_by_name"};
+    return std::find(Names.begin(), Names.end(), name) == Names.end();
+}
+
+// The functions of texts that take none of text, ntext and image.
+void CheckLongTexts(const FunctionEntry& entry, const std::vector<BoundPtr>& arguments) {
+    constexpr std::array<QStringView, 19> Names = {
+        u"len",   u"left",    u"right",     u"upper",      u"lower",    u"ltrim",     u"rtrim",
+        u"trim",  u"reverse", u"replicate", u"stuff",      u"replace",  u"translate", u"charindex",
+        u"ascii", u"unicode", u"soundex",   u"difference", u"quotename"};
+    if (std::find(Names.begin(), Names.end(), entry.name) == Names.end()) return;
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const SqlType& type = arguments[i]->type;
+        if (!IsOldLong(type.kind)) continue;
+        throw SqlError(8116, {type.Name(), QString::number(i + 1), entry.name.toString()});
+    }
 }
 
 }  // namespace
@@ -66,6 +120,7 @@ std::string BoundCall::Detail() const {
 BoundPtr BindScalarFunction(const tsql::Function& function, ExpressionBinder& binder) {
     const FunctionEntry* entry = FindFunction(function.name);
     if (!entry) {
+        if (IsRefusedFunction(function.name)) throw SqlError(40517, {function.name.toUpper()});
         throw SqlError(195, {function.name, QStringLiteral("built-in function name")});
     }
     CheckCount(*entry, function);
@@ -73,9 +128,16 @@ BoundPtr BindScalarFunction(const tsql::Function& function, ExpressionBinder& bi
     for (size_t i = entry->bindWord ? 1 : 0; i < function.arguments.size(); ++i) {
         arguments.push_back(binder.Value(*function.arguments[i]));
     }
-    if (!entry->bindWord) return entry->bind(std::move(arguments));
-    return entry->bindWord(function.name.toLower(), WordOf(*function.arguments.front()),
-                           std::move(arguments));
+    CheckLongTexts(*entry, arguments);
+    BoundPtr call = entry->bindWord
+                        ? entry->bindWord(function.name.toLower(),
+                                          WordOf(*function.arguments.front()), std::move(arguments))
+                        : entry->bind(std::move(arguments));
+    if (!IsSteadyFunction(entry->name)) {
+        if (auto* made = dynamic_cast<BoundCall*>(call.get())) made->isDeterministic = false;
+    }
+    CheckCollation(call->Collates(), entry->name, ClassOf(call->type) != TypeClass::Text);
+    return call;
 }
 
 }  // namespace quarv::localdb::engine

@@ -19,12 +19,14 @@ class BoundCall : public BoundExpression {
     BoundCall(Compute compute, bool takesNull) : compute_(compute), takesNull_(takesNull) {}
     SqlValue Evaluate(const Evaluation& evaluation) const override;
     bool IsVolatile() const override { return isVolatile; }
+    bool IsDeterministic() const override { return !isVolatile && isDeterministic; }
     std::string Detail() const override;
 
     static constexpr size_t MaxArguments = 254;
 
-    bool isVolatile = false;  // another value for each row
-    int option = 0;           // what the function was bound with: a date part, a property
+    bool isVolatile = false;      // another value for each row
+    bool isDeterministic = true;  // by the catalogue's rules
+    int option = 0;               // what the function was bound with: a date part, a property
 
   private:
     Compute compute_;
@@ -57,5 +59,11 @@ std::span<const FunctionEntry> SystemFunctions();
 std::span<const FunctionEntry> HashFunctions();
 std::span<const FunctionEntry> MetadataFunctions();
 std::span<const FunctionEntry> ServerFunctions();
+std::span<const FunctionEntry> BitFunctions();
+std::span<const FunctionEntry> DateBuckets();
+std::span<const FunctionEntry> FormatFunctions();
+std::span<const FunctionEntry> SessionFunctions();
+// Of a function that SQL Server has and this server does not. In SessionFunctions.cpp.
+bool IsRefusedFunction(const QString& name);
 
 }  // namespace quarv::localdb::engine

@@ -1,7 +1,9 @@
 #include "localdb/engine/CaptureSink.h"
+#include "localdb/engine/ChangeQuery.h"
 #include "localdb/engine/OutputRows.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/RowInserter.h"
+#include "localdb/engine/SqlError.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/TargetTable.h"
 #include "localdb/tsql/Insert.h"
@@ -38,6 +40,38 @@ void Capture(const tsql::Insert& insert, Frame& frame, CaptureSink& capture) {
     session.capturing = false;
 }
 
+// A view that rows are put in through, with the names of its table's columns.
+struct InsertView {
+    InsertView(const tsql::Insert& insert, BindContext& context) {
+        target.name = insert.table;
+        target.line = insert.line;
+        query.emplace(context, target, rows, QStringLiteral("INSERT"));
+        if (query->IsTable()) return;
+        const std::vector<SourceColumn>& all = query->TargetSource().columns;
+        for (const QString& name : insert.columns) Add(name);
+        for (size_t i = 0; insert.columns.empty() && i < all.size(); ++i) {
+            if (!all[i].identity) Add(all[i].name);
+        }
+    }
+    void Add(const QString& name) {
+        const ColumnInfo* column = query->FindColumn(name);
+        if (!column) throw SqlError(207, {name});
+        // An identity column is left out where no names are given.
+        columns.push_back(column->name);
+    }
+
+    tsql::NamedTable target;
+    tsql::Query rows;
+    std::optional<ChangeQuery> query;
+    std::vector<QString> columns;
+};
+
+bool IsView(const tsql::ObjectName& name, BindContext& context) {
+    if (name.isVariable || context.System().FindView(name.schema, name.name)) return false;
+    const std::optional<ObjectInfo> object = context.MetadataFor(name).Find(name.schema, name.name);
+    return object && object->type == u"V";
+}
+
 void InsertAll(const tsql::Insert& insert, RowInserter& inserter, CaptureSink& capture,
                ResultSink& sink) {
     if (insert.execute) {
@@ -65,9 +99,15 @@ void RunInsert(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     Capture(insert, frame, capture);
     BindContext context = frame.NewContext();
     // What is known of the table, its last identity value too, is read behind the lock.
-    Transactions::Writing writing(session.transactions, context.MetadataFor(insert.table).Prefix());
-    TargetTable target = TargetTable::Open(insert.table, context, QStringLiteral("INSERT"));
-    RowInserter inserter(frame, context, target.metadata, target.table, insert.columns);
+    std::optional<InsertView> view;
+    if (IsView(insert.table, context)) view.emplace(insert, context);
+    const tsql::ObjectName& name = view ? view->query->Changed().path->Table() : insert.table;
+    Transactions::Writing writing(session.transactions, context.MetadataFor(name).Prefix());
+    TargetTable target = TargetTable::Open(name, context, QStringLiteral("INSERT"));
+    RowInserter inserter(frame, context, target.metadata, target.table,
+                         view ? view->columns : insert.columns);
+    if (view) inserter.SetView(&view->query->Changed());
+    if (view && insert.output) throw SqlError(40517, {QStringLiteral("OUTPUT of a view")});
     SetLimit(insert, frame, context, inserter);
     std::optional<OutputRows> output;
     if (insert.output) {

@@ -7,6 +7,7 @@
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SqlWriter.h"
 
 namespace quarv::localdb::engine {
 
@@ -206,11 +207,37 @@ SqlValue Random(const BoundCall& call, const SqlValue* a, const Evaluation& eval
     return SqlValue::Real(evaluation.environment->Random(seed));
 }
 
+// One number for all rows of a query: the storage gets it as a value beside the columns.
+class OncePerQuery : public BoundExpression {
+  public:
+    explicit OncePerQuery(BoundPtr call) {
+        type = call->type;
+        nullable = call->nullable;
+        parts.push_back(std::move(call));
+    }
+    SqlValue Evaluate(const Evaluation& evaluation) const override {
+        const bool given = written_ && evaluation.leaves;
+        return given ? evaluation.leaves[slot] : parts[0]->Evaluate(evaluation);
+    }
+    void Write(SqlWriter& writer) const override {
+        written_ = true;
+        writer.Expression(*parts[0]);
+    }
+    bool IsOncePerQuery() const override { return true; }
+    bool IsDeterministic() const override { return false; }
+
+  private:
+    mutable bool written_ = false;
+};
+
 BoundPtr BindRand(Arguments arguments) {
     if (!arguments.empty()) {
         arguments[0] = ExpressionBinder::Convert(std::move(arguments[0]), IntType());
     }
-    return MakeCall(Random, MakeType(TypeKind::Float), std::move(arguments));
+    const bool seeded = !arguments.empty();
+    BoundPtr call = MakeCall(Random, MakeType(TypeKind::Float), std::move(arguments));
+    if (seeded) return call;
+    return std::make_unique<OncePerQuery>(std::move(call));
 }
 
 }  // namespace

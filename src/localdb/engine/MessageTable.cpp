@@ -99,6 +99,7 @@ constexpr MessageText Table[] = {
     {208, 16, 1, u"Invalid object name '%'."},
     {209, 16, 1, u"Ambiguous column name '%'."},
     {213, 16, 1, u"Column name or number of supplied values does not match table definition."},
+    {214, 16, 11, u"Procedure expects parameter '%' of type '%'."},
     {217, 16, 1,
      u"Maximum stored procedure, function, trigger, or view nesting level exceeded (limit %)."},
     {219, 16, 1, u"The type '%' already exists, or you do not have permission to create it."},
@@ -168,6 +169,13 @@ constexpr MessageText Table[] = {
     {402, 16, 1, u"The data types % and % are incompatible in the % operator."},
     {408, 16, 1, u"A constant expression was encountered in the ORDER BY list, position %."},
     {421, 16, 1, u"The % data type cannot be selected as DISTINCT because it is not comparable."},
+    {447, 16, 0, u"Expression type % is invalid for COLLATE clause."},
+    {448, 16, 1, u"Invalid collation '%'."},
+    {449, 16, 1,
+     u"Collation conflict caused by collate clauses with different collation '%' and '%'."},
+    {451, 16, 1,
+     u"Cannot resolve the collation conflict between \"%\" and \"%\" in % operator occurring in "
+     u"% statement column %."},
     {460, 16, 1,
      u"DISTINCT operator is not allowed in the recursive part of a recursive common "
      u"table expression '%'."},
@@ -181,6 +189,8 @@ constexpr MessageText Table[] = {
     {467, 16, 1,
      u"GROUP BY, HAVING, or aggregate functions are not allowed in the recursive part "
      u"of a recursive common table expression '%'."},
+    {468, 16, 9,
+     u"Cannot resolve the collation conflict between \"%\" and \"%\" in the % operation."},
     {506, 16, 1, u"The invalid escape character \"%\" was specified in a LIKE predicate."},
     {512, 16, 1,
      u"Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, "
@@ -208,6 +218,10 @@ constexpr MessageText Table[] = {
     {547, 16, 0,
      u"The % statement conflicted with the % constraint \"%\". The conflict occurred in database "
      u"\"%\", table \"%\"%."},
+    {550, 16, 1,
+     u"The attempted insert or update failed because the target view either specifies WITH CHECK "
+     u"OPTION or spans a view that specifies WITH CHECK OPTION and one or more rows resulting from "
+     u"the operation did not qualify under the CHECK OPTION constraint."},
     {628, 16, 1, u"Cannot issue SAVE TRANSACTION when there is no active transaction."},
     {701, 17, 123,
      u"There is insufficient system memory in resource pool 'default' to run this query."},
@@ -441,6 +455,18 @@ constexpr MessageText Table[] = {
      u"first argument has to be known."},
     {4194, 16, 1,
      u"RANGE is only supported with UNBOUNDED and CURRENT ROW window frame delimiters."},
+    {4199, 16, 1, u"Argument value % is invalid for argument % of % function."},
+    {4403, 16, 1,
+     u"Cannot update the view or function '%' because it contains aggregates, or a DISTINCT or "
+     u"GROUP "
+     u"BY clause, or PIVOT or UNPIVOT operator."},
+    {4405, 16, 1,
+     u"View or function '%' is not updatable because the modification affects multiple base "
+     u"tables."},
+    {4406, 16, 1,
+     u"Update or insert of view or function '%' failed because it contains a derived or constant "
+     u"field."},
+    {4426, 16, 1, u"View '%' is not updatable because the definition contains a UNION operator."},
     {4502, 16, 1, u"View or function '%' has more column names specified than columns defined."},
     {4506, 16, 1,
      u"Column names in each view or function must be unique. Column name '%' in view or function "
@@ -481,6 +507,12 @@ constexpr MessageText Table[] = {
     {5309, 16, 1,
      u"Windowed functions, aggregates and NEXT VALUE FOR functions do not support "
      u"constants as ORDER BY clause expressions."},
+    {5335, 16, 1,
+     u"The data type % cannot be used as an operand to the UNION, INTERSECT or EXCEPT operators "
+     u"because it is not comparable."},
+    {5373, 16, 1,
+     u"All the input parameters should be of the same type. Supported types are tinyint, smallint, "
+     u"int, bigint, decimal and numeric."},
     {5701, 10, 2, u"Changed database context to '%'."},
     {5703, 10, 1, u"Changed language setting to %."},
     {6401, 16, 1, u"Cannot roll back %. No transaction or savepoint of that name was found."},
@@ -544,6 +576,10 @@ constexpr MessageText Table[] = {
      u"is a rare event and only expected for extremely complex queries or queries that reference a "
      u"very large number of tables or partitions. Please simplify the query."},
     {8730, 16, 1, u"Offset parameter for Lag and Lead functions cannot be a negative value."},
+    {8748, 16, 1,
+     u"The enable_ordinal argument for string_split only supports constant values (not variables "
+     u"or "
+     u"columns)."},
     {9806, 16, 1, u"The datepart % is not supported by date function %."},
     {9809, 16, 1, u"The style % is not supported for conversions from % to %."},
     {9810, 16, 1, u"The datepart % is not supported by date function % for data type %."},
@@ -556,6 +592,9 @@ constexpr MessageText Table[] = {
     {9829, 16, 1,
      u"STRING_AGG aggregation result exceeded the limit of 8000 bytes. Use LOB types "
      u"to avoid result truncation."},
+    {9834, 16, 1,
+     u"Invalid bucket width value passed to date_bucket function. Only positive values are "
+     u"allowed."},
     {10601, 16, 1, u"Cannot specify included columns for a clustered index."},
     {10609, 16, 1, u"Filtered index '%' cannot be created on table '%' because it is clustered."},
     {10704, 15, 1,

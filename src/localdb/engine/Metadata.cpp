@@ -256,6 +256,13 @@ int64_t Metadata::NextRowVersion() {
     return version;
 }
 
+int64_t Metadata::LastRowVersion() {
+    SqliteStatement& row = Cached("SELECT value FROM $q_meta WHERE key = 'row_version'");
+    const int64_t version = row.Step() ? row.Integer(0) : 2000;
+    row.Reset();
+    return version;
+}
+
 int64_t Metadata::AddObject(ObjectInfo object, int64_t parentId) {
     if (Find(object.schema, object.name)) throw SqlError(2714, {object.name});
     if (object.id == 0) object.id = NextObjectId();

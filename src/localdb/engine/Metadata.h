@@ -74,6 +74,8 @@ class Metadata {
 
     // The next number for a rowversion column of this database.
     int64_t NextRowVersion();
+    // The last that was given, 2000 before the first.
+    int64_t LastRowVersion();
     // A new object's id.
     int64_t NextObjectId();
 

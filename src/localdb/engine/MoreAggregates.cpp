@@ -7,6 +7,7 @@
 #include "localdb/engine/Collation.h"
 #include "localdb/engine/FunctionGuard.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SurrogatePairs.h"
 #include "localdb/engine/TypeTable.h"
 #include "localdb/engine/Utf8.h"
 
@@ -116,13 +117,13 @@ int CompareNumbers(sqlite3_value* a, sqlite3_value* b) {
 }
 
 // Two values of one type in storage form; null comes first.
-int CompareKeys(sqlite3_value* a, sqlite3_value* b) {
+int CompareKeys(sqlite3_value* a, sqlite3_value* b, TextOrder textOrder) {
     const bool nullA = sqlite3_value_type(a) == SQLITE_NULL;
     const bool nullB = sqlite3_value_type(b) == SQLITE_NULL;
     if (nullA || nullB) return static_cast<int>(nullB) - static_cast<int>(nullA);
     switch (sqlite3_value_type(a)) {
         case SQLITE_TEXT:
-            return Collation::Compare(TextOf(a), TextOf(b));
+            return Collation::Compare(TextOf(a), TextOf(b), textOrder);
         case SQLITE_BLOB: {
             const int sizeA = sqlite3_value_bytes(a), sizeB = sqlite3_value_bytes(b);
             const auto size = static_cast<size_t>(std::min(sizeA, sizeB));
@@ -140,16 +141,17 @@ struct Joined {
         std::vector<KeptValue> keys;
     };
     SqlType type;
-    std::string directions;  // 'a' or 'd' for each key
+    std::string directions;  // for each key 'a' or 'd' and the digit of its order of texts
     std::vector<Part> parts;
     size_t bytes = 0;
 
     static constexpr size_t MaxBytes = 256 * 1024 * 1024;
 
     bool Before(const Part& a, const Part& b) const {
-        for (size_t i = 0; i < directions.size(); ++i) {
-            const int order = CompareKeys(a.keys[i].get(), b.keys[i].get());
-            if (order != 0) return (order < 0) == (directions[i] == 'a');
+        for (size_t i = 0; 2 * i + 1 < directions.size(); ++i) {
+            const auto textOrder = static_cast<TextOrder>(directions[2 * i + 1] - '0');
+            const int order = CompareKeys(a.keys[i].get(), b.keys[i].get(), textOrder);
+            if (order != 0) return (order < 0) == (directions[2 * i] == 'a');
         }
         return false;
     }
@@ -183,6 +185,7 @@ void ReturnJoined(sqlite3_context* context) {
             if (i > 0) text += joined->parts[i].separator;
             text += joined->parts[i].text;
         }
+        text = JoinPairs(std::move(text));
         const int length = joined->type.length;
         if (length != SqlType::Max && Utf16Length(text) > static_cast<size_t>(length)) {
             throw SqlError(9829);

@@ -82,6 +82,7 @@ void QueryBinder::BindItems(const tsql::Query& query) {
     }
     for (const BoundPtr& item : result_->items) {
         if (result_->grouped) CheckGrouped(*item, 8120);
+        if (result_->distinct) TypeRules::CheckComparable(item->type, 421);
     }
 }
 
@@ -102,8 +103,26 @@ void QueryBinder::AddColumn(const SourceColumn& column) {
     result_->items.push_back(std::move(node));
 }
 
+namespace {
+
+// Raises SqlError 451 where a text's own columns leave its collation open.
+void CheckResolved(const BoundExpression& value, const tsql::Expression& tree, size_t column) {
+    if (ClassOf(value.type) != TypeClass::Text || !value.Collates().IsUnresolved()) return;
+    QString operation = QStringLiteral("add");
+    if (tree.kind == tsql::ExpressionKind::Case) operation = QStringLiteral("CASE");
+    if (tree.kind == tsql::ExpressionKind::Function) {
+        operation = static_cast<const tsql::Function&>(tree).name.toLower();
+    }
+    const Collating& collating = value.Collates();
+    throw SqlError(451, {NameOf(collating.id), NameOf(collating.other), operation,
+                         QStringLiteral("SELECT"), QString::number(column)});
+}
+
+}  // namespace
+
 void QueryBinder::AddItem(const tsql::SelectItem& item) {
     BoundPtr value = ItemBinder(true).Value(*item.expression);
+    CheckResolved(*value, *item.expression, result_->items.size() + 1);
     Column column;
     column.name = item.alias;
     column.type = value->type;

@@ -6,6 +6,8 @@
 
 namespace quarv::localdb::engine {
 
+struct ChangedSource;
+
 class QueryBinder {
   public:
     // `outer` is the scope of the query around this one, or nothing.
@@ -21,6 +23,9 @@ class QueryBinder {
 
     // FROM, WHERE and TOP alone, `target` in front of the sources where it is not among them.
     std::unique_ptr<BoundQuery> BindRows(const tsql::Query& query, const tsql::NamedTable* target);
+    // The source of BindRows, or of a layer's query, that leads to the table which a statement
+    // changes; borrowed. In ChangedSource.cpp.
+    void SetChanged(ChangedSource& changed, size_t layer);
     // The names of the query that was bound last.
     const Scope& Names() const { return scope_; }
     // The tables of WITH, which names mean from now on. In CommonTables.cpp.
@@ -46,6 +51,8 @@ class QueryBinder {
 
     void BindFrom(const tsql::Query& query);
     std::unique_ptr<BoundSource> BindSource(const tsql::TableSource& source);
+    std::unique_ptr<BoundSource> BindChanged(const tsql::TableSource& source);
+    std::unique_ptr<BoundSource> BindLayer(const tsql::TableSource& source);
     std::unique_ptr<BoundSource> BindTable(const tsql::NamedTable& table);
     std::unique_ptr<BoundSource> BindStored(const Metadata& metadata, const TableInfo& info,
                                             const tsql::NamedTable& table);
@@ -59,6 +66,11 @@ class QueryBinder {
     std::unique_ptr<BoundSource> BindDerived(const tsql::DerivedTable& table, const Scope* around);
     std::unique_ptr<BoundQuery> BindRowsOfValues(const tsql::DerivedTable& table,
                                                  const Scope* around);
+    // In TableFunctions.cpp.
+    std::unique_ptr<BoundSource> BindFunctionTable(const tsql::DerivedTable& table,
+                                                   const Scope* around);
+    static void BindSplit(std::vector<BoundPtr> arguments, BoundSource& bound, Source& source);
+    static void BindSeries(std::vector<BoundPtr> arguments, BoundSource& bound, Source& source);
     std::unique_ptr<BoundSource> BindJoin(const tsql::Join& join);
     void AddQuerySource(const BoundQuery& query, const std::vector<QString>& names,
                         const tsql::NamedTable* table, const QString& alias,
@@ -84,6 +96,9 @@ class QueryBinder {
     // Where GROUP BY has several sets: the one that this query is bound for.
     const std::vector<size_t>* set_ = nullptr;
     GroupingState grouping_;
+    ChangedSource* changed_ = nullptr;  // or nothing
+    size_t layer_ = 0;
+    const tsql::TableSource* target_ = nullptr;  // the source that `changed_` is about
 };
 
 }  // namespace quarv::localdb::engine

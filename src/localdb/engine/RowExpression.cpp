@@ -1,5 +1,7 @@
 #include "localdb/engine/RowExpression.h"
 
+#include <algorithm>
+
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/VariableTable.h"
 #include "localdb/tsql/BatchParser.h"
@@ -26,12 +28,10 @@ Source ColumnsOf(const TableInfo& table, bool computedToo) {
     return source;
 }
 
-bool IsVolatile(const BoundExpression& node) {
-    if (dynamic_cast<const BoundSystemValue*>(&node)) return true;
-    for (const BoundPtr& part : node.parts) {
-        if (IsVolatile(*part)) return true;
-    }
-    return false;
+bool IsSteady(const BoundExpression& node) {
+    return node.IsDeterministic() &&
+           std::all_of(node.parts.begin(), node.parts.end(),
+                       [](const BoundPtr& part) { return IsSteady(*part); });
 }
 
 }  // namespace
@@ -91,7 +91,7 @@ bool RowExpression::IsNullable() const {
 }
 
 bool RowExpression::IsDeterministic() const {
-    return !IsVolatile(*root_);
+    return IsSteady(*root_);
 }
 
 void RowExpression::ConvertTo(const SqlType& type) {

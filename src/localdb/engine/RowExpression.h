@@ -25,6 +25,7 @@ class RowExpression {
     SqlValue Evaluate(const std::vector<OwnedValue>& row);
 
     const SqlType& Type() const { return root_->type; }
+    CollationId Collation() const { return root_->Collates().id; }
     bool IsNullable() const;
     // False where it may differ from one moment to the next.
     bool IsDeterministic() const;

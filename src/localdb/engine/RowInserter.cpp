@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "localdb/engine/BoundQuery.h"
+#include "localdb/engine/ChangedSource.h"
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/OutputRows.h"
 #include "localdb/engine/QueryBinder.h"
@@ -248,6 +249,7 @@ void RowInserter::Insert(std::vector<OwnedValue>& row) {
     }
     checks_.Complete(row);
     checks_.Check(row);
+    if (view_) view_->Check(row, frame_);
     for (size_t i = 0; i < row.size(); ++i) {
         const ColumnInfo& column = table_.columns[i];
         if (!column.stored) continue;

@@ -10,6 +10,7 @@
 
 namespace quarv::localdb::engine {
 
+struct ChangedSource;
 class OutputRows;
 class RowSpool;
 
@@ -22,6 +23,8 @@ class RowInserter {
 
     // Where rows that were put in are told of; borrowed.
     void SetOutput(OutputRows* output) { output_ = output; }
+    // The view that the rows are put in through; borrowed.
+    void SetView(const ChangedSource* view) { view_ = view; }
     // At most so many rows are put in.
     void SetLimit(int64_t rows) { limit_ = rows; }
 
@@ -71,6 +74,7 @@ class RowInserter {
     int64_t count_ = 0;
     std::optional<int64_t> limit_;
     OutputRows* output_ = nullptr;
+    const ChangedSource* view_ = nullptr;
 };
 
 }  // namespace quarv::localdb::engine

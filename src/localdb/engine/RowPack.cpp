@@ -219,6 +219,24 @@ const sqlite3_module& Module() {
 
 }  // namespace
 
+void RowPacker::Append(int type, int64_t number) {
+    char bytes[sizeof number];
+    std::memcpy(bytes, &number, sizeof bytes);
+    bytes_ += static_cast<char>(type);
+    bytes_.append(bytes, sizeof bytes);
+}
+
+void RowPacker::Add(std::string_view text) {
+    if (bytes_.size() + text.size() > MaxBytes) throw SqlError(8623);
+    Append(SQLITE_TEXT, static_cast<int64_t>(text.size()));
+    bytes_ += text;
+}
+
+void RowPacker::Add(int64_t integer) {
+    if (bytes_.size() > MaxBytes) throw SqlError(8623);
+    Append(SQLITE_INTEGER, integer);
+}
+
 void RegisterRowPack(Store& store) {
     sqlite3* handle = store.Handle();
     sqlite3_create_function_v2(handle, "q_pack", -1, SQLITE_UTF8 | SQLITE_DIRECTONLY, &store,

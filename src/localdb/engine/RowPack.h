@@ -3,9 +3,28 @@
 // "c2", ...: so the storage joins with a query that depends on the row.
 #pragma once
 
+#include <cstdint>
+#include <string>
+#include <string_view>
+
 namespace quarv::localdb::engine {
 
 class Store;
+
+// Makes packed rows value by value.
+class RowPacker {
+  public:
+    explicit RowPacker(int columns) : bytes_(1, static_cast<char>(columns)) {}
+    // Raise SqlError 8623 where the rows grow too many.
+    void Add(std::string_view text);
+    void Add(int64_t integer);
+    const std::string& Bytes() const { return bytes_; }
+
+  private:
+    void Append(int type, int64_t number);
+
+    std::string bytes_;
+};
 
 void RegisterRowPack(Store& store);
 

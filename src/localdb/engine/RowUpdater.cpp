@@ -74,8 +74,12 @@ RowUpdater::RowUpdater(Frame& frame, BindContext& context, const tsql::Update& u
         if (table_.columns[i].type.kind == TypeKind::RowVersion) targets_.push_back({i, Stamped});
     }
     moves_ = ChangesKey();
-    const bool whole = moves_ || update.output || checks_.NeedsRows();
+    const bool whole =
+        moves_ || update.output || checks_.NeedsRows() || !query_.Changed().checks.empty();
     for (size_t i = 0; whole && i < table_.columns.size(); ++i) old_.push_back(query_.AddOld(i));
+    if (update.output && !query_.IsTable()) {
+        throw SqlError(40517, {QStringLiteral("OUTPUT of a view")}, update.line);
+    }
     if (update.output) BindOutput(*update.output);
 }
 
@@ -87,7 +91,7 @@ void RowUpdater::BindOutput(const tsql::OutputClause& clause) {
 }
 
 size_t RowUpdater::FindColumn(const tsql::ObjectName& name) const {
-    const ColumnInfo* column = table_.FindColumn(name.name);
+    const ColumnInfo* column = query_.FindColumn(name.name);
     const bool qualified = !name.schema.isEmpty();
     if (qualified && !SameName(name.schema, query_.TargetSource().name)) {
         throw SqlError(4104, {name.ToText()}, name.line);
@@ -109,7 +113,7 @@ BoundPtr RowUpdater::BindValue(const tsql::Update::Assignment& assignment,
     if (assignment.sign == 0) return value;
     BoundPtr old;
     if (column) {
-        const SourceColumn& source = query_.TargetSource().columns[*column];
+        const SourceColumn& source = query_.BaseColumn(*column);
         old = std::make_unique<BoundColumn>(source.sql, source.name, source.type);
         old->nullable = source.nullable;
     } else {
@@ -126,7 +130,7 @@ BoundPtr RowUpdater::AssignTo(const QString& variable, BoundPtr value) {
 }
 
 BoundPtr RowUpdater::ForEachRow(BoundPtr value) const {
-    const SourceColumn& column = query_.TargetSource().columns.front();
+    const SourceColumn& column = query_.BaseColumn(0);
     return std::make_unique<BoundPerRow>(
         std::move(value), std::make_unique<BoundColumn>(column.sql, column.name, column.type));
 }
@@ -184,6 +188,7 @@ void RowUpdater::ReadRow(const SqliteStatement& rows) {
         checks_.Complete(row_);
         checks_.Check(row_);
     }
+    query_.Changed().Check(row_, frame_);
     if (!output_) return;
     for (size_t i = 0; i < others_.size(); ++i) other_[i] = read(others_[i]);
     output_->Add(&row_, &before_, other_);

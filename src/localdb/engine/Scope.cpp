@@ -11,6 +11,7 @@ std::unique_ptr<BoundColumn> SourceColumn::Bind() const {
     auto node = std::make_unique<BoundColumn>(sql, name, type);
     node->nullable = nullable;
     node->identity = identity;
+    node->collation = collation;
     node->computed = computed;
     return node;
 }

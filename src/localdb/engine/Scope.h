@@ -16,6 +16,7 @@ struct SourceColumn {
     bool nullable = true;
     bool identity = false;
     std::string sql;  // "s1.c2"
+    CollationId collation = CollationId::Server;
     // Of a computed column that has no place in the storage: what it stands for.
     std::shared_ptr<const BoundExpression> computed = nullptr;
 

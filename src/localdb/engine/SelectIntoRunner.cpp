@@ -29,6 +29,9 @@ void AddColumns(TableInfo& table, const BoundQuery& query,
                 const std::optional<IdentityInfo>& inherited) {
     int identities = 0;
     for (const Column& column : query.columns) identities += column.identity ? 1 : 0;
+    for (const BoundPtr& item : query.items) {
+        if (ClassOf(item->type) == TypeClass::Text) RequireServerCollation(item->Collates().id);
+    }
     for (const Column& source : query.columns) {
         if (source.name.isEmpty()) throw SqlError(1038);
         if (table.FindColumn(source.name)) {

@@ -57,6 +57,7 @@ void QueryBinder::BindFrom(const tsql::Query& query) {
 
 std::unique_ptr<BoundSource> QueryBinder::BindSource(const tsql::TableSource& source) {
     try {
+        if (&source == target_) return BindChanged(source);
         switch (source.kind) {
             case tsql::TableSourceKind::Table:
                 return BindTable(static_cast<const tsql::NamedTable&>(source));
@@ -156,7 +157,8 @@ void QueryBinder::AddQuerySource(const BoundQuery& query, const std::vector<QStr
             if (SameName(other.name, name)) throw SqlError(8156, {name, source.name});
         }
         source.columns.push_back({name, column.type, column.nullable, false,
-                                  storageAlias + ".c" + std::to_string(i + 1)});
+                                  storageAlias + ".c" + std::to_string(i + 1),
+                                  query.items[i]->Collates().id});
     }
     scope_.Add(std::move(source), !table || !table->alias.isEmpty());
 }
@@ -176,6 +178,7 @@ std::unique_ptr<BoundSource> QueryBinder::BindView(const ObjectInfo& view, Metad
 
 std::unique_ptr<BoundSource> QueryBinder::BindDerived(const tsql::DerivedTable& table,
                                                       const Scope* around) {
+    if (table.function) return BindFunctionTable(table, around);
     auto bound = std::make_unique<BoundSource>();
     QueryBinder binder(context_, around);
     bound->query =

@@ -44,8 +44,12 @@ void SqlWriter::Expression(const BoundExpression& expression) {
 }
 
 void SqlWriter::Collated(const BoundExpression& expression) {
+    Collated(expression, expression.Order());
+}
+
+void SqlWriter::Collated(const BoundExpression& expression, TextOrder order) {
     Expression(expression);
-    const char* collation = StorageCollation(expression.type);
+    const char* collation = StorageCollation(expression.type, order);
     if (collation) Text(std::string(" COLLATE ") + collation);
 }
 
@@ -66,7 +70,7 @@ void SqlWriter::AddLeaf(const BoundExpression& leaf, Program& program,
 
 void SqlWriter::CollectLeaves(const BoundExpression& node, Program& program,
                               std::vector<std::string>& arguments) {
-    if (node.IsLeaf()) {
+    if (node.IsLeaf() || node.IsOncePerQuery()) {
         AddLeaf(node, program, arguments);
         return;
     }

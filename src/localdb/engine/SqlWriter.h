@@ -36,6 +36,7 @@ class SqlWriter {
     void Expression(const BoundExpression& expression);
     // As Expression, compared by the collation where it is text.
     void Collated(const BoundExpression& expression);
+    void Collated(const BoundExpression& expression, TextOrder order);
     void Value(const SqlValue& value, const SqlType& type);
     // A call that evaluates the tree.
     void Call(const BoundExpression& root);

@@ -2,11 +2,16 @@
 
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/SqlWriter.h"
+#include "localdb/engine/TypeTable.h"
 
 namespace quarv::localdb::engine {
 
 BoundSubquery::BoundSubquery(std::unique_ptr<BoundQuery> query) : SubqueryNode(std::move(query)) {
     type = query_->items.front()->type;
+}
+
+Collating BoundSubquery::FoldCollations() const {
+    return query_->items.front()->Collates();
 }
 
 void BoundSubquery::Write(SqlWriter& writer) const {
@@ -31,10 +36,19 @@ BoundInQuery::BoundInQuery(BoundPtr operand, std::unique_ptr<BoundQuery> query)
     BoundPtr& item = query_->items.front();
     ExpressionBinder::Unify(operand, item);
     parts.push_back(std::move(operand));
+    CheckCollation(Collates(), u"equal to", true);
+}
+
+Collating BoundInQuery::FoldCollations() const {
+    if (ClassOf(parts[0]->type) != TypeClass::Text) return {};
+    Collating folded = parts[0]->Collates();
+    folded.Meet(query_->items.front()->Collates());
+    folded.Settle();
+    return folded;
 }
 
 void BoundInQuery::Write(SqlWriter& writer) const {
-    writer.Collated(*parts[0]);
+    writer.Collated(*parts[0], Order());
     writer.Text(" IN (");
     query_->Write(writer);
     writer.Text(")");

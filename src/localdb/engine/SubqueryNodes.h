@@ -29,6 +29,9 @@ class BoundSubquery : public SubqueryNode<BoundExpression> {
   public:
     explicit BoundSubquery(std::unique_ptr<BoundQuery> query);
     void Write(SqlWriter& writer) const override;
+
+  protected:
+    Collating FoldCollations() const override;
 };
 
 class BoundExists : public SubqueryNode<BoundCondition> {
@@ -42,6 +45,9 @@ class BoundInQuery : public SubqueryNode<BoundCondition> {
   public:
     BoundInQuery(BoundPtr operand, std::unique_ptr<BoundQuery> query);
     void Write(SqlWriter& writer) const override;
+
+  protected:
+    Collating FoldCollations() const override;
 };
 
 // operand sign ANY (query), or ALL. Its part compares the operand with the query's column.

@@ -14,7 +14,7 @@ struct Entry {
     SystemValue what;
 };
 
-constexpr std::array<Entry, 17> Table = {{{u"@@version", SystemValue::Version},
+constexpr std::array<Entry, 18> Table = {{{u"@@version", SystemValue::Version},
                                           {u"@@spid", SystemValue::Spid},
                                           {u"@@rowcount", SystemValue::RowCount},
                                           {u"@@error", SystemValue::Error},
@@ -30,7 +30,8 @@ constexpr std::array<Entry, 17> Table = {{{u"@@version", SystemValue::Version},
                                           {u"@@datefirst", SystemValue::DateFirst},
                                           {u"@@options", SystemValue::Options},
                                           {u"@@procid", SystemValue::ProcId},
-                                          {u"@@langid", SystemValue::LanguageId}}};
+                                          {u"@@langid", SystemValue::LanguageId},
+                                          {u"@@dbts", SystemValue::LastRowVersion}}};
 
 SqlType TypeOf(SystemValue what) {
     switch (what) {
@@ -61,6 +62,8 @@ SqlType TypeOf(SystemValue what) {
         case SystemValue::MaxPrecision:
         case SystemValue::DateFirst:
             return MakeType(TypeKind::TinyInt);
+        case SystemValue::LastRowVersion:
+            return MakeType(TypeKind::VarBinary, 8);
         case SystemValue::Now:
         case SystemValue::UtcNow:
             return MakeType(TypeKind::DateTime);

@@ -3,11 +3,13 @@
 #include <algorithm>
 
 #include "localdb/engine/AliasTypes.h"
+#include "localdb/engine/CollationNames.h"
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/ForeignKeyBuilder.h"
 #include "localdb/engine/RowExpression.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TypeRules.h"
+#include "localdb/engine/TypeTable.h"
 #include "localdb/tsql/ExpressionText.h"
 #include "localdb/tsql/SyntaxError.h"
 
@@ -30,6 +32,14 @@ void CheckVersion(const TableInfo& table, const tsql::ColumnDefinition& definiti
     if (definition.defaultValue) {
         throw SqlError(1755, {QStringLiteral("timestamp"), name, definition.name}, definition.line);
     }
+}
+
+void CheckCollationOf(const SqlType& type, const tsql::ColumnDefinition& definition) {
+    if (definition.collation.isEmpty()) return;
+    if (ClassOf(type) != TypeClass::Text || type.kind == TypeKind::Xml) {
+        throw SqlError(447, {type.Name()}, definition.line);
+    }
+    RequireServerCollation(FindCollation(definition.collation));
 }
 
 }  // namespace
@@ -121,6 +131,7 @@ void TableBuilder::AddColumn(TableInfo& table, const tsql::ColumnDefinition& def
     column.isSysname = declared.isSysname;
     column.userType = declared.userType;
     column.userTypeName = declared.name;
+    CheckCollationOf(column.type, definition);
     const bool version = column.type.kind == TypeKind::RowVersion;
     if (version) CheckVersion(table, definition);
     const bool notNullBySelf = definition.identity || !declared.nullable || version;
@@ -145,6 +156,7 @@ void TableBuilder::AddComputed(TableInfo& table, const tsql::ColumnDefinition& d
     ColumnInfo column = NewColumn(table, definition, definition_);
     RowExpression value(frame_, table, *definition.computed, RowExpression::Kind::Value);
     column.type = value.Type();
+    if (ClassOf(column.type) == TypeClass::Text) RequireServerCollation(value.Collation());
     column.computedText = TextOf(*definition.computed, definition.computedSource, false);
     column.nullable = value.IsNullable() && definition.nullability != tsql::Nullability::NotNull;
     column.persisted = definition.persisted;

@@ -7,6 +7,7 @@
 #include "localdb/engine/Collation.h"
 #include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SurrogatePairs.h"
 #include "localdb/engine/TypeRules.h"
 #include "localdb/engine/Utf8.h"
 
@@ -17,7 +18,7 @@ namespace {
 // Null where the start lies outside the text; a null replacement only deletes.
 SqlValue Stuff(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
     if (a[0].IsNull() || a[1].IsNull() || a[2].IsNull()) return {};
-    const std::string_view text = a[0].text;
+    const std::string_view text = SplitPairs(a[0].text, *evaluation.arena);
     const auto characters = static_cast<int64_t>(CharacterCount(text));
     const int64_t start = a[1].integer, length = a[2].integer;
     if (start < 1 || start > characters || length < 0) return {};
@@ -40,7 +41,7 @@ BoundPtr BindStuff(Arguments arguments) {
 }
 
 SqlValue Reverse(const BoundCall&, const SqlValue* a, const Evaluation& evaluation) {
-    const std::string_view text = a[0].text;
+    const std::string_view text = SplitPairs(a[0].text, *evaluation.arena);
     char* out = evaluation.arena->Allocate(text.size());
     size_t place = text.size();
     for (size_t at = 0; at < text.size();) {
@@ -49,7 +50,7 @@ SqlValue Reverse(const BoundCall&, const SqlValue* a, const Evaluation& evaluati
         place -= at - from;
         text.copy(out + place, at - from, from);
     }
-    return SqlValue::Text({out, text.size()});
+    return SqlValue::Text(JoinPairs({out, text.size()}, *evaluation.arena));
 }
 
 BoundPtr BindReverse(Arguments arguments) {
@@ -59,10 +60,11 @@ BoundPtr BindReverse(Arguments arguments) {
 }
 
 // The character of `to` that stands where `code` stands in `from`, the first of several.
-std::string_view Translated(char32_t code, std::string_view from, std::string_view to) {
+std::string_view Translated(char32_t code, std::string_view from, std::string_view to,
+                            TextOrder order) {
     size_t target = 0;
     for (size_t at = 0; at < from.size();) {
-        const bool same = Collation::SameCharacter(NextCodePoint(from, at), code);
+        const bool same = Collation::SameCharacter(NextCodePoint(from, at), code, order);
         const size_t begin = target;
         NextCodePoint(to, target);
         if (same) return to.substr(begin, target - begin);
@@ -71,12 +73,16 @@ std::string_view Translated(char32_t code, std::string_view from, std::string_vi
 }
 
 SqlValue Translate(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
-    const std::string_view text = a[0].text;
-    if (CharacterCount(a[1].text) != CharacterCount(a[2].text)) throw SqlError(9828);
+    TextArena& arena = *evaluation.arena;
+    const std::string_view text = SplitPairs(a[0].text, arena);
+    const std::string_view signs = SplitPairs(a[1].text, arena);
+    const std::string_view others = SplitPairs(a[2].text, arena);
+    if (CharacterCount(signs) != CharacterCount(others)) throw SqlError(9828);
     std::string result;
     for (size_t at = 0; at < text.size();) {
         const size_t from = at;
-        const std::string_view other = Translated(NextCodePoint(text, at), a[1].text, a[2].text);
+        const std::string_view other =
+            Translated(NextCodePoint(text, at), signs, others, call.Order());
         result += other.empty() ? text.substr(from, at - from) : other;
     }
     return FitResult(call, evaluation.arena->Keep(result), evaluation);
@@ -205,27 +211,27 @@ BoundPtr BindStringEscape(Arguments arguments) {
     return MakeCall(StringEscape, all, std::move(arguments));
 }
 
-bool Contains(std::string_view characters, char32_t code) {
+bool Contains(std::string_view characters, char32_t code, TextOrder order) {
     for (size_t at = 0; at < characters.size();) {
-        if (Collation::SameCharacter(NextCodePoint(characters, at), code)) return true;
+        if (Collation::SameCharacter(NextCodePoint(characters, at), code, order)) return true;
     }
     return false;
 }
 
-std::string_view TrimmedLeft(std::string_view text, std::string_view characters) {
+std::string_view TrimmedLeft(std::string_view text, std::string_view characters, TextOrder order) {
     size_t begin = 0;
-    for (size_t at = 0; at < text.size() && Contains(characters, NextCodePoint(text, at));) {
+    for (size_t at = 0; at < text.size() && Contains(characters, NextCodePoint(text, at), order);) {
         begin = at;
     }
     return text.substr(begin);
 }
 
-std::string_view TrimmedRight(std::string_view text, std::string_view characters) {
+std::string_view TrimmedRight(std::string_view text, std::string_view characters, TextOrder order) {
     while (!text.empty()) {
         size_t last = text.size() - 1;
         while (last > 0 && (static_cast<unsigned char>(text[last]) & 0xC0) == 0x80) --last;
         size_t at = last;
-        if (!Contains(characters, NextCodePoint(text, at))) return text;
+        if (!Contains(characters, NextCodePoint(text, at), order)) return text;
         text.remove_suffix(text.size() - last);
     }
     return text;
@@ -236,8 +242,8 @@ template <bool Left, bool Right>
 SqlValue Trim(const BoundCall& call, const SqlValue* a, const Evaluation&) {
     const std::string_view characters = call.parts.size() > 1 ? a[1].text : std::string_view(" ");
     std::string_view text = a[0].text;
-    if (Left) text = TrimmedLeft(text, characters);
-    if (Right) text = TrimmedRight(text, characters);
+    if (Left) text = TrimmedLeft(text, characters, call.Order());
+    if (Right) text = TrimmedRight(text, characters, call.Order());
     return SqlValue::Text(text);
 }
 

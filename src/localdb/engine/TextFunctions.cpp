@@ -5,6 +5,7 @@
 #include "localdb/engine/Collation.h"
 #include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/SurrogatePairs.h"
 #include "localdb/engine/TypeRules.h"
 #include "localdb/engine/Utf8.h"
 
@@ -31,7 +32,7 @@ BoundPtr BindTextAndNumbers(Arguments arguments) {
 
 SqlValue Len(const BoundCall&, const SqlValue* a, const Evaluation&) {
     const std::string_view text = WithoutTrailingBlanks(a[0].text);
-    return SqlValue::Integer(static_cast<int64_t>(CharacterCount(text)));
+    return SqlValue::Integer(static_cast<int64_t>(Utf16Length(text)));
 }
 
 BoundPtr BindLen(Arguments arguments) {
@@ -80,50 +81,83 @@ char32_t ToLower(char32_t code) {
     return QChar::toLower(code);
 }
 
-SqlValue Left(const BoundCall&, const SqlValue* a, const Evaluation&) {
+// A part of a text that was split; what of it are pairs is joined again.
+SqlValue Part(std::string_view text, size_t begin, size_t end, const Evaluation& evaluation) {
+    return SqlValue::Text(JoinPairs(text.substr(begin, end - begin), *evaluation.arena));
+}
+
+SqlValue Left(const BoundCall&, const SqlValue* a, const Evaluation& evaluation) {
     if (a[1].integer < 0) throw SqlError(537);
-    const size_t end = BytesOfCharacters(a[0].text, static_cast<size_t>(a[1].integer));
-    return SqlValue::Text(a[0].text.substr(0, end));
+    const std::string_view text = SplitPairs(a[0].text, *evaluation.arena);
+    const size_t end = BytesOfCharacters(text, static_cast<size_t>(a[1].integer));
+    return Part(text, 0, end, evaluation);
 }
 
-SqlValue Right(const BoundCall&, const SqlValue* a, const Evaluation&) {
+SqlValue Right(const BoundCall&, const SqlValue* a, const Evaluation& evaluation) {
     if (a[1].integer < 0) throw SqlError(536, {QStringLiteral("RIGHT")});
-    const size_t all = CharacterCount(a[0].text);
+    const std::string_view text = SplitPairs(a[0].text, *evaluation.arena);
+    const size_t all = CharacterCount(text);
     const auto wanted = static_cast<size_t>(a[1].integer);
-    const size_t begin = wanted >= all ? 0 : BytesOfCharacters(a[0].text, all - wanted);
-    return SqlValue::Text(a[0].text.substr(begin));
+    const size_t begin = wanted >= all ? 0 : BytesOfCharacters(text, all - wanted);
+    return Part(text, begin, text.size(), evaluation);
 }
 
-SqlValue Substring(const BoundCall&, const SqlValue* a, const Evaluation&) {
+SqlValue Substring(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
     if (a[2].integer < 0) throw SqlError(537);
     // A start before the text takes from the length.
-    const auto characters = static_cast<Int128>(CharacterCount(a[0].text));
+    const bool bytes = ClassOf(call.type) == TypeClass::Binary;
+    const std::string_view text = bytes ? a[0].text : SplitPairs(a[0].text, *evaluation.arena);
+    const auto characters = static_cast<Int128>(bytes ? text.size() : CharacterCount(text));
     const Int128 begin = std::max<Int128>(a[1].integer, 1) - 1;
     const Int128 end = std::min(Int128{a[1].integer} - 1 + a[2].integer, characters);
-    if (end <= begin) return SqlValue::Text({});
-    const size_t first = BytesOfCharacters(a[0].text, static_cast<size_t>(begin));
-    const size_t last = BytesOfCharacters(a[0].text, static_cast<size_t>(end));
-    return SqlValue::Text(a[0].text.substr(first, last - first));
+    if (end <= begin) return bytes ? SqlValue::Bytes({}) : SqlValue::Text({});
+    const auto from = static_cast<size_t>(begin), to = static_cast<size_t>(end);
+    if (bytes) return SqlValue::Bytes(text.substr(from, to - from));
+    return Part(text, BytesOfCharacters(text, from), BytesOfCharacters(text, to), evaluation);
+}
+
+// Bytes give bytes; what is no text becomes one.
+BoundPtr BindSubstring(Arguments arguments) {
+    SqlType type = arguments[0]->type;
+    if (ClassOf(type) == TypeClass::Binary) {
+        if (!arguments[0]->untypedNull) type.kind = TypeKind::VarBinary;
+        if (type.length == 0) type.length = ByteLength(arguments[0]->type);
+    } else {
+        arguments[0] = AsText(std::move(arguments[0]));
+        type = Varying(arguments[0]->type);
+    }
+    // The old long types give what an expression of theirs can be.
+    if (IsOldLong(arguments[0]->type.kind)) {
+        const TypeKind old = arguments[0]->type.kind;
+        type = MakeType(old == TypeKind::Image  ? TypeKind::VarBinary
+                        : old == TypeKind::Text ? TypeKind::VarChar
+                                                : TypeKind::NVarChar,
+                        old == TypeKind::NText ? 4000 : 8000);
+    }
+    for (size_t i = 1; i < arguments.size(); ++i) arguments[i] = AsInteger(std::move(arguments[i]));
+    return MakeCall(Substring, type, std::move(arguments));
 }
 
 // The bytes at `at` that are equal to `wanted` by the collation; 0 where they are not.
-size_t MatchAt(std::string_view text, size_t at, std::string_view wanted) {
+size_t MatchAt(std::string_view text, size_t at, std::string_view wanted, TextOrder order) {
     size_t place = at;
     for (size_t i = 0; i < wanted.size();) {
         if (place >= text.size()) return 0;
-        if (!Collation::SameCharacter(NextCodePoint(text, place), NextCodePoint(wanted, i)))
+        if (!Collation::SameCharacter(NextCodePoint(text, place), NextCodePoint(wanted, i), order))
             return 0;
     }
     return place - at;
 }
 
-SqlValue CharIndex(const BoundCall& call, const SqlValue* a, const Evaluation&) {
-    const std::string_view wanted = a[0].text, text = a[1].text;
+SqlValue CharIndex(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
+    const std::string_view wanted = SplitPairs(a[0].text, *evaluation.arena);
+    const std::string_view text = SplitPairs(a[1].text, *evaluation.arena);
     const int64_t start = call.parts.size() > 2 ? std::max<int64_t>(a[2].integer, 1) : 1;
     if (wanted.empty()) return SqlValue::Integer(0);
     int64_t position = 1;
     for (size_t at = 0; at < text.size(); ++position) {
-        if (position >= start && MatchAt(text, at, wanted) > 0) return SqlValue::Integer(position);
+        if (position >= start && MatchAt(text, at, wanted, call.Order()) > 0)
+            return SqlValue::Integer(position);
         NextCodePoint(text, at);
     }
     return SqlValue::Integer(0);
@@ -138,11 +172,12 @@ BoundPtr BindCharIndex(Arguments arguments) {
 }
 
 SqlValue Replace(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
-    const std::string_view text = a[0].text, wanted = a[1].text;
-    if (wanted.empty()) return a[0];
+    if (a[1].text.empty()) return a[0];
+    const std::string_view text = SplitPairs(a[0].text, *evaluation.arena);
+    const std::string_view wanted = SplitPairs(a[1].text, *evaluation.arena);
     std::string result;
     for (size_t at = 0; at < text.size();) {
-        if (const size_t found = MatchAt(text, at, wanted)) {
+        if (const size_t found = MatchAt(text, at, wanted, call.Order())) {
             result += a[2].text;
             at += found;
         } else {
@@ -235,7 +270,8 @@ SqlValue NumberOfFirst(const BoundCall&, const SqlValue* a, const Evaluation&) {
     size_t at = 0;
     if (a[0].text.empty()) return {};
     const char32_t code = NextCodePoint(a[0].text, at);
-    return SqlValue::Integer(Ascii ? ToCodePage(code) : code);
+    if (Ascii) return SqlValue::Integer(ToCodePage(code));
+    return SqlValue::Integer(code < 0x10000 ? code : QChar::highSurrogate(code));
 }
 
 template <bool Ascii>
@@ -267,7 +303,7 @@ std::span<const FunctionEntry> TextFunctions() {
         {u"lower", 1, 1, BindSameText<MapCase<ToLower>>},
         {u"left", 2, 2, BindTextAndNumbers<Left>},
         {u"right", 2, 2, BindTextAndNumbers<Right>},
-        {u"substring", 3, 3, BindTextAndNumbers<Substring>},
+        {u"substring", 3, 3, BindSubstring},
         {u"charindex", 2, 3, BindCharIndex},
         {u"replace", 3, 3, BindReplace},
         {u"replicate", 2, 2, BindReplicate},

@@ -4,6 +4,7 @@
 #include "localdb/engine/DecimalMath.h"
 #include "localdb/engine/FunctionTools.h"
 #include "localdb/engine/LikeMatcher.h"
+#include "localdb/engine/SurrogatePairs.h"
 #include "localdb/engine/TextNumber.h"
 #include "localdb/engine/Utf8.h"
 
@@ -25,8 +26,8 @@ size_t EndOfPart(std::string_view pattern) {
 
 // The character, counted from 1, where `pattern` begins to match; 0 where it does not. Without a
 // "%" in front it matches at the first character or nowhere.
-int64_t PlaceOf(std::string_view text, std::string_view pattern) {
-    if (!MatchesLike(text, pattern)) return 0;
+int64_t PlaceOf(std::string_view text, std::string_view pattern, TextOrder order) {
+    if (!MatchesLike(text, pattern, 0, order)) return 0;
     if (pattern.empty() || pattern.front() != '%') return 1;
     while (!pattern.empty() && pattern.front() == '%') pattern.remove_prefix(1);
     const size_t end = EndOfPart(pattern);
@@ -35,15 +36,17 @@ int64_t PlaceOf(std::string_view text, std::string_view pattern) {
     if (end < pattern.size()) part += '%';
     int64_t place = 1;
     for (size_t at = 0; at < text.size(); ++place) {
-        if (MatchesLike(text.substr(at), part)) return place;
+        if (MatchesLike(text.substr(at), part, 0, order)) return place;
         NextCodePoint(text, at);
     }
     // A pattern of nothing but "%" matches an empty text too.
     return pattern.empty() ? 1 : place;
 }
 
-SqlValue PatIndex(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    return SqlValue::Integer(PlaceOf(a[1].text, a[0].text));
+SqlValue PatIndex(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
+    const std::string_view text = SplitPairs(a[1].text, *evaluation.arena);
+    const std::string_view pattern = SplitPairs(a[0].text, *evaluation.arena);
+    return SqlValue::Integer(PlaceOf(text, pattern, call.Order()));
 }
 
 BoundPtr BindPatIndex(Arguments arguments) {

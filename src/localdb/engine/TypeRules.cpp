@@ -235,6 +235,10 @@ void TypeRules::CheckComparison(const char16_t* sign, const SqlType& a, const Sq
     }
 }
 
+void TypeRules::CheckComparable(const SqlType& type, int number) {
+    if (type.kind == TypeKind::Xml || IsOldLong(type.kind)) throw SqlError(number, {type.Name()});
+}
+
 void TypeRules::CheckOrder(const SqlType& type) {
     if (type.kind == TypeKind::Xml) throw SqlError(305);
     if (IsOldLong(type.kind)) throw SqlError(306);

@@ -18,6 +18,8 @@ class TypeRules {
     // `sign` as messages call it: "equal to". Raises SqlError 305 or 402 for what has no order.
     static void CheckComparison(const char16_t* sign, const SqlType& a, const SqlType& b);
     // For ORDER BY, GROUP BY and the like. Raises SqlError 305 or 306.
+    // Raises SqlError `number` with the type's name for what cannot be compared at all.
+    static void CheckComparable(const SqlType& type, int number);
     static void CheckOrder(const SqlType& type);
     // A decimal as wide as an integer or money kind needs.
     static SqlType AsDecimal(const SqlType& type);

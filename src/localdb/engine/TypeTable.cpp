@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "localdb/engine/CollationNames.h"
 #include "localdb/engine/SqlError.h"
 
 namespace quarv::localdb::engine {
@@ -88,8 +89,8 @@ bool IsRefusedType(const QString& name) {
     });
 }
 
-const char* StorageCollation(const SqlType& type) {
-    if (ClassOf(type) == C::Text) return "tsql";
+const char* StorageCollation(const SqlType& type, TextOrder order) {
+    if (ClassOf(type) == C::Text) return StorageName(order);
     return type.kind == K::DateTimeOffset ? "tsql_offset" : nullptr;
 }
 

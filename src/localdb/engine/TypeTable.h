@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "localdb/engine/SqlType.h"
+#include "localdb/engine/TextOrder.h"
 
 namespace quarv::localdb::engine {
 
@@ -40,8 +41,9 @@ inline TypeClass ClassOf(const SqlType& type) {
 std::optional<TypeKind> FindTypeKind(const QString& name);
 // A type that SQL Server has and this server refuses: sql_variant, hierarchyid, ...
 bool IsRefusedType(const QString& name);
-// The collation that the storage compares the type's values with; null where bytes or numbers do.
-const char* StorageCollation(const SqlType& type);
+// The collation that the storage compares the type's values with, `order` being that of texts; null
+// where bytes or numbers do.
+const char* StorageCollation(const SqlType& type, TextOrder order = TextOrder::CaseInsensitive);
 
 // The type in 64 bits, stable on disk: number, precision, scale, length + 1.
 int64_t PackType(const SqlType& type);

@@ -8,7 +8,8 @@ void RunUpdate(const tsql::Statement& statement, Frame& frame, ResultSink& sink)
     const auto& node = static_cast<const tsql::Update&>(statement);
     SessionState& session = frame.Session();
     BindContext context = frame.NewContext();
-    const tsql::ObjectName& target = ChangeQuery::TargetName(node.target, node.rows);
+    const tsql::ObjectName target =
+        ChangeQuery::TargetName(node.target, node.rows, context, QStringLiteral("UPDATE"));
     Transactions::Writing writing(session.transactions, context.MetadataFor(target).Prefix());
     RowUpdater updater(frame, context, node);
     updater.Run(sink);

@@ -130,6 +130,10 @@ void BoundWindowFunction::Write(SqlWriter& writer) const {
     over.Write(writer, parts);
 }
 
+Collating BoundWindowFunction::FoldCollations() const {
+    return engine::FoldCollations(std::span<const BoundPtr>(parts).first(arguments_));
+}
+
 std::string BoundWindowFunction::Detail() const {
     return name_ + ('/' + over.Detail());
 }

@@ -35,6 +35,9 @@ class BoundWindowFunction : public BoundExpression {
 
     BoundOver over;
 
+  protected:
+    Collating FoldCollations() const override;
+
   private:
     const char* name_;
     size_t arguments_;

@@ -22,7 +22,11 @@ StatementPtr ParseCreateView(TokenReader& reader) {
     if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("CREATE VIEW ... WITH"));
     reader.ExpectWord(u"as");
     view->query = ParseViewQuery(reader);
-    if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("WITH CHECK OPTION"));
+    view->checkOption = reader.TryWord(u"with");
+    if (view->checkOption) {
+        reader.ExpectWord(u"check");
+        reader.ExpectWord(u"option");
+    }
     while (reader.TrySign(u";")) {
     }
     if (!reader.AtEnd()) reader.Fail();

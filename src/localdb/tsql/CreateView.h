@@ -1,4 +1,5 @@
-// CreateView: CREATE VIEW name [(columns)] AS query. Keeps its source letter for letter.
+// CreateView: CREATE VIEW name [(columns)] AS query [WITH CHECK OPTION]. Keeps its source letter
+// for letter.
 #pragma once
 
 #include "localdb/tsql/Query.h"
@@ -11,6 +12,7 @@ struct CreateView : Statement {
     ObjectName name;
     std::vector<QString> columns;  // empty: the query's own names
     std::unique_ptr<Query> query;
+    bool checkOption = false;
     QString source;  // the whole batch, as it was sent
 };
 

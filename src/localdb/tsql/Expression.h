@@ -25,6 +25,7 @@ enum class ExpressionKind : uint8_t {
     Case,
     Function,
     Subquery,
+    Collate,
     Comparison,
     Junction,
     Not,
@@ -129,6 +130,12 @@ struct Subquery : Expression {
     Subquery();
     ~Subquery() override;
     std::unique_ptr<Query> query;
+};
+
+struct Collate : Expression {
+    Collate() : Expression(ExpressionKind::Collate) {}
+    ExpressionPtr operand;
+    QString collation;  // as written
 };
 
 enum class ComparisonSign : uint8_t { Equal, NotEqual, Less, LessOrEqual, Greater, GreaterOrEqual };

@@ -19,7 +19,7 @@ ExpressionPtr Finish(TokenReader& reader, std::unique_ptr<Function> node) {
     return Finish(reader, std::move(node), {});
 }
 
-ExpressionPtr ParsePrimary(TokenReader& reader);
+ExpressionPtr ParseOperand(TokenReader& reader);
 
 ExpressionPtr ParseSigned(TokenReader& reader) {
     for (const char16_t sign : {u'-', u'+', u'~'}) {
@@ -32,7 +32,7 @@ ExpressionPtr ParseSigned(TokenReader& reader) {
         const Expression* operand = node->operand.get();
         return Finish(reader, std::move(node), {operand});
     }
-    return ParsePrimary(reader);
+    return ParseOperand(reader);
 }
 
 // Reads `(sign next)*` behind `left` for the signs of one level of precedence.
@@ -204,6 +204,26 @@ ExpressionPtr ParsePrimary(TokenReader& reader) {
     return node;
 }
 
+// COLLATE binds closer than any sign.
+ExpressionPtr ContinueOperand(TokenReader& reader, ExpressionPtr operand) {
+    while (reader.AtWord(u"collate")) {
+        auto node = Make<Collate>(reader.Line());
+        reader.Take();
+        node->collation = reader.ExpectName();
+        node->operand = std::move(operand);
+        const Expression* part = node->operand.get();
+        operand = Finish(reader, std::move(node), {part});
+    }
+    if (reader.AtWord(u"at") && reader.AtWord(u"time", 1) && reader.AtWord(u"zone", 2)) {
+        reader.Unsupported(QStringLiteral("AT TIME ZONE"));
+    }
+    return operand;
+}
+
+ExpressionPtr ParseOperand(TokenReader& reader) {
+    return ContinueOperand(reader, ParsePrimary(reader));
+}
+
 LiteralKind LiteralKindOf(TokenKind kind) {
     switch (kind) {
         case TokenKind::Integer:
@@ -238,6 +258,7 @@ ExpressionPtr TryLiteral(TokenReader& reader) {
 }
 
 ExpressionPtr ContinueExpression(TokenReader& reader, ExpressionPtr left) {
+    left = ContinueOperand(reader, std::move(left));
     return ContinueSum(reader, ContinueProduct(reader, std::move(left)));
 }
 

@@ -180,6 +180,10 @@ QString Text(const Expression& expression) {
             return CastText(static_cast<const Cast&>(expression));
         case ExpressionKind::Function:
             return FunctionText(static_cast<const Function&>(expression));
+        case ExpressionKind::Collate: {
+            const auto& node = static_cast<const Collate&>(expression);
+            return Text(*node.operand) + QStringLiteral(" collate ") + node.collation;
+        }
         case ExpressionKind::Column:
             return Bracketed(static_cast<const ColumnName&>(expression).name.name);
         case ExpressionKind::Case:

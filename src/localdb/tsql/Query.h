@@ -39,10 +39,14 @@ struct NamedTable : TableSource {
 struct DerivedTable : TableSource {
     DerivedTable() : TableSource(TableSourceKind::Derived) {}
     std::unique_ptr<Query> query;      // or
-    std::vector<ExpressionList> rows;  // VALUES (...), (...)
-    QString alias;
+    std::vector<ExpressionList> rows;  // VALUES (...), (...); or
+    std::unique_ptr<Function> function;
+    QString alias;                 // a function may have none
     std::vector<QString> columns;  // empty: the query's own names
 };
+
+// Whether the function's rows can be a source of a query.
+bool IsTableFunction(const ObjectName& name);
 
 // The right side of an apply may name the columns of its left side.
 enum class JoinKind : uint8_t { Inner, Left, Right, Full, Cross, CrossApply, OuterApply };

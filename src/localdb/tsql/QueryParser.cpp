@@ -111,6 +111,21 @@ TableSourcePtr ParseDerived(TokenReader& reader) {
     table->alias = ParseAlias(reader, false);
     if (table->alias.isEmpty()) reader.Fail();
     table->columns = ParseColumnNames(reader);
+    RefuseWord(reader, {u"pivot", u"unpivot", u"tablesample"});
+    return table;
+}
+
+TableSourcePtr ParseFunctionTable(TokenReader& reader, const ObjectName& name) {
+    auto table = std::make_unique<DerivedTable>();
+    table->line = name.line;
+    table->function = Make<Function>(name.line);
+    table->function->name = name.name;
+    reader.ExpectSign(u"(");
+    TokenReader::Nesting nesting(reader);
+    if (!reader.AtSign(u")")) table->function->arguments = ParseList(reader);
+    reader.ExpectSign(u")");
+    table->alias = ParseAlias(reader, false);
+    if (!table->alias.isEmpty()) table->columns = ParseColumnNames(reader);
     return table;
 }
 
@@ -120,7 +135,12 @@ TableSourcePtr ParseTable(TokenReader& reader) {
     table->line = reader.Line();
     table->name = ParseTableName(reader);
     if (reader.AtSign(u"(") && !reader.AtWord(u"nolock", 1)) {
-        reader.Unsupported(QStringLiteral("table-valued function"));
+        if (IsTableFunction(table->name)) return ParseFunctionTable(reader, table->name);
+        const QString name = table->name.schema.isEmpty() ? table->name.name.toUpper() : QString();
+        const bool known = name == u"OPENJSON" || name == u"OPENROWSET" || name == u"OPENQUERY" ||
+                           name == u"OPENXML" || name == u"CONTAINSTABLE" ||
+                           name == u"FREETEXTTABLE";
+        reader.Unsupported(known ? name : QStringLiteral("table-valued function"));
     }
     table->alias = ParseAlias(reader, false);
     SkipTableHints(reader);
@@ -193,6 +213,12 @@ TableSourcePtr ParseJoined(TokenReader& reader) {
 }
 
 }  // namespace
+
+bool IsTableFunction(const ObjectName& name) {
+    if (!name.schema.isEmpty() || !name.database.isEmpty() || name.isVariable) return false;
+    return name.name.compare(u"string_split", Qt::CaseInsensitive) == 0 ||
+           name.name.compare(u"generate_series", Qt::CaseInsensitive) == 0;
+}
 
 SelectItem ParseSelectItem(TokenReader& reader) {
     return ParseItem(reader);

@@ -64,7 +64,8 @@ void RefuseColumnOptions(TokenReader& reader) {
 
 // One option behind a column's type; false where none follows.
 bool TryColumnOption(TokenReader& reader, TableElements& elements, ColumnDefinition& column) {
-    if (TryNullability(reader, column.nullability) || TryCollation(reader)) return true;
+    if (TryNullability(reader, column.nullability) || TryCollation(reader, column.collation))
+        return true;
     if (reader.TryWord(u"identity")) {
         ParseIdentity(reader, column);
         return true;
@@ -168,14 +169,9 @@ bool TryNullability(TokenReader& reader, Nullability& nullability) {
     return true;
 }
 
-bool TryCollation(TokenReader& reader) {
-    if (!reader.AtWord(u"collate")) return false;
-    const Token& name = reader.Peek(1);
-    const bool own = name.text.compare(u"SQL_Latin1_General_CP1_CI_AS", Qt::CaseInsensitive) == 0 ||
-                     name.text.compare(u"database_default", Qt::CaseInsensitive) == 0;
-    if (!own) reader.Unsupported(QStringLiteral("COLLATE ") + name.text);
-    reader.Take();
-    reader.Take();
+bool TryCollation(TokenReader& reader, QString& collation) {
+    if (!reader.TryWord(u"collate")) return false;
+    collation = reader.ExpectName();
     return true;
 }
 

@@ -26,6 +26,7 @@ struct ColumnDefinition {
     QString computedSource;                   // as written
     bool persisted = false;
     bool rowGuid = false;
+    QString collation;  // as written; empty: none
     int line = 0;
 };
 
@@ -81,8 +82,8 @@ void ParseTableElement(TokenReader& reader, TableElements& elements);
 void ParseAddedElement(TokenReader& reader, TableElements& elements);
 // NULL, NOT NULL or nothing.
 bool TryNullability(TokenReader& reader, Nullability& nullability);
-// COLLATE with the server's own collation is read over; raises SyntaxError for any other.
-bool TryCollation(TokenReader& reader);
+// COLLATE and its name, or nothing.
+bool TryCollation(TokenReader& reader, QString& collation);
 
 // In TableConstraints.cpp. PRIMARY KEY, UNIQUE, CHECK or FOREIGN KEY, named or not; with `column`,
 // what stands behind that column, else the table's own. False where none follows.

@@ -36,9 +36,46 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"Σ", "σ", 0}, Row{"ж", "Ж", 0}, Row{"z", "ж", -1}, Row{"😀", "😁", -1},
                     Row{"a", "😀", -1}, Row{"a\tb", "a b", -1}));
 
+struct OrderedRow {
+    TextOrder order;
+    const char* a;
+    const char* b;
+    int sign;
+};
+
+class CollationOrderOf : public testing::TestWithParam<OrderedRow> {};
+
+TEST_P(CollationOrderOf, IsKeptBothWays) {
+    const OrderedRow& row = GetParam();
+    EXPECT_EQ(SignOf(Collation::Compare(row.a, row.b, row.order)), row.sign);
+    EXPECT_EQ(SignOf(Collation::Compare(row.b, row.a, row.order)), -row.sign);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, CollationOrderOf,
+                         testing::Values(OrderedRow{TextOrder::LowerFirst, "a", "A", -1},
+                                         OrderedRow{TextOrder::LowerFirst, "A", "b", -1},
+                                         OrderedRow{TextOrder::LowerFirst, "Ab", "aé", 1},
+                                         OrderedRow{TextOrder::UpperFirst, "a", "A", 1},
+                                         OrderedRow{TextOrder::UpperFirst, "a", "a ", 0},
+                                         OrderedRow{TextOrder::Letters, "É", "e", 0},
+                                         OrderedRow{TextOrder::Letters, "e", "f", -1},
+                                         OrderedRow{TextOrder::LettersAndCase, "é", "e", 0},
+                                         OrderedRow{TextOrder::LettersAndCase, "e", "E", -1},
+                                         OrderedRow{TextOrder::CodePage, "a", "B", 1},
+                                         OrderedRow{TextOrder::CodePage, "€", "¡", -1},
+                                         OrderedRow{TextOrder::CodePage, "a", "a  ", 0},
+                                         OrderedRow{TextOrder::CodePoints, "€", "¡", 1},
+                                         OrderedRow{TextOrder::CodePoints, "a", "a\t", 1},
+                                         OrderedRow{TextOrder::CodePoints, "\uFFFD", "😀", -1},
+                                         OrderedRow{TextOrder::UnitBytes, "Ā", "b", 1},
+                                         OrderedRow{TextOrder::UnitBytes, "aĀ", "ab", -1}));
+
 TEST(Collation, SurvivesBytesThatAreNoUtf8) {
     EXPECT_EQ(Collation::Compare("\xFF\xC3", "\xFF\xC3"), 0);
     EXPECT_NE(Collation::Compare("\xF0\x9F", "a"), 0);
+    for (int order = 0; order < TextOrderCount; ++order) {
+        EXPECT_EQ(Collation::Compare("\xFF\xC3", "\xFF\xC3", static_cast<TextOrder>(order)), 0);
+    }
 }
 
 }  // namespace quarv::localdb::engine

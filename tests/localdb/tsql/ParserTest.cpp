@@ -68,7 +68,11 @@ INSTANTIATE_TEST_SUITE_P(
         BadRow{u"begin try select 1 end\nend", 156, 2, u"end"}, BadRow{u"goto", 102, 1, u"goto"},
         BadRow{u"select:", 102, 1, u":"}, BadRow{u"raiserror('a', 16, 1, )", 102, 1, u")"},
         BadRow{u"throw 50001, 'a'", 102, 1, u"a"}, BadRow{u"waitfor delay 5", 102, 1, u"5"},
-        BadRow{u"set nocount", 102, 1, u"nocount"}, BadRow{u"declare @t table", 102, 1, u"table"}));
+        BadRow{u"set nocount", 102, 1, u"nocount"}, BadRow{u"declare @t table", 102, 1, u"table"},
+        BadRow{u"select 'a' collate", 102, 1, u"collate"},
+        BadRow{u"select a\nat time zone 'x'", 40517, 2, u"AT TIME ZONE"},
+        BadRow{u"select * from openjson('x')", 40517, 1, u"OPENJSON"},
+        BadRow{u"select * from string_split('a', )", 102, 1, u")"}));
 
 TEST(Parser, AnEmptyBatchHasNoStatements) {
     EXPECT_TRUE(ParseBatch(QString()).empty());
