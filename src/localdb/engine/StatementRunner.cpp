@@ -4,6 +4,7 @@
 #include <array>
 
 #include "localdb/engine/Conversion.h"
+#include "localdb/engine/ErrorSummary.h"
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/TableBuilder.h"
 #include "localdb/engine/TypeTable.h"
@@ -30,7 +31,10 @@ Runner FindRunner(StatementType type) {
         StatementType type;
         Runner run;
     };
-    static constexpr std::array<Entry, 13> Table = {{
+    static constexpr std::array<Entry, 16> Table = {{
+        {StatementType::AlterDatabase, RunAlterDatabase},
+        {StatementType::AlterIndex, RunAlterIndex},
+        {StatementType::AlterTable, RunAlterTable},
         {StatementType::CreateDatabase, RunCreateDatabase},
         {StatementType::CreateIndex, RunCreateIndex},
         {StatementType::CreateProcedure, RunCreateProcedure},
@@ -137,10 +141,13 @@ Flow StatementRunner::RunOne(const tsql::Statement& statement) {
         if (!keeps) session.error = 0;
         return flow;
     } catch (const SqlError& error) {
+        for (const Message& cause : ErrorSummary::CausesOf(error)) {
+            Report(SqlError(cause), statement.line);
+        }
         Report(error, statement.line);
         if (IsConstraintFailure(error.Number())) Report(SqlError(1750), statement.line);
         session.transactions.CheckLost(sink_);
-        if (ChangesRows(statement)) {
+        if (ChangesRows(statement) || ErrorSummary::EndsStatement(error)) {
             Report(SqlError(3621), statement.line);
             session.error = error.Number();
         }

@@ -47,6 +47,9 @@ class StatementRunner {
 };
 
 // The runners of the kinds, each raising SqlError. They send rows and StatementDone themselves.
+void RunAlterDatabase(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunAlterIndex(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunAlterTable(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunSelect(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunDelete(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunInsert(const tsql::Statement& statement, Frame& frame, ResultSink& sink);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "localdb/tsql/Alter.h"
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/CreateDatabase.h"
 #include "localdb/tsql/CreateIndex.h"
@@ -33,6 +34,7 @@ struct Entry {
 };
 
 StatementPtr ParseCreate(TokenReader& reader) {
+    if (reader.AtWord(u"or", 1)) return ParseCreateOrAlter(reader);
     static constexpr std::array<Entry, 9> Table = {{{u"database", ParseCreateDatabase},
                                                     {u"table", ParseCreateTable},
                                                     {u"view", ParseCreateView},
@@ -79,22 +81,26 @@ StatementPtr ParseWithTables(TokenReader& reader) {
     return statement;
 }
 
-constexpr std::array<Entry, 23> Statements = {
-    {{u"begin", ParseBegin},       {u"break", ParseLoopJump}, {u"commit", ParseTransaction},
-     {u"continue", ParseLoopJump}, {u"create", ParseCreate},  {u"declare", ParseDeclare},
-     {u"delete", ParseDelete},     {u"drop", ParseDrop},      {u"exec", ParseExecute},
-     {u"execute", ParseExecute},   {u"if", ParseIf},          {u"insert", ParseInsert},
-     {u"print", ParsePrint},       {u"return", ParseReturn},  {u"rollback", ParseTransaction},
-     {u"save", ParseTransaction},  {u"select", ParseSelect},  {u"set", ParseSet},
-     {u"truncate", ParseTruncate}, {u"update", ParseUpdate},  {u"use", ParseUse},
+constexpr std::array<Entry, 24> Statements = {
+    {{u"alter", ParseAlter},       {u"begin", ParseBegin},
+     {u"break", ParseLoopJump},    {u"commit", ParseTransaction},
+     {u"continue", ParseLoopJump}, {u"create", ParseCreate},
+     {u"declare", ParseDeclare},   {u"delete", ParseDelete},
+     {u"drop", ParseDrop},         {u"exec", ParseExecute},
+     {u"execute", ParseExecute},   {u"if", ParseIf},
+     {u"insert", ParseInsert},     {u"print", ParsePrint},
+     {u"return", ParseReturn},     {u"rollback", ParseTransaction},
+     {u"save", ParseTransaction},  {u"select", ParseSelect},
+     {u"set", ParseSet},           {u"truncate", ParseTruncate},
+     {u"update", ParseUpdate},     {u"use", ParseUse},
      {u"while", ParseWhile},       {u"with", ParseWithTables}}};
 
 // First words of statements that SQL Server has and this server has not.
-constexpr std::array<QStringView, 28> Unknown = {
-    u"alter",  u"backup",  u"bulk",      u"checkpoint", u"close",       u"dbcc",    u"deallocate",
-    u"deny",   u"disable", u"enable",    u"fetch",      u"goto",        u"grant",   u"kill",
-    u"merge",  u"open",    u"raiserror", u"readtext",   u"reconfigure", u"restore", u"revert",
-    u"revoke", u"setuser", u"shutdown",  u"throw",      u"updatetext",  u"waitfor", u"writetext"};
+constexpr std::array<QStringView, 27> Unknown = {
+    u"backup",  u"bulk",      u"checkpoint", u"close",       u"dbcc",    u"deallocate", u"deny",
+    u"disable", u"enable",    u"fetch",      u"goto",        u"grant",   u"kill",       u"merge",
+    u"open",    u"raiserror", u"readtext",   u"reconfigure", u"restore", u"revert",     u"revoke",
+    u"setuser", u"shutdown",  u"throw",      u"updatetext",  u"waitfor", u"writetext"};
 
 Parser FindParser(TokenReader& reader) {
     if (reader.AtSign(u"(") && AtQuery(reader)) return ParseSelect;
