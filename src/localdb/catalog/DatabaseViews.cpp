@@ -30,7 +30,7 @@ void AddDatabaseState(ViewBuilder& view) {
     AddBits(view, {"is_in_standby", "is_cleanly_shutdown", "is_supplemental_logging_enabled"}, "0");
     view.Add(TinyInt("snapshot_isolation_state"), "0")
         .Add(NVarChar("snapshot_isolation_state_desc", 60), "'OFF'");
-    AddBits(view, {"is_read_committed_snapshot_on"}, "0");
+    AddBits(view, {"is_read_committed_snapshot_on"}, "1");
     view.Add(TinyInt("recovery_model"), "3")
         .Add(NVarChar("recovery_model_desc", 60), "'SIMPLE'")
         .Add(TinyInt("page_verify_option"), "2")

@@ -1,4 +1,8 @@
+#include <algorithm>
+
+#include "localdb/engine/ErrorSummary.h"
 #include "localdb/engine/StatementRunner.h"
+#include "localdb/engine/TableChange.h"
 #include "localdb/engine/TableStorage.h"
 #include "localdb/tsql/DropObject.h"
 
@@ -41,6 +45,16 @@ const KindWords& WordsOf(tsql::DropKind kind) {
     RaiseMissing(words, object.name, line);
 }
 
+// A key of another table that refers to it keeps it.
+void DropTable(const ObjectInfo& object, Store& store, Metadata& metadata) {
+    TableInfo table = metadata.LoadTable(object);
+    metadata.LoadConstraints(table);
+    for (const ForeignKeyInfo& key : table.references) {
+        if (!key.IsWithinTable()) throw SqlError(3726, {object.name});
+    }
+    TableStorage(store, metadata).Drop(table);
+}
+
 void DropSchemaObject(const tsql::DropObject& node, const tsql::ObjectName& name, Frame& frame) {
     const KindWords& words = WordsOf(node.kind);
     SessionState& session = frame.Session();
@@ -53,36 +67,55 @@ void DropSchemaObject(const tsql::DropObject& node, const tsql::ObjectName& name
         RaiseMissing(words, name.ToText(), name.line);
     }
     if (object->type != QStringView(words.type)) RaiseOtherKind(words, *object, name.line);
-    if (node.kind == tsql::DropKind::Table) {
-        TableStorage(session.store, metadata).Drop(metadata.LoadTable(*object));
-    }
+    if (node.kind == tsql::DropKind::Table) DropTable(*object, session.store, metadata);
     metadata.RemoveObject(object->id);
     writing.Commit();
+}
+
+// Raises SqlError 3723 where a constraint rests on the index.
+void CheckIndexIsFree(const TableInfo& table, const IndexInfo& index, const QString& full,
+                      int line) {
+    if (index.constraintId != 0) {
+        const QString kind =
+            index.primary ? QStringLiteral("PRIMARY KEY") : QStringLiteral("UNIQUE KEY");
+        throw SqlError(3723, {full, kind}, line);
+    }
+    for (const ForeignKeyInfo& key : table.references) {
+        if (key.keyIndex != index.id) continue;
+        throw SqlError(3723, {full, QStringLiteral("FOREIGN KEY")}, line);
+    }
 }
 
 void DropIndex(const tsql::DropObject& node, const tsql::DropObject::Target& target, Frame& frame) {
     const KindWords& words = WordsOf(node.kind);
     SessionState& session = frame.Session();
     const QString full = target.table.ToText() + u'.' + target.name.name;
+    const int line = target.name.line;
     BindContext context = frame.NewContext();
     Metadata metadata = context.MetadataFor(target.table);
     Transactions::Writing writing(session.transactions, metadata.Prefix());
     const std::optional<ObjectInfo> object = metadata.Find(target.table.schema, target.table.name);
-    if (!object || object->type != u"U") RaiseMissing(words, full, target.name.line);
-    const TableInfo table = metadata.LoadTable(*object);
-    for (const IndexInfo& index : table.indexes) {
-        if (!SameName(index.name, target.name.name)) continue;
-        if (index.constraintId != 0) {
-            const QString kind =
-                index.primary ? QStringLiteral("PRIMARY KEY") : QStringLiteral("UNIQUE KEY");
-            throw SqlError(3723, {full, kind}, target.name.line);
-        }
-        TableStorage(session.store, metadata).DropIndex(table, index);
-        metadata.RemoveIndex(table.object.id, index.id);
-        writing.Commit();
-        return;
+    TableInfo table;
+    if (object && object->type == u"U") table = metadata.LoadTable(*object);
+    const auto found = std::find_if(
+        table.indexes.begin(), table.indexes.end(),
+        [&target](const IndexInfo& index) { return SameName(index.name, target.name.name); });
+    if (found == table.indexes.end()) {
+        if (node.ifExists) return;
+        RaiseMissing(words, full, line);
     }
-    if (!node.ifExists) RaiseMissing(words, full, target.name.line);
+    metadata.LoadConstraints(table);
+    CheckIndexIsFree(table, *found, full, line);
+    if (found->storageKey) {
+        TableInfo after = table;
+        std::erase_if(after.indexes, [&found](const auto& other) { return other.id == found->id; });
+        TableChange(frame, metadata, table).Rebuild(after);
+    } else {
+        TableStorage(session.store, metadata).DropIndex(table, *found);
+    }
+    metadata.RemoveIndex(table.object.id, found->id);
+    metadata.Touch(table.object.id);
+    writing.Commit();
 }
 
 void DropDatabase(const tsql::DropObject& node, const tsql::ObjectName& name, Frame& frame) {
@@ -95,19 +128,41 @@ void DropDatabase(const tsql::DropObject& node, const tsql::ObjectName& name, Fr
     session.databases.Drop(name.name);
 }
 
+void DropTarget(const tsql::DropObject& node, const tsql::DropObject::Target& target,
+                Frame& frame) {
+    switch (node.kind) {
+        case tsql::DropKind::Index:
+            DropIndex(node, target, frame);
+            break;
+        case tsql::DropKind::Database:
+            DropDatabase(node, target.name, frame);
+            break;
+        default:
+            DropSchemaObject(node, target.name, frame);
+    }
+}
+
+// One object that cannot go keeps none of the others.
+bool ConcernsOneTarget(int number) {
+    return number == 3701 || number == 3705 || number == 3723 || number == 3726;
+}
+
 }  // namespace
 
 void RunDrop(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
     const auto& node = static_cast<const tsql::DropObject&>(statement);
+    std::optional<ErrorSummary> failed;
     for (const tsql::DropObject::Target& target : node.targets) {
-        if (node.kind == tsql::DropKind::Index) {
-            DropIndex(node, target, frame);
-        } else if (node.kind == tsql::DropKind::Database) {
-            DropDatabase(node, target.name, frame);
-        } else {
-            DropSchemaObject(node, target.name, frame);
+        try {
+            DropTarget(node, target, frame);
+        } catch (const SqlError& error) {
+            if (!ConcernsOneTarget(error.Number())) throw;
+            ErrorSummary summary(error);
+            if (failed) summary.After(*failed);
+            failed.emplace(summary);
         }
     }
+    if (failed) throw *failed;
     sink.StatementDone(StatementKind::Other, -1, false);
 }
 

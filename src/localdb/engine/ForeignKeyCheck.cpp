@@ -1,6 +1,6 @@
 #include "localdb/engine/ForeignKeyCheck.h"
 
-#include "localdb/engine/SqlError.h"
+#include "localdb/engine/ConstraintConflict.h"
 
 namespace quarv::localdb::engine {
 
@@ -63,20 +63,7 @@ bool ForeignKeyCheck::IsThere(const Row& key) {
 }
 
 void ForeignKeyCheck::Raise() {
-    const std::optional<ObjectInfo> object = metadata_.Find(key_.referencedTable);
-    if (!object) throw SqlError(945, {metadata_.Database().name});
-    const TableInfo referenced = metadata_.LoadTable(*object);
-    QString column;
-    if (key_.columns.size() == 1) {
-        column =
-            QStringLiteral(", column '%1'")
-                .arg(referenced.columns[referenced.PlaceOf(key_.columns[0].referencedId)].name);
-    }
-    throw SqlError(
-        547, {statement_,
-              key_.IsWithinTable() ? QStringLiteral("FOREIGN KEY SAME TABLE")
-                                   : QStringLiteral("FOREIGN KEY"),
-              key_.name, metadata_.Database().name, object->schema + u'.' + object->name, column});
+    throw ForeignKeyConflict(statement_, key_, metadata_);
 }
 
 }  // namespace quarv::localdb::engine

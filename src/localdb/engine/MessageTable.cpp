@@ -335,6 +335,7 @@ constexpr MessageText Table[] = {
     {1919, 16, 1,
      u"Column '%' in table '%' is of a type that is invalid for use as a key column in an index."},
     {2209, 16, 1, u"%: Syntax error near '%'"},
+    {2010, 16, 1, u"Cannot perform alter on '%' because it is an incompatible object type."},
     {2601, 14, 1,
      u"Cannot insert duplicate key row in object '%' with unique index '%'. The duplicate key "
      u"value is (%)."},
@@ -352,6 +353,7 @@ constexpr MessageText Table[] = {
     {2716, 16, 1,
      u"Column, parameter, or variable #%: Cannot specify a column width on data type %."},
     {2717, 15, 2, u"The size (%) given to the % '%' exceeds the maximum allowed (%)."},
+    {2727, 11, 1, u"Cannot find index '%'."},
     {2729, 16, 1,
      u"Column '%' in table '%' cannot be used in an index or statistics or as a partition key "
      u"because it is non-deterministic."},
@@ -487,6 +489,7 @@ constexpr MessageText Table[] = {
     {4902, 16, 1,
      u"Cannot find the object \"%\" because it does not exist or you do not have permissions."},
     {4909, 16, 1, u"Cannot alter '%' because it is not a table."},
+    {4916, 16, 0, u"Could not enable or disable the constraint. See previous errors."},
     {4917, 16, 0, u"Constraint '%' does not exist."},
     {4922, 16, 9, u"% % failed because one or more objects access this column."},
     {4923, 16, 1,
@@ -496,10 +499,15 @@ constexpr MessageText Table[] = {
     {4925, 16, 1,
      u"ALTER TABLE ALTER COLUMN ADD ROWGUIDCOL failed because a column already exists in table "
      u"'%' with ROWGUIDCOL property."},
+    {4927, 16, 1, u"Cannot alter column '%' to be data type timestamp."},
     {4928, 16, 1, u"Cannot alter column '%' because it is '%'."},
     {4936, 16, 1,
      u"Computed column '%' in table '%' cannot be persisted because the column is "
      u"non-deterministic."},
+    {5011, 14, 5,
+     u"User does not have permission to alter database '%', the database does not exist, or the "
+     u"database is not in a state that allows access checks."},
+    {5069, 16, 1, u"ALTER DATABASE statement failed."},
     {5074, 16, 1, u"The % '%' is dependent on %."},
     {5308, 16, 1,
      u"Windowed functions, aggregates and NEXT VALUE FOR functions do not support "
@@ -554,6 +562,7 @@ constexpr MessageText Table[] = {
     {8143, 16, 1, u"Parameter '%' was supplied multiple times."},
     {8144, 16, 2, u"Procedure or function % has too many arguments specified."},
     {8145, 16, 1, u"% is not a parameter for procedure %."},
+    {8147, 16, 1, u"Could not create IDENTITY attribute on nullable column '%', table '%'."},
     {8154, 15, 1, u"The table '%' is ambiguous."},
     {8155, 16, 2, u"No column name was specified for column % of '%'."},
     {8156, 16, 1, u"The column '%' was specified multiple times for '%'."},
@@ -619,10 +628,16 @@ constexpr MessageText Table[] = {
     {10760, 16, 1,
      u"Scale argument is not valid. Valid expressions for data type % scale argument are integer "
      u"constants and integer constant expressions."},
+    {11415, 16, 1,
+     u"Object '%' cannot be disabled or enabled. This action applies only to foreign key and check "
+     u"constraints."},
     {15009, 16, 1,
      u"The object '%' does not exist in database '%' or is invalid for this operation."},
+    {15070, 0, 1, u"Object '%' was successfully marked for recompilation."},
     {15151, 16, 1, u"Cannot % the % '%', because it does not exist or you do not have permission."},
+    {15165, 16, 1, u"Could not find object '%' or you do not have permission."},
     {15197, 16, 1, u"There is no text for object '%'."},
+    {15223, 11, 1, u"Error: The input parameter '%' is not allowed to be null."},
     {15225, 11, 1,
      u"No item by the name of '%' could be found in the current database '%', given that "
      u"@itemtype was input as '%'."},

@@ -52,6 +52,16 @@ class ProcedureCaller {
     int PrepareAndExecute(std::vector<CallArgument>& arguments);
     int ExecutePrepared(std::vector<CallArgument>& arguments);
     int Unprepare(std::vector<CallArgument>& arguments);
+    // The procedures that change the catalogue, in MaintenanceProcedures.cpp.
+    int Rename(std::vector<CallArgument>& arguments);
+    int RefreshView(std::vector<CallArgument>& arguments);
+    int Recompile(std::vector<CallArgument>& arguments);
+    std::vector<QString> TextArguments(const std::vector<Parameter>& parameters,
+                                       const std::vector<CallArgument>& arguments,
+                                       const QString& procedure);
+    void Tell(int number, const QStringList& inserts);
+    // An object of the database that the metadata are of, by a name in one text.
+    static std::optional<ObjectInfo> FindHere(Metadata& metadata, const QString& text);
     int64_t KeepPrepared(std::vector<CallArgument>& arguments);
     // The statement whose handle is the first argument. Raises SqlError 8114 and 8179.
     // The handle that the first argument names. Raises SqlError 8179.

@@ -55,21 +55,23 @@ QString RowChecker::FullName() const {
     return database_ + u'.' + table_.object.schema + u'.' + table_.object.name;
 }
 
-void RowChecker::CheckLength(const ColumnInfo& column, OwnedValue& value) const {
+bool RowChecker::MustFit(const ColumnInfo& column, const SqlValue& value) const {
     const SqlType& type = column.type;
-    const SqlValue view = value.View();
-    const bool text = view.kind == SqlValue::Kind::Text;
-    if (type.length <= 0 || (!text && view.kind != SqlValue::Kind::Bytes)) return;
+    const bool text = value.kind == SqlValue::Kind::Text;
+    if (type.length <= 0 || (!text && value.kind != SqlValue::Kind::Bytes)) return false;
     const auto limit = static_cast<size_t>(type.length);
-    const size_t length = text ? Utf16Length(view.text) : view.text.size();
+    const size_t length = text ? Utf16Length(value.text) : value.text.size();
     // Blanks and zeros beyond the end are dropped; anything else would be lost.
-    const size_t needed =
-        text ? Utf16Length(WithoutTrailingBlanks(view.text)) : view.text.find_last_not_of('\0') + 1;
-    if (needed > limit) throw SqlError(2628, {FullName(), column.name, Shown(view, limit)});
-    if (length == limit || (length < limit && !IsFixedLength(type.kind))) return;
-    TextArena arena;
+    const size_t needed = text ? Utf16Length(WithoutTrailingBlanks(value.text))
+                               : value.text.find_last_not_of('\0') + 1;
+    if (needed > limit) throw SqlError(2628, {FullName(), column.name, Shown(value, limit)});
+    return length > limit || (length < limit && IsFixedLength(type.kind));
+}
+
+SqlValue RowChecker::Resize(const ColumnInfo& column, const SqlValue& value, TextArena& arena) {
+    const bool text = value.kind == SqlValue::Kind::Text;
     const SqlType whole = MakeType(text ? TypeKind::NVarChar : TypeKind::VarBinary, SqlType::Max);
-    value = Conversion::Convert(view, whole, type, Conversion::NoStyle, arena);
+    return Conversion::Convert(value, whole, column.type, Conversion::NoStyle, arena);
 }
 
 void RowChecker::Stamp(Metadata& metadata, const TableInfo& table, std::vector<OwnedValue>& row) {
@@ -82,12 +84,26 @@ void RowChecker::Stamp(Metadata& metadata, const TableInfo& table, std::vector<O
     }
 }
 
+void RowChecker::RaiseNull(const ColumnInfo& column) const {
+    throw SqlError(515, {column.name, FullName(), verb_});
+}
+
 void RowChecker::Check(const ColumnInfo& column, OwnedValue& value) const {
-    if (value.View().IsNull()) {
-        if (column.nullable) return;
-        throw SqlError(515, {column.name, FullName(), verb_});
+    const SqlValue view = value.View();
+    if (view.IsNull()) {
+        if (!column.nullable) RaiseNull(column);
+    } else if (MustFit(column, view)) {
+        TextArena arena;
+        value = Resize(column, view, arena);
     }
-    CheckLength(column, value);
+}
+
+SqlValue RowChecker::Fit(const ColumnInfo& column, const SqlValue& value, TextArena& arena) const {
+    if (value.IsNull()) {
+        if (!column.nullable) RaiseNull(column);
+        return value;
+    }
+    return MustFit(column, value) ? Resize(column, value, arena) : value;
 }
 
 void RowChecker::RaiseDuplicate(const std::string& text, const std::vector<OwnedValue>& row) const {

@@ -23,6 +23,8 @@ class RowChecker {
     static void Stamp(Metadata& metadata, const TableInfo& table, std::vector<OwnedValue>& row);
     // Brings the value to the column's form. Raises SqlError 515 or 2628.
     void Check(const ColumnInfo& column, OwnedValue& value) const;
+    // The value in the column's form, its text where it was or in the arena. Raises likewise.
+    SqlValue Fit(const ColumnInfo& column, const SqlValue& value, TextArena& arena) const;
     // Raises SqlError 2601 or 2627. `text` is the storage's own; `row` has every column.
     [[noreturn]] void RaiseDuplicate(const std::string& text,
                                      const std::vector<OwnedValue>& row) const;
@@ -30,7 +32,10 @@ class RowChecker {
   private:
     // The table as messages name it, with its database.
     QString FullName() const;
-    void CheckLength(const ColumnInfo& column, OwnedValue& value) const;
+    [[noreturn]] void RaiseNull(const ColumnInfo& column) const;
+    // Whether the value has another length than the column gives it. Raises SqlError 2628.
+    bool MustFit(const ColumnInfo& column, const SqlValue& value) const;
+    static SqlValue Resize(const ColumnInfo& column, const SqlValue& value, TextArena& arena);
 
     const QString database_;
     const TableInfo& table_;

@@ -1,8 +1,8 @@
 #include "localdb/engine/RowChecks.h"
 
+#include "localdb/engine/ConstraintConflict.h"
 #include "localdb/engine/ForeignKeyCheck.h"
 #include "localdb/engine/ReferenceCheck.h"
-#include "localdb/engine/SqlError.h"
 
 namespace quarv::localdb::engine {
 
@@ -74,11 +74,7 @@ void RowChecks::Check(const Row& row) {
     for (const std::unique_ptr<CheckRule>& rule : checks_) {
         const SqlValue result = rule->condition.Evaluate(row);
         if (result.IsNull() || result.integer != 0) continue;
-        const ColumnInfo* column = table_.FindColumn(rule->info.columnId);
-        throw SqlError(
-            547, {statement_, QStringLiteral("CHECK"), rule->info.name, metadata_.Database().name,
-                  table_.object.schema + u'.' + table_.object.name,
-                  column ? QStringLiteral(", column '%1'").arg(column->name) : QString()});
+        throw CheckConflict(statement_, rule->info, table_, metadata_);
     }
 }
 

@@ -172,6 +172,11 @@ std::unique_ptr<BoundSource> QueryBinder::BindView(const ObjectInfo& view, Metad
     QueryBinder binder(context_, nullptr);
     bound->query = binder.BindSub(*definition.query);
     bound->alias = context_.NextAlias();
+    // As many columns as it had when it was made or refreshed, whatever its "*" has become.
+    const size_t count = metadata.LoadTable(view).columns.size();
+    std::vector<Column>& columns = bound->query->columns;
+    if (columns.size() < count) throw SqlError(4502, {view.name});
+    columns.resize(count);
     AddQuerySource(*bound->query, definition.columns, &table, {}, bound->alias);
     return bound;
 }

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "localdb/engine/ErrorRules.h"
+#include "localdb/engine/ErrorSummary.h"
 #include "localdb/tsql/BatchParser.h"
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/Declare.h"
@@ -28,6 +29,9 @@ Runner FindRunner(StatementType type) {
         Runner run;
     };
     static constexpr Entry Table[] = {
+        {StatementType::AlterDatabase, RunAlterDatabase},
+        {StatementType::AlterIndex, RunAlterIndex},
+        {StatementType::AlterTable, RunAlterTable},
         {StatementType::CreateDatabase, RunCreateDatabase},
         {StatementType::CreateIndex, RunCreateIndex},
         {StatementType::CreateProcedure, RunCreateProcedure},
@@ -168,7 +172,13 @@ Flow StatementRunner::RunOne(const tsql::Statement& statement) {
     } catch (const Rethrown& error) {
         Fail(error.What(), statement);
     } catch (const SqlError& error) {
-        Fail(Complete(error.What(), statement.line), statement);
+        // A CATCH block would see the last message only.
+        if (frame_.Session().tries == 0) {
+            for (const Message& cause : ErrorSummary::CausesOf(error)) {
+                Send(Complete(cause, statement.line));
+            }
+        }
+        Fail(Complete(error.What(), statement.line), statement, ErrorSummary::EndsStatement(error));
     }
     return Flow::Next;
 }
@@ -206,7 +216,7 @@ void StatementRunner::Settle(const tsql::Statement& statement) {
     }
 }
 
-void StatementRunner::Fail(Message message, const tsql::Statement& statement) {
+void StatementRunner::Fail(Message message, const tsql::Statement& statement, bool terminates) {
     SessionState& session = frame_.Session();
     session.rowCount = 0;
     const int number = message.number;
@@ -217,7 +227,7 @@ void StatementRunner::Fail(Message message, const tsql::Statement& statement) {
     Send(message);
     session.transactions.CheckLost(sink_);
     if (ErrorRules::IsConstraintFailure(number)) Report(SqlError(1750), statement.line);
-    if (WritesRows(statement) && ErrorRules::TerminatesStatement(number)) {
+    if (terminates || (WritesRows(statement) && ErrorRules::TerminatesStatement(number))) {
         Report(SqlError(3621), statement.line);
         session.error = number;
     }

@@ -48,7 +48,8 @@ class StatementRunner {
     Flow RunOne(const tsql::Statement& statement);
     Flow Dispatch(const tsql::Statement& statement);
     void Settle(const tsql::Statement& statement);
-    void Fail(Message message, const tsql::Statement& statement);
+    // `terminates`: message 3621 follows whatever the statement is.
+    void Fail(Message message, const tsql::Statement& statement, bool terminates = false);
     void HandOver(const Message& message, bool compiled, const tsql::Statement& statement);
     void Send(const Message& message);
     Message Complete(Message message, int line) const;
@@ -69,6 +70,9 @@ class StatementRunner {
 };
 
 // The runners of the kinds, each raising SqlError. They send rows and StatementDone themselves.
+void RunAlterDatabase(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunAlterIndex(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunAlterTable(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunSelect(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunDelete(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunInsert(const tsql::Statement& statement, Frame& frame, ResultSink& sink);

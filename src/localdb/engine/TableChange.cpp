@@ -21,7 +21,8 @@ void TableChange::StoreComputed(TableInfo& after) {
     for (const ColumnInfo& column : after.columns) metadata_.UpdateColumn(after.object.id, column);
 }
 
-void TableChange::Rebuild(TableInfo& after) {
+// What a computed column can be computed from.
+Source TableChange::StoredColumns() const {
     Source source;
     source.name = before_.object.name;
     for (const ColumnInfo& column : before_.columns) {
@@ -33,8 +34,12 @@ void TableChange::Rebuild(TableInfo& after) {
         entry.sql = column.StorageName();
         source.columns.push_back(std::move(entry));
     }
+    return source;
+}
+
+void TableChange::Rebuild(TableInfo& after, Values given) {
     Scope scope;
-    scope.Add(std::move(source), false);
+    scope.Add(StoredColumns(), false);
     BindContext context = frame_.NewContext();
     ExpressionBinder binder(context, scope);
     std::vector<BoundPtr> values;
@@ -42,11 +47,14 @@ void TableChange::Rebuild(TableInfo& after) {
     for (const ColumnInfo& column : after.columns) {
         if (!column.stored) continue;
         const ColumnInfo* old = before_.FindColumn(column.id);
+        const auto found = given.find(column.id);
         BoundPtr value;
-        if (column.IsComputed()) {
-            value = binder.Value(*tsql::ParseExpressionText(column.computedText));
-        } else if (old) {
+        if (found != given.end()) {
+            value = std::move(found->second);
+        } else if (old && old->stored) {
             value = std::make_unique<BoundColumn>(old->StorageName(), old->name, old->type);
+        } else if (column.IsComputed()) {
+            value = binder.Value(*tsql::ParseExpressionText(column.computedText));
         } else {
             value = std::make_unique<BoundConstant>(SqlValue(), column.type);
         }

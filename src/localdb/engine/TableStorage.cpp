@@ -107,6 +107,12 @@ void TableStorage::AddColumn(const TableInfo& table, const ColumnInfo& column) {
     store_.Run("ALTER TABLE " + prefix_ + table.StorageName() + " ADD COLUMN " + ColumnSql(column));
 }
 
+void TableStorage::DropColumn(const TableInfo& table, const ColumnInfo& column) {
+    if (!column.stored) return;
+    store_.Run("ALTER TABLE " + prefix_ + table.StorageName() + " DROP COLUMN " +
+               column.StorageName());
+}
+
 std::vector<std::string> TableStorage::RowIdentity(const TableInfo& table) {
     std::vector<std::string> columns;
     if (const IndexInfo* key = table.StorageKey()) {

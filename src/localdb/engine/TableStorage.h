@@ -21,6 +21,8 @@ class TableStorage {
     // they raise and SqlError 1505.
     void Rebuild(const TableInfo& before, TableInfo& after, SqlWriter& expressions);
     void AddColumn(const TableInfo& table, const ColumnInfo& column);
+    // No index or key may be on it.
+    void DropColumn(const TableInfo& table, const ColumnInfo& column);
     // Raises SqlError 1505 where a unique index meets equal rows.
     void CreateIndex(const TableInfo& table, const IndexInfo& index);
     void DropIndex(const TableInfo& table, const IndexInfo& index);

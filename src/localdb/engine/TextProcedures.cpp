@@ -32,12 +32,15 @@ ProcedureCaller::TextProcedure ProcedureCaller::FindTextProcedure(const QString&
         QStringView name;
         TextProcedure run;
     };
-    static const std::array<Entry, 5> table = {{
+    static const std::array<Entry, 8> table = {{
         {u"sp_executesql", &ProcedureCaller::ExecuteSql},
         {u"sp_prepare", &ProcedureCaller::Prepare},
         {u"sp_prepexec", &ProcedureCaller::PrepareAndExecute},
         {u"sp_execute", &ProcedureCaller::ExecutePrepared},
         {u"sp_unprepare", &ProcedureCaller::Unprepare},
+        {u"sp_rename", &ProcedureCaller::Rename},
+        {u"sp_refreshview", &ProcedureCaller::RefreshView},
+        {u"sp_recompile", &ProcedureCaller::Recompile},
     }};
     for (const Entry& entry : table) {
         if (entry.name.compare(name, Qt::CaseInsensitive) == 0) return entry.run;

@@ -41,13 +41,9 @@ void ParseParameters(TokenReader& reader, std::vector<ParameterDefinition>& para
 }  // namespace
 
 StatementPtr ParseCreateProcedure(TokenReader& reader) {
-    const Token first = reader.Take();
-    if (!reader.IsFirst(first)) {
-        throw SyntaxError(SyntaxError::MustBeFirst, {QStringLiteral("CREATE/ALTER PROCEDURE")},
-                          first.line, first.column);
-    }
-    reader.Take();
+    const ModuleHead head = ParseModuleHead(reader, QStringLiteral("CREATE/ALTER PROCEDURE"));
     auto procedure = std::make_unique<CreateProcedure>();
+    procedure->verb = head.verb;
     procedure->name = ParseObjectName(reader);
     if (reader.AtSign(u";")) reader.Unsupported(QStringLiteral("procedure number"));
     if (reader.TrySign(u"(")) {
@@ -64,7 +60,7 @@ StatementPtr ParseCreateProcedure(TokenReader& reader) {
     reader.ExpectWord(u"as");
     ParseStatements(reader, procedure->body);
     if (procedure->body.empty() || !reader.AtEnd()) reader.Fail();
-    procedure->source = reader.Batch();
+    procedure->source = head.Source(reader.Batch());
     return procedure;
 }
 

@@ -1,8 +1,9 @@
-// CreateProcedure: CREATE PROCEDURE with its parameters and its body. Keeps its source letter for
-// letter: the whole batch, comments around it included.
+// CreateProcedure: CREATE [OR ALTER] PROCEDURE and ALTER PROCEDURE with its parameters and its
+// body. Keeps its source letter for letter: the whole batch, comments around it included.
 #pragma once
 
 #include "localdb/tsql/Expression.h"
+#include "localdb/tsql/ModuleHead.h"
 #include "localdb/tsql/Statement.h"
 
 namespace quarv::localdb::tsql {
@@ -17,6 +18,7 @@ struct ParameterDefinition {
 
 struct CreateProcedure : Statement {
     CreateProcedure() : Statement(StatementType::CreateProcedure) {}
+    ModuleVerb verb = ModuleVerb::Create;
     ObjectName name;
     std::vector<ParameterDefinition> parameters;
     StatementList body;

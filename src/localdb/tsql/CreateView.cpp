@@ -5,13 +5,11 @@
 namespace quarv::localdb::tsql {
 
 StatementPtr ParseCreateView(TokenReader& reader) {
-    const Token first = reader.Take();
-    if (!reader.IsFirst(first)) {
-        throw SyntaxError(SyntaxError::MustBeFirst, {QStringLiteral("CREATE VIEW")}, first.line,
-                          first.column);
-    }
-    reader.Take();
+    const bool alters = reader.AtWord(u"alter");
+    const ModuleHead head = ParseModuleHead(
+        reader, alters ? QStringLiteral("ALTER VIEW") : QStringLiteral("CREATE VIEW"));
     auto view = std::make_unique<CreateView>();
+    view->verb = head.verb;
     view->name = ParseObjectName(reader);
     if (reader.TrySign(u"(")) {
         do {
@@ -19,7 +17,9 @@ StatementPtr ParseCreateView(TokenReader& reader) {
         } while (reader.TrySign(u","));
         reader.ExpectSign(u")");
     }
-    if (reader.AtWord(u"with")) reader.Unsupported(QStringLiteral("CREATE VIEW ... WITH"));
+    if (reader.AtWord(u"with")) {
+        reader.Unsupported(QStringLiteral("CREATE VIEW ... WITH ") + reader.Peek(1).text.toUpper());
+    }
     reader.ExpectWord(u"as");
     view->query = ParseViewQuery(reader);
     view->checkOption = reader.TryWord(u"with");
@@ -30,7 +30,7 @@ StatementPtr ParseCreateView(TokenReader& reader) {
     while (reader.TrySign(u";")) {
     }
     if (!reader.AtEnd()) reader.Fail();
-    view->source = reader.Batch();
+    view->source = head.Source(reader.Batch());
     return view;
 }
 

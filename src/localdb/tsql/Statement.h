@@ -8,6 +8,9 @@
 namespace quarv::localdb::tsql {
 
 enum class StatementType : uint8_t {
+    AlterDatabase,
+    AlterIndex,
+    AlterTable,
     Block,
     CreateDatabase,
     CreateIndex,

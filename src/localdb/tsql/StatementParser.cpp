@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "localdb/tsql/Alter.h"
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/CreateDatabase.h"
 #include "localdb/tsql/CreateIndex.h"
@@ -37,6 +38,7 @@ struct Entry {
 };
 
 StatementPtr ParseCreate(TokenReader& reader) {
+    if (reader.AtWord(u"or", 1)) return ParseCreateOrAlter(reader);
     static constexpr Entry Table[] = {
         {u"database", ParseCreateDatabase},   {u"table", ParseCreateTable},
         {u"view", ParseCreateView},           {u"proc", ParseCreateProcedure},
@@ -82,6 +84,7 @@ StatementPtr ParseWithTables(TokenReader& reader) {
 }
 
 constexpr Entry Statements[] = {
+    {u"alter", ParseAlter},
     {u"begin", ParseBegin},
     {u"break", ParseLoopJump},
     {u"commit", ParseTransaction},
@@ -113,10 +116,10 @@ constexpr Entry Statements[] = {
 
 // First words of statements that SQL Server has and this server has not.
 constexpr QStringView Unknown[] = {
-    u"alter",      u"backup", u"bulk",    u"checkpoint", u"close",       u"dbcc",
-    u"deallocate", u"deny",   u"disable", u"enable",     u"fetch",       u"grant",
-    u"kill",       u"merge",  u"open",    u"readtext",   u"reconfigure", u"restore",
-    u"revert",     u"revoke", u"setuser", u"shutdown",   u"updatetext",  u"writetext",
+    u"backup", u"bulk",    u"checkpoint", u"close",       u"dbcc",      u"deallocate",
+    u"deny",   u"disable", u"enable",     u"fetch",       u"grant",     u"kill",
+    u"merge",  u"open",    u"readtext",   u"reconfigure", u"restore",   u"revert",
+    u"revoke", u"setuser", u"shutdown",   u"updatetext",  u"writetext",
 };
 
 Parser FindParser(TokenReader& reader) {

@@ -1,0 +1,20 @@
+// AlterDatabase: ALTER DATABASE ... SET with the options that are what every database here has
+// already; any other, and every other clause, is refused.
+#pragma once
+
+#include <QString>
+
+#include "localdb/tsql/Statement.h"
+
+namespace quarv::localdb::tsql {
+
+class TokenReader;
+
+struct AlterDatabase : Statement {
+    AlterDatabase() : Statement(StatementType::AlterDatabase) {}
+    QString name;  // empty: the current one
+};
+
+StatementPtr ParseAlterDatabase(TokenReader& reader);
+
+}  // namespace quarv::localdb::tsql
