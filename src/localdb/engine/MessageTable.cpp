@@ -334,8 +334,8 @@ constexpr MessageText Table[] = {
      u"'%'."},
     {1919, 16, 1,
      u"Column '%' in table '%' is of a type that is invalid for use as a key column in an index."},
-    {2209, 16, 1, u"%: Syntax error near '%'"},
     {2010, 16, 1, u"Cannot perform alter on '%' because it is an incompatible object type."},
+    {2209, 16, 1, u"%: Syntax error near '%'"},
     {2601, 14, 1,
      u"Cannot insert duplicate key row in object '%' with unique index '%'. The duplicate key "
      u"value is (%)."},

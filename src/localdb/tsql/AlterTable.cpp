@@ -65,7 +65,7 @@ void ParseAlterColumn(TokenReader& reader, AlterTable& statement) {
                            reader.Peek(1).text.toUpper());
     }
     column.type = ParseTypeName(reader);
-    while (TryCollation(reader) || TryNullability(reader, column.nullability)) {
+    while (TryCollation(reader, column.collation) || TryNullability(reader, column.nullability)) {
     }
     for (const QStringView word : {u"sparse", u"masked", u"encrypted", u"hidden"}) {
         if (reader.AtWord(word)) reader.Unsupported(word.toString().toUpper());
