@@ -75,7 +75,8 @@ int ProcedureCaller::RunPrepared(const PreparedText& prepared, std::vector<CallA
     Called called(sink_);
     RunBody(frame, body, parameters, values, procedure);
     std::copy(values.begin(), values.end(), begin);
-    return called.Return(0);
+    // "sp_executesql": the number of the error, where the last statement has failed.
+    return called.Return(session.error);
 }
 
 // sp_executesql @statement, @declarations, values.

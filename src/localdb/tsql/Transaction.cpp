@@ -12,7 +12,8 @@ bool TryTran(TokenReader& reader) {
 
 void ParseName(TokenReader& reader, Transaction& statement) {
     if (reader.Peek().kind == TokenKind::Variable) {
-        reader.Unsupported(QStringLiteral("transaction named by a variable"));
+        statement.variable = reader.Take().text;
+        return;
     }
     // A bare name at the end of a statement; the next statement begins with a reserved word.
     if (reader.Peek().IsName() && !reader.AtSign(u":", 1)) statement.name = reader.Take().text;
@@ -42,7 +43,10 @@ StatementPtr ParseTransaction(TokenReader& reader) {
     } else {
         reader.TryWord(u"work");
     }
-    if (statement->verb == TransactionVerb::Save && statement->name.isEmpty()) reader.Fail();
+    if (statement->verb == TransactionVerb::Save && statement->name.isEmpty() &&
+        statement->variable.isEmpty()) {
+        reader.Fail();
+    }
     return statement;
 }
 

@@ -14,7 +14,8 @@ enum class TransactionVerb : uint8_t { Begin, Commit, Rollback, Save };
 struct Transaction : Statement {
     Transaction() : Statement(StatementType::Transaction) {}
     TransactionVerb verb = TransactionVerb::Begin;
-    QString name;  // of the transaction or savepoint; empty: none
+    QString name;      // of the transaction or savepoint; empty: none
+    QString variable;  // the one that holds the name, else empty
 };
 
 // COMMIT, ROLLBACK and SAVE.
