@@ -22,6 +22,11 @@ class TableFinder : public TableAlter {
     void Change() override {}
 };
 
+void Rename(SessionState& session, const QString& name, const QString& newName) {
+    const DatabaseEntry entry = session.databases.Rename(name, newName, session.database.id);
+    if (entry.id == session.database.id) session.database = entry;
+}
+
 }  // namespace
 
 void RunAlterTable(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
@@ -67,13 +72,18 @@ void RunAlterIndex(const tsql::Statement& statement, Frame& frame, ResultSink& s
     sink.StatementDone(StatementKind::Other, -1, false);
 }
 
-// Its options are those that the database has, so that only the database has to be there.
+// The options of SET are those that the database has, so that only the database has to be there.
 void RunAlterDatabase(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
     const auto& node = static_cast<const tsql::AlterDatabase&>(statement);
     SessionState& session = frame.Session();
     if (session.transactions.Count() > 0) throw SqlError(226, {QStringLiteral("ALTER DATABASE")});
-    if (!node.name.isEmpty() && !session.databases.Find(node.name)) {
-        throw ErrorSummary(SqlError(5069)).After(SqlError(5011, {node.name}));
+    const QString name = node.name.isEmpty() ? session.database.name : node.name;
+    try {
+        if (!session.databases.Find(name)) throw SqlError(5011, {name});
+        if (!node.newName.isEmpty()) Rename(session, name, node.newName);
+    } catch (const SqlError& error) {
+        if (error.Number() != 5011 && error.Number() != 5030) throw;
+        throw ErrorSummary(SqlError(5069)).After(error);
     }
     sink.StatementDone(StatementKind::Other, -1, false);
 }

@@ -203,6 +203,16 @@ void MasterFile::Add(const DatabaseEntry& entry, int nextId) {
     Execute(handle_, "COMMIT", entry.name);
 }
 
+void MasterFile::Rename(int id, const QString& name) {
+    Run(
+        handle_, "UPDATE q_databases SET name = ?2 WHERE id = ?1",
+        [id, &name](sqlite3_stmt* statement) {
+            sqlite3_bind_int(statement, 1, id);
+            BindText(statement, 2, name);
+        },
+        Nothing);
+}
+
 void MasterFile::Remove(int id) {
     Run(
         handle_, "DELETE FROM q_databases WHERE id = ?1",

@@ -40,6 +40,7 @@ class MasterFile {
     int NextId();
     void Add(const DatabaseEntry& entry, int nextId);
     void Remove(int id);
+    void Rename(int id, const QString& name);
 
   private:
     sqlite3* handle_ = nullptr;

@@ -119,6 +119,27 @@ void DatabaseList::Drop(const QString& name) {
     byName_.erase(found);
 }
 
+DatabaseEntry DatabaseList::Rename(const QString& name, const QString& newName, int currentId) {
+    const std::lock_guard lock(mutex_);
+    const bool system = Key(name) == MasterName || Key(name) == Temporary().name;
+    if (system) {
+        throw SqlError(3708, {QStringLiteral("alter"), QStringLiteral("database"), name,
+                              QStringLiteral("database")});
+    }
+    const auto found = byName_.find(Key(name));
+    if (found == byName_.end()) throw SqlError(5011, {name});
+    DatabaseEntry entry = found->second;
+    const auto other = byName_.find(Key(newName));
+    const bool taken = other != byName_.end() && other->second.id != entry.id;
+    if (taken || Key(newName) == Temporary().name) throw SqlError(1801, {newName});
+    if (users_[entry.id] > (entry.id == currentId ? 1 : 0)) throw SqlError(5030);
+    MasterFile(PathFor(MasterId, MasterName)).Rename(entry.id, newName);
+    byName_.erase(found);
+    entry.name = newName;
+    byName_[Key(newName)] = entry;
+    return entry;
+}
+
 DatabaseEntry DatabaseList::Acquire(const QString& name) {
     if (Key(name) == Temporary().name) return Temporary();
     const std::lock_guard lock(mutex_);

@@ -38,6 +38,9 @@ class DatabaseList {
     DatabaseEntry Create(const QString& name);
     // Raises SqlError 3701, 3702 (in use) or 3708 (master).
     void Drop(const QString& name);
+    // Its file keeps its own name. `currentId` is the caller's current database, which is in use by
+    // the caller at least. Raises SqlError 1801, 3708, 5011 or 5030 (in use by others).
+    DatabaseEntry Rename(const QString& name, const QString& newName, int currentId);
 
     // Marks the database as some session's current one. Raises SqlError 911.
     DatabaseEntry Acquire(const QString& name);

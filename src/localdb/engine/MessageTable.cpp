@@ -507,6 +507,7 @@ constexpr MessageText Table[] = {
     {5011, 14, 5,
      u"User does not have permission to alter database '%', the database does not exist, or the "
      u"database is not in a state that allows access checks."},
+    {5030, 16, 12, u"The database could not be exclusively locked to perform the operation."},
     {5069, 16, 1, u"ALTER DATABASE statement failed."},
     {5074, 16, 1, u"The % '%' is dependent on %."},
     {5308, 16, 1,

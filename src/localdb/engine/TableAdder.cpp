@@ -25,12 +25,19 @@ bool IsNew(const TableInfo& before, const ColumnInfo& column) {
     return !before.FindColumn(column.id);
 }
 
-// Its rows can stand in no place of their own any more.
+// The storage will keep the rows in its order.
 bool IsStorageKey(const TableInfo& table, const IndexInfo& index) {
     return index.clustered && index.unique &&
            std::none_of(index.keys.begin(), index.keys.end(), [&table](const auto& key) {
                return table.FindColumn(key.columnId)->nullable;
            });
+}
+
+[[noreturn]] void RaiseTaken(const SqlError& error) {
+    constexpr int StateOfAlter = 4;
+    Message message = error.What();
+    message.state = StateOfAlter;
+    throw SqlError(message);
 }
 
 }  // namespace
@@ -44,6 +51,7 @@ void TableAdder::Change() {
         if (number == 1505 || number == 515 || number == 2628 || number == 8115) {
             error.EndingStatement();
         }
+        if (number == 2705) RaiseTaken(cause);
         const bool constraint = std::find(ConstraintErrors.begin(), ConstraintErrors.end(),
                                           number) != ConstraintErrors.end();
         if (!constraint) throw error;

@@ -98,6 +98,13 @@ StatementPtr ParseAlterDatabase(TokenReader& reader) {
         ParseTermination(reader);
         return statement;
     }
+    if (reader.AtWord(u"modify") && reader.AtWord(u"name", 1)) {
+        reader.Take();
+        reader.Take();
+        reader.ExpectSign(u"=");
+        statement->newName = reader.ExpectName();
+        return statement;
+    }
     const Token what = reader.Peek();
     for (const QStringView word : {u"modify", u"add", u"remove", u"collate"}) {
         if (!what.IsWord(word)) continue;

@@ -1,5 +1,5 @@
-// AlterDatabase: ALTER DATABASE ... SET with the options that are what every database here has
-// already; any other, and every other clause, is refused.
+// AlterDatabase: ALTER DATABASE ... MODIFY NAME, and SET with the options that are what every
+// database here has already; any other, and every other clause, is refused.
 #pragma once
 
 #include <QString>
@@ -12,7 +12,8 @@ class TokenReader;
 
 struct AlterDatabase : Statement {
     AlterDatabase() : Statement(StatementType::AlterDatabase) {}
-    QString name;  // empty: the current one
+    QString name;     // empty: the current one
+    QString newName;  // of MODIFY NAME, else empty
 };
 
 StatementPtr ParseAlterDatabase(TokenReader& reader);

@@ -18,7 +18,7 @@ TEST_F(AlteredObjectsTest, KeepTheirNumberAndTheDayTheyWereMade) {
              "alter table t add x int null"});
     EXPECT_EQ(Rows("select s.name from seen s join sys.objects o on o.object_id = s.object_id and "
                    "o.create_date = s.create_date and o.modify_date >= s.create_date "
-                   "where o.type in ('U', 'V', 'P') order by s.name"),
+                   "where o.type in ('U', 'V', 'P') and s.name <> 'seen' order by s.name"),
               Texts({"p", "t", "v"}));
     EXPECT_EQ(Rows("select name from sys.columns where object_id = object_id('v') "
                    "order by column_id"),

@@ -1,5 +1,5 @@
-// ALTER TABLE beyond one session and one life of the server: what others see of it, and what is
-// there after the server's sudden end.
+// ALTER TABLE and ALTER DATABASE beyond one session and one life of the server: what others see of
+// it, and what is there after the server's sudden end.
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -48,6 +48,7 @@ TEST(AlterTable, OtherSessionsSeeTheNewTableAtOnce) {
     EXPECT_EQ(ErrorOf(*second, "insert t(a) values (3)"), 547);
     Shown(*first, "alter table t nocheck constraint CK_a");
     EXPECT_EQ(ErrorOf(*second, "insert t(a) values (3)"), 0);
+    Shown(*first, "alter table t drop constraint CK_a");
     Shown(*first, "alter table t alter column a varchar(5)");
     EXPECT_EQ(Shown(*second, "select a from t order by a"),
               QStringList({QStringLiteral("columns a varchar(5)"), QStringLiteral("1"),
@@ -100,6 +101,23 @@ TEST(AlterTable, AfterASuddenEndTheTableIsAsBeforeOrAfter) {
         }
         server.Close();
     }
+}
+
+TEST(AlterDatabase, ADatabaseThatOthersUseKeepsItsName) {
+    TestServer server;
+    {
+        const auto first = server.NewDatabase(QStringLiteral("d"));
+        auto second = server.NewSession();
+        second->UseDatabase(QStringLiteral("d"));
+        EXPECT_EQ(ErrorOf(*first, "alter database d modify name = e"), 5030);
+        second.reset();
+        EXPECT_EQ(ErrorOf(*first, "alter database d modify name = e create table t(a int)"), 0);
+    }
+    server.Close();
+    server.Open();
+    const auto later = server.NewSession();
+    later->UseDatabase(QStringLiteral("e"));
+    EXPECT_EQ(ErrorOf(*later, "select a from t"), 0);
 }
 
 }  // namespace quarv::localdb::engine
