@@ -157,10 +157,11 @@ BoundPtr ExpressionBinder::BindQuantified(const tsql::Quantified& quantified) {
     const std::string alias = context_.NextAlias();
     auto column =
         std::make_unique<BoundColumn>(alias + ".c1", QString(), query->items.front()->type);
-    column->collation = query->items.front()->Collates().id;
     const tsql::ComparisonSign sign =
         quantified.all ? Opposite[static_cast<size_t>(quantified.sign)] : quantified.sign;
-    BoundPtr comparison = Compare(sign, Value(*quantified.operand), std::move(column));
+    const Collating& collating = query->items.front()->Collates();
+    auto item = std::make_unique<BoundCollate>(std::move(column), collating.id, collating.label);
+    BoundPtr comparison = Compare(sign, Value(*quantified.operand), std::move(item));
     return std::make_unique<BoundQuantified>(std::move(comparison), std::move(query), alias,
                                              quantified.all);
 }

@@ -1,6 +1,7 @@
 #include "localdb/engine/ReferenceCheck.h"
 
 #include "localdb/engine/ForeignKeyCheck.h"
+#include "localdb/engine/RowChecker.h"
 #include "localdb/engine/RowChecks.h"
 #include "localdb/engine/RowWriter.h"
 #include "localdb/engine/SqlError.h"
@@ -211,6 +212,7 @@ void ReferenceCheck::Change(Action action, std::vector<Child>& children) {
             OwnedValue& value = after[child_.PlaceOf(key_.columns[i].columnId)];
             value = action == Action::Cascade ? events_[child.event].replacement[i] : defaults[i];
         }
+        RowChecker::Stamp(metadata_, child_, after);
         checks.Complete(after);
         CheckNulls(after);
         checks.Check(after);

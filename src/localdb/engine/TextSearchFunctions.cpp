@@ -51,7 +51,8 @@ SqlValue PatIndex(const BoundCall& call, const SqlValue* a, const Evaluation& ev
 
 BoundPtr BindPatIndex(Arguments arguments) {
     for (BoundPtr& argument : arguments) argument = AsText(std::move(argument));
-    const bool max = arguments[1]->type.length == SqlType::Max;
+    const SqlType& text = arguments[1]->type;
+    const bool max = text.length == SqlType::Max && !IsOldLong(text.kind);
     return MakeCall(PatIndex, max ? MakeType(TypeKind::BigInt) : IntType(), std::move(arguments));
 }
 

@@ -54,7 +54,7 @@ TEST_P(CollationOrderOf, IsKeptBothWays) {
 INSTANTIATE_TEST_SUITE_P(Texts, CollationOrderOf,
                          testing::Values(OrderedRow{TextOrder::LowerFirst, "a", "A", -1},
                                          OrderedRow{TextOrder::LowerFirst, "A", "b", -1},
-                                         OrderedRow{TextOrder::LowerFirst, "Ab", "aé", 1},
+                                         OrderedRow{TextOrder::LowerFirst, "Ab", "aB", 1},
                                          OrderedRow{TextOrder::UpperFirst, "a", "A", 1},
                                          OrderedRow{TextOrder::UpperFirst, "a", "a ", 0},
                                          OrderedRow{TextOrder::Letters, "É", "e", 0},
