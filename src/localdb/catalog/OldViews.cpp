@@ -45,10 +45,11 @@ SystemView OldObjects() {
 
 // Columns of tables and views, and parameters of procedures behind them.
 constexpr const char* ColumnRows =
-    "FROM (SELECT object_id, name, column_id AS number, type, nullable, default_id, is_sysname,"
-    " 0 AS parameter, 0 AS output, computed FROM $q_columns"
-    " UNION ALL SELECT object_id, name, parameter_id, type, 1, 0, 0, 1, is_output, NULL"
-    " FROM $q_parameters) c";
+    "FROM (SELECT object_id, name, column_id AS number, type, nullable, default_id,"
+    " 0 AS parameter, 0 AS output, computed, CASE WHEN user_type <> 0 THEN user_type"
+    " WHEN is_sysname THEN 256 ELSE q_type_number(type) END AS user_type FROM $q_columns"
+    " UNION ALL SELECT object_id, name, parameter_id, type, 1, 0, 1, is_output, NULL,"
+    " CASE user_type WHEN 0 THEN q_type_number(type) ELSE user_type END FROM $q_parameters) c";
 
 // Digits of numbers, else the length in characters.
 constexpr const char* OldPrecision =
@@ -63,8 +64,7 @@ SystemView OldColumns() {
         .Add(Int("id", false), "c.object_id")
         .Add(TinyInt("xtype", false), "q_type_number(c.type)")
         .Add(TinyInt("typestat", false), "0")
-        .Add(SmallInt("xusertype"),
-             "CASE WHEN c.is_sysname THEN 256 ELSE q_type_number(c.type) END")
+        .Add(SmallInt("xusertype"), "c.user_type")
         .Add(SmallInt("length", false), "q_byte_length(c.type)")
         .Add(TinyInt("xprec", false), "coalesce(q_precision(c.type), 0)")
         .Add(TinyInt("xscale", false), "coalesce(q_scale(c.type), q_moment_scale(c.type), 0)")
@@ -82,7 +82,7 @@ SystemView OldColumns() {
              "CASE WHEN q_char_length(c.type) IS NULL THEN 0 ELSE 872468488 END")
         .Add(Int("language"), "0")
         .Add(TinyInt("status"), "c.nullable * 8 + c.output * 64 + 128 * " + std::string(identity))
-        .Add(SmallInt("usertype"), "q_type_number(c.type)")
+        .Add(SmallInt("usertype"), OldTypeNumber("q_type_number(c.type)", "c.user_type"))
         .Add(SmallInt("prec"), OldPrecision)
         .Add(Int("scale"), "q_scale(c.type)")
         .Add(Int("iscomputed"), "c.computed IS NOT NULL")

@@ -70,12 +70,19 @@ TEST_F(WiderViewsTest, DatabasesTellTheirOptions) {
     EXPECT_EQ(Rows("select page_verify_option_desc, is_auto_create_stats_on, is_broker_enabled, "
                    "log_reuse_wait_desc, containment_desc, is_encrypted, default_language_name "
                    "from sys.databases where name = 'master'"),
-              Texts({"CHECKSUM|1|0|NOTHING|NONE|0|us_english"}));
+              Texts({"CHECKSUM|1|0|NOTHING|NONE|0|NULL"}));
 }
 
 TEST_F(WiderViewsTest, WhatIsNotThereIsNoObject) {
     EXPECT_EQ(Run("select * from sys.configurations").messages,
               Texts({"208 16 Invalid object name 'sys.configurations'."}));
+    EXPECT_EQ(Run("select * from sys.dm_exec_sessions").messages,
+              Texts({"40517 16 Keyword or statement option 'sys.dm_exec_sessions' is not "
+                     "supported in this version of SQL Server."}));
+    EXPECT_EQ(Run("exec sp_describe_first_result_set N'select 1'").messages,
+              Texts({"40517 16 Keyword or statement option 'procedure "
+                     "sp_describe_first_result_set' is not supported in this version of SQL "
+                     "Server."}));
 }
 
 }  // namespace
