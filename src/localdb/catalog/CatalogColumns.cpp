@@ -62,6 +62,14 @@ Column Bit(const char* name, bool nullable) {
     return Make(name, engine::BitType(), nullable);
 }
 
+Column Binary(const char* name, int length, bool nullable) {
+    return Make(name, MakeType(TypeKind::Binary, length), nullable);
+}
+
+Column Image(const char* name, bool nullable) {
+    return Make(name, MakeType(TypeKind::Image, SqlType::Max), nullable);
+}
+
 Column VarBinary(const char* name, int length, bool nullable) {
     return Make(name, MakeType(TypeKind::VarBinary, length), nullable);
 }

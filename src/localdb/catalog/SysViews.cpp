@@ -74,6 +74,26 @@ SystemView Indexes() {
         " AND x.is_clustered)) i LEFT JOIN $q_objects p ON p.object_id = i.constraint_id");
 }
 
+// One partition for each index; where its rows are is nobody's business.
+SystemView Partitions() {
+    ViewBuilder view(Schema, "partitions");
+    view.Add(BigInt("partition_id", false), "i.object_id * 65536 + i.index_id")
+        .Add(Int("object_id", false), "i.object_id")
+        .Add(Int("index_id", false), "i.index_id")
+        .Add(Int("partition_number", false), "1")
+        .Add(BigInt("hobt_id", false), "i.object_id * 65536 + i.index_id")
+        .Add(BigInt("rows"), "q_row_count('$t' || i.object_id)")
+        .Add(SmallInt("filestream_filegroup_id", false), "0")
+        .Add(TinyInt("data_compression", false), "0")
+        .Add(NVarChar("data_compression_desc", 60), "'NONE'")
+        .Add(Bit("xml_compression"), "0")
+        .Add(VarChar("xml_compression_desc", 3), "'OFF'");
+    return view.From(
+        "FROM (SELECT object_id, index_id FROM $q_indexes UNION ALL"
+        " SELECT object_id, 0 FROM $q_objects t WHERE t.type = 'U' AND NOT EXISTS"
+        " (SELECT 1 FROM $q_indexes x WHERE x.object_id = t.object_id AND x.is_clustered)) i");
+}
+
 SystemView IndexColumns() {
     ViewBuilder view(Schema, "index_columns");
     view.Add(Int("object_id", false), "k.object_id")
@@ -108,7 +128,7 @@ SystemView SqlModules() {
 }  // namespace
 
 std::vector<SystemView> SysViews() {
-    return {Parameters(), Schemas(), Indexes(), IndexColumns(), SqlModules()};
+    return {Parameters(), Schemas(), Indexes(), Partitions(), IndexColumns(), SqlModules()};
 }
 
 }  // namespace quarv::localdb::catalog

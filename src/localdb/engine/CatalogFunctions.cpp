@@ -190,6 +190,26 @@ void ViewColumns(sqlite3_context* context, int, sqlite3_value** values) {
     ReturnJson(context, columns);
 }
 
+// The rows of a storage table ("d5.t100001"); null where it is none.
+void RowCount(sqlite3_context* context, int, sqlite3_value** values) {
+    const std::string_view name = TextOf(values[0]);
+    const size_t point = name.find('.');
+    const auto digits = [](std::string_view text) {
+        return text.size() > 1 && text.find_first_not_of("0123456789", 1) == text.npos;
+    };
+    if (point == name.npos || !digits(name.substr(0, point)) || !digits(name.substr(point + 1))) {
+        return;
+    }
+    const std::string sql = "SELECT count(*) FROM " + std::string(name);
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(sqlite3_context_db_handle(context), sql.c_str(), -1, &statement,
+                           nullptr) == SQLITE_OK &&
+        sqlite3_step(statement) == SQLITE_ROW) {
+        sqlite3_result_int64(context, sqlite3_column_int64(statement, 0));
+    }
+    sqlite3_finalize(statement);
+}
+
 using SqlFunction = void (*)(sqlite3_context*, int, sqlite3_value**);
 
 struct Entry {
@@ -220,6 +240,8 @@ void RegisterCatalogFunctions(sqlite3* handle) {
                                nullptr, ViewTables, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(handle, "q_view_columns", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
                                nullptr, ViewColumns, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(handle, "q_row_count", 1, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr,
+                               RowCount, nullptr, nullptr, nullptr);
     for (const Entry& entry : Table) {
         sqlite3_create_function_v2(handle, entry.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
                                    nullptr, entry.function, nullptr, nullptr, nullptr);
