@@ -390,6 +390,7 @@ constexpr MessageText Table[] = {
     {2754, 16, 1,
      u"Error severity levels greater than % can only be specified by members of the sysadmin role, "
      u"using the WITH LOG option."},
+    {2759, 16, 0, u"CREATE SCHEMA failed due to previous errors."},
     {2760, 16, 1,
      u"The specified schema name \"%\" either does not exist or you do not have permission to use "
      u"it."},

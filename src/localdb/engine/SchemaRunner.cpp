@@ -1,6 +1,7 @@
 // CREATE SCHEMA, DROP SCHEMA and ALTER SCHEMA ... TRANSFER.
 #include <array>
 
+#include "localdb/engine/ErrorSummary.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/tsql/SchemaStatement.h"
 
@@ -28,8 +29,13 @@ void CheckOwner(const tsql::SchemaStatement& node) {
 }
 
 void Create(const tsql::SchemaStatement& node, Metadata& metadata) {
-    CheckOwner(node);
-    metadata.AddSchema(node.name);
+    try {
+        CheckOwner(node);
+        metadata.AddSchema(node.name);
+    } catch (const SqlError& cause) {
+        if (cause.Number() == 40517) throw;
+        throw ErrorSummary(SqlError(2759)).After(cause);
+    }
 }
 
 void Drop(const tsql::SchemaStatement& node, Metadata& metadata) {
