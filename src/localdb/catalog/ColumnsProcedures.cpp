@@ -14,6 +14,7 @@ using engine::SystemCall;
 constexpr const char* TypeName =
     "CASE WHEN EXISTS (SELECT 1 FROM $q_identity i WHERE i.object_id = c.object_id"
     " AND i.column_id = c.column_id) THEN q_type_name(c.type) || ' identity'"
+    " WHEN c.user_type <> 0 THEN (SELECT t.name FROM $q_types t WHERE t.user_type = c.user_type)"
     " WHEN c.is_sysname THEN 'sysname' ELSE q_type_name(c.type) END";
 constexpr const char* DefaultText =
     "(SELECT q_left(d.definition, 4000) FROM $q_objects d WHERE d.object_id = c.default_id)";

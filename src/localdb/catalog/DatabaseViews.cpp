@@ -12,6 +12,9 @@ namespace {
 
 constexpr const char* Schema = "sys";
 
+// Of the login "sa".
+constexpr const char* OwnerSid = "x'01'";
+
 std::string CollationName() {
     return '\'' + std::string(engine::Collation::Name) + '\'';
 }
@@ -52,29 +55,55 @@ void AddDatabaseOptions(ViewBuilder& view) {
     AddBits(view,
             {"is_parameterization_forced", "is_master_key_encrypted_by_server", "is_query_store_on",
              "is_published", "is_subscribed", "is_merge_published", "is_distributor",
-             "is_sync_with_backup", "is_broker_enabled"},
+             "is_sync_with_backup"},
             "0", false);
+    view.Add(Guid("service_broker_guid", false), "zeroblob(16)");
+    AddBits(view, {"is_broker_enabled"}, "0", false);
     view.Add(TinyInt("log_reuse_wait"), "0").Add(NVarChar("log_reuse_wait_desc", 60), "'NOTHING'");
     AddBits(view, {"is_date_correlation_on", "is_cdc_enabled"}, "0", false);
     AddBits(view, {"is_encrypted", "is_honor_broker_priority_on"}, "0");
 }
 
-// Without owner_sid, service_broker_guid and what clusters add.
+// The languages are those of contained databases, which these are not.
+void AddDatabaseKind(ViewBuilder& view) {
+    view.AddNulls({Guid("replica_id"), Guid("group_database_id"), Int("resource_pool_id"),
+                   SmallInt("default_language_lcid"), NVarChar("default_language_name", 128),
+                   Int("default_fulltext_language_lcid"),
+                   NVarChar("default_fulltext_language_name", 128), Bit("is_nested_triggers_on"),
+                   Bit("is_transform_noise_words_on"), SmallInt("two_digit_year_cutoff")})
+        .Add(TinyInt("containment"), "0")
+        .Add(NVarChar("containment_desc", 60), "'NONE'")
+        .Add(Int("target_recovery_time_in_seconds"), "60")
+        .Add(Int("delayed_durability"), "0")
+        .Add(NVarChar("delayed_durability_desc", 60), "'DISABLED'");
+    AddBits(view,
+            {"is_memory_optimized_elevate_to_snapshot_on", "is_federation_member",
+             "is_remote_data_archive_enabled", "is_mixed_page_allocation_on"},
+            "0");
+    AddBits(view, {"is_temporal_history_retention_enabled"}, "1");
+    view.Add(Int("catalog_collation_type"), "0")
+        .Add(NVarChar("catalog_collation_type_desc", 60), "'DATABASE_DEFAULT'")
+        .Add(NVarChar("physical_database_name", 128), "d.column2");
+    AddBits(view,
+            {"is_result_set_caching_on", "is_accelerated_database_recovery_on",
+             "is_tempdb_spill_to_remote_store", "is_stale_page_detection_on",
+             "is_memory_optimized_enabled", "is_data_retention_enabled", "is_ledger_on",
+             "is_change_feed_enabled"},
+            "0");
+}
+
 SystemView Databases() {
     ViewBuilder view(Schema, "databases");
     view.Add(Sysname("name", false), "d.column2")
         .Add(Int("database_id", false), "d.column1")
         .AddNulls({Int("source_database_id")})
+        .Add(VarBinary("owner_sid", 85), OwnerSid)
         .Add(DateTime("create_date", false), "d.column3")
         .Add(TinyInt("compatibility_level", false), "160")
         .Add(Sysname("collation_name"), CollationName());
     AddDatabaseState(view);
     AddDatabaseOptions(view);
-    view.Add(SmallInt("default_language_lcid"), "1033")
-        .Add(NVarChar("default_language_name", 128), "'us_english'")
-        .Add(TinyInt("containment", false), "0")
-        .Add(NVarChar("containment_desc", 60), "'NONE'")
-        .Add(Int("target_recovery_time_in_seconds"), "60");
+    AddDatabaseKind(view);
     return view.From("FROM :databases d");
 }
 
@@ -82,6 +111,7 @@ SystemView OldDatabases() {
     ViewBuilder view(Schema, "sysdatabases");
     view.Add(Sysname("name"), "d.column2")
         .Add(SmallInt("dbid"), "d.column1")
+        .Add(VarBinary("sid", 85), OwnerSid)
         .Add(SmallInt("mode"), "0")
         .Add(Int("status"), "65544")
         .Add(Int("status2"), "1090519040")

@@ -1,12 +1,7 @@
 #include "localdb/catalog/HelpObject.h"
 
-#include <algorithm>
-#include <array>
-
 #include "localdb/catalog/CatalogColumns.h"
-#include "localdb/catalog/ObjectLookup.h"
 #include "localdb/engine/Collation.h"
-#include "localdb/engine/Utf8.h"
 
 namespace quarv::localdb::catalog {
 
@@ -22,7 +17,8 @@ using engine::TypeKind;
 constexpr const char* ObjectTypeSql =
     "CASE o.type WHEN 'U' THEN 'user table' WHEN 'V' THEN 'view' WHEN 'P' THEN 'stored procedure'"
     " WHEN 'PK' THEN 'primary key cns' WHEN 'UQ' THEN 'unique key cns'"
-    " WHEN 'D' THEN 'default (maybe cns)' END";
+    " WHEN 'D' THEN 'default (maybe cns)' WHEN 'C' THEN 'check cns'"
+    " WHEN 'F' THEN 'foreign key cns' END";
 
 // Whether the columns list shows the type's digits: numbers but bit, and dates without a clock.
 bool ShowsDigits(const SqlType& type) {
@@ -47,6 +43,11 @@ OwnedValue CollationOf(const SqlType& type) {
     return text ? Value(QString::fromLatin1(engine::Collation::Name)) : Null();
 }
 
+QString TypeNameOf(const ColumnInfo& column) {
+    if (column.userType != 0) return column.userTypeName;
+    return column.isSysname ? QStringLiteral("sysname") : column.type.Name();
+}
+
 std::vector<OwnedValue> ColumnRow(const ColumnInfo& column) {
     const SqlType& type = column.type;
     const bool digits = ShowsDigits(type);
@@ -56,8 +57,8 @@ std::vector<OwnedValue> ColumnRow(const ColumnInfo& column) {
     OwnedValue scale = Blank();
     if (digits) scale = HasScale(type) ? Padded(engine::ScaleOf(type)) : Null();
     return {Value(column.name),
-            Value(column.isSysname ? QStringLiteral("sysname") : type.Name()),
-            Value(no),
+            Value(TypeNameOf(column)),
+            Value(column.IsComputed() ? yes : no),
             Value(int64_t{engine::ByteLength(type)}),
             digits ? Padded(engine::PrecisionOf(type)) : Blank(),
             scale,
@@ -65,6 +66,12 @@ std::vector<OwnedValue> ColumnRow(const ColumnInfo& column) {
             Value(bytes ? no : none),
             Value(bytes ? (column.nullable ? yes : no) : none),
             CollationOf(type)};
+}
+
+QString TypeNameOf(SystemCall& call, const engine::ParameterInfo& parameter) {
+    if (parameter.userType == 0) return parameter.type.Name();
+    const std::optional<engine::AliasType> alias = call.GetMetadata().FindType(parameter.userType);
+    return alias ? alias->name : parameter.type.Name();
 }
 
 // Characters of text, digits of everything else.
@@ -76,35 +83,6 @@ OwnedValue ParameterPrecision(const SqlType& type) {
 OwnedValue ParameterScale(const SqlType& type) {
     const bool counted = HasScale(type) || ClassOf(type) == TypeClass::Moment;
     return counted ? Value(int64_t{engine::ScaleOf(type)}) : Null();
-}
-
-struct Constraint {
-    QString type;
-    QString name;
-    QString keys;
-};
-
-std::vector<Constraint> ConstraintsOf(const engine::TableInfo& table, engine::Metadata metadata) {
-    std::vector<Constraint> constraints;
-    for (const engine::IndexInfo& index : table.indexes) {
-        if (index.constraintId == 0) continue;
-        const QString kind =
-            index.primary ? QStringLiteral("PRIMARY KEY (%1)") : QStringLiteral("UNIQUE (%1)");
-        const QString how =
-            index.clustered ? QStringLiteral("clustered") : QStringLiteral("non-clustered");
-        constraints.push_back({kind.arg(how), index.name, KeyText(table, index)});
-    }
-    for (const ColumnInfo& column : table.columns) {
-        if (column.defaultId == 0) continue;
-        const std::optional<engine::ObjectInfo> object = metadata.Find(column.defaultId);
-        if (!object) continue;
-        constraints.push_back(
-            {QStringLiteral("DEFAULT on column ") + column.name, object->name, column.defaultText});
-    }
-    std::sort(constraints.begin(), constraints.end(), [](const auto& a, const auto& b) {
-        return engine::Collation::Compare(engine::ToUtf8(a.name), engine::ToUtf8(b.name)) < 0;
-    });
-    return constraints;
 }
 
 }  // namespace
@@ -150,33 +128,19 @@ void HelpIdentity(SystemCall& call, const engine::TableInfo& table) {
     call.End();
 }
 
-void HelpRowGuid(SystemCall& call) {
+void HelpRowGuid(SystemCall& call, const engine::TableInfo& table) {
+    QString name = QStringLiteral("No rowguidcol column defined.");
+    for (const ColumnInfo& column : table.columns) {
+        if (column.rowGuid) name = column.name;
+    }
     call.Begin({NVarChar("RowGuidCol", 128)});
-    call.Row({Value(QStringLiteral("No rowguidcol column defined."))});
+    call.Row({Value(name)});
     call.End();
 }
 
 void HelpFilegroup(SystemCall& call) {
     call.Begin({NVarChar("Data_located_on_filegroup", 128)});
     call.Row({Value(QStringLiteral("PRIMARY"))});
-    call.End();
-}
-
-void HelpConstraints(SystemCall& call, const engine::TableInfo& table, const QString& name) {
-    const std::vector<Constraint> constraints = ConstraintsOf(table, call.GetMetadata());
-    if (constraints.empty()) {
-        call.Say(15469, {name});
-        return;
-    }
-    call.Begin({NVarChar("constraint_type", 146), NVarChar("constraint_name", 128),
-                NVarChar("delete_action", 9), NVarChar("update_action", 13),
-                VarChar("status_enabled", 8), VarChar("status_for_replication", 19),
-                NVarChar("constraint_keys", engine::SqlType::Max)});
-    const OwnedValue none = Value(QStringLiteral("(n/a)"));
-    for (const Constraint& constraint : constraints) {
-        call.Row({Value(constraint.type), Value(constraint.name), none, none, none, none,
-                  Value(constraint.keys)});
-    }
     call.End();
 }
 
@@ -189,7 +153,7 @@ void HelpParameters(SystemCall& call, const engine::ObjectInfo& object) {
     int64_t order = 0;
     for (const engine::ParameterInfo& parameter : parameters) {
         const SqlType& type = parameter.type;
-        call.Row({Value(parameter.name), Value(type.Name()),
+        call.Row({Value(parameter.name), Value(TypeNameOf(call, parameter)),
                   Value(int64_t{engine::ByteLength(type)}), ParameterPrecision(type),
                   ParameterScale(type), Value(++order), CollationOf(type)});
     }

@@ -12,10 +12,8 @@ void HelpAllObjects(engine::SystemCall& call);
 void HelpHead(engine::SystemCall& call, const engine::ObjectInfo& object);
 void HelpColumns(engine::SystemCall& call, const engine::TableInfo& table);
 void HelpIdentity(engine::SystemCall& call, const engine::TableInfo& table);
-void HelpRowGuid(engine::SystemCall& call);
+void HelpRowGuid(engine::SystemCall& call, const engine::TableInfo& table);
 void HelpFilegroup(engine::SystemCall& call);
-// Message 15469 and no result set where there are none.
-void HelpConstraints(engine::SystemCall& call, const engine::TableInfo& table, const QString& name);
 // No result set where there are none.
 void HelpParameters(engine::SystemCall& call, const engine::ObjectInfo& object);
 

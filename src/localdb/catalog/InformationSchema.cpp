@@ -1,6 +1,6 @@
 #include "localdb/catalog/CatalogColumns.h"
+#include "localdb/catalog/InformationNames.h"
 #include "localdb/catalog/SystemCatalog.h"
-#include "localdb/catalog/ViewBuilder.h"
 
 namespace quarv::localdb::catalog {
 
@@ -10,37 +10,13 @@ namespace {
 
 constexpr const char* Schema = "INFORMATION_SCHEMA";
 
-constexpr const char* CharacterSet =
-    "CASE WHEN q_type_number(c.type) IN (99, 231, 239) THEN 'UNICODE'"
-    " WHEN q_type_number(c.type) IN (35, 167, 175) THEN 'iso_1' END";
-
 constexpr const char* ObjectsAndSchemas =
     "FROM $q_objects o JOIN $q_schemas s ON s.schema_id = o.schema_id";
 
-// "TABLE" gives TABLE_CATALOG, TABLE_SCHEMA and TABLE_NAME of the object.
-void AddName(ViewBuilder& view, const std::string& what) {
-    view.Add(NVarChar((what + "_CATALOG").c_str(), 128), ":db")
-        .Add(NVarChar((what + "_SCHEMA").c_str(), 128), "s.name")
-        .Add(Sysname((what + "_NAME").c_str(), false), "o.name");
-}
-
-void AddNoName(ViewBuilder& view, const std::string& what) {
-    view.AddNulls({Sysname((what + "_CATALOG").c_str()), Sysname((what + "_SCHEMA").c_str()),
-                   Sysname((what + "_NAME").c_str())});
-}
-
-// Of the three columns of a collation or a character set the name alone is given.
-void AddOnlyName(ViewBuilder& view, const std::string& what, const std::string& expression) {
-    view.AddNulls({Sysname((what + "_CATALOG").c_str()), Sysname((what + "_SCHEMA").c_str())});
-    view.Add(Sysname((what + "_NAME").c_str()), expression);
-}
-
-void AddDigits(ViewBuilder& view) {
-    view.Add(TinyInt("NUMERIC_PRECISION"), "q_precision(c.type)")
-        .Add(SmallInt("NUMERIC_PRECISION_RADIX"), "q_radix(c.type)")
-        .Add(Int("NUMERIC_SCALE"), "q_scale(c.type)")
-        .Add(SmallInt("DATETIME_PRECISION"), "q_moment_scale(c.type)");
-}
+// The alias type "t" of "c", in its schema "z".
+constexpr const char* AliasTypeOf =
+    " LEFT JOIN $q_types t ON t.user_type = c.user_type"
+    " LEFT JOIN $q_schemas z ON z.schema_id = t.schema_id";
 
 // A condition on the name finds the object by its index: the plus keeps the type out of that
 // choice.
@@ -57,11 +33,11 @@ SystemView Columns() {
         .Add(Int("CHARACTER_MAXIMUM_LENGTH"), "q_char_length(c.type)")
         .Add(Int("CHARACTER_OCTET_LENGTH"), "q_octet_length(c.type)");
     AddDigits(view);
-    AddOnlyName(view, "CHARACTER_SET", CharacterSet);
+    AddOnlyName(view, "CHARACTER_SET", CharacterSetOfType);
     AddOnlyName(view, "COLLATION", CollationOfType());
-    AddNoName(view, "DOMAIN");
+    AddNameOf(view, "DOMAIN", "z.name", "t.name", true);
     return view.From(std::string(ObjectsAndSchemas) +
-                     " JOIN $q_columns c ON c.object_id = o.object_id"
+                     " JOIN $q_columns c ON c.object_id = o.object_id" + AliasTypeOf +
                      " WHERE +o.type IN ('U', 'V')");
 }
 
@@ -81,11 +57,55 @@ SystemView Views() {
     return view.From(std::string(ObjectsAndSchemas) + " WHERE +o.type = 'V'");
 }
 
+// The table "o" that row "u" of a view "v" names, its parts beginning behind the first `skipped` of
+// the row; those of other databases are not known by number.
+std::string NamedTable(int skipped) {
+    const auto part = [skipped](int place) {
+        return "u.value ->> " + std::to_string(skipped + place);
+    };
+    return " CROSS JOIN $q_schemas s ON s.name = coalesce(nullif(" + part(1) +
+           ", ''), 'dbo') CROSS JOIN $q_objects o ON o.schema_id = s.schema_id AND o.name = " +
+           part(2) + " AND o.type IN ('U', 'V') AND (" + part(0) + " = '' OR " + part(0) +
+           " = :db COLLATE tsql)";
+}
+
+SystemView ViewTableUsage() {
+    ViewBuilder view(Schema, "VIEW_TABLE_USAGE");
+    AddNameOf(view, "VIEW", "z.name", "v.name");
+    AddName(view, "TABLE");
+    return view.From(
+        "FROM $q_objects v JOIN $q_schemas z ON z.schema_id = v.schema_id"
+        " CROSS JOIN json_each(q_view_tables(v.definition)) u" +
+        NamedTable(0) + " WHERE v.type = 'V'");
+}
+
+// Of several tables with such a column the one nearest to the name is meant.
+SystemView ViewColumnUsage() {
+    ViewBuilder view(Schema, "VIEW_COLUMN_USAGE");
+    AddNameOf(view, "VIEW", "z.name", "v.name");
+    AddName(view, "TABLE");
+    view.Add(Sysname("COLUMN_NAME"), "c.name");
+    return view.From(
+        "FROM (SELECT DISTINCT view_id, table_id, column_id FROM (SELECT v.object_id AS view_id,"
+        " o.object_id AS table_id, c.column_id AS column_id, min(u.value ->> 1)"
+        " FROM $q_objects v CROSS JOIN json_each(q_view_columns(v.definition)) u" +
+        NamedTable(2) +
+        " CROSS JOIN $q_columns c ON c.object_id = o.object_id"
+        " AND (u.value ->> 5 IS NULL OR c.name = u.value ->> 5) WHERE v.type = 'V'"
+        " GROUP BY v.object_id, u.value ->> 0,"
+        " CASE WHEN u.value ->> 5 IS NULL THEN c.column_id END)) n"
+        " JOIN $q_objects v ON v.object_id = n.view_id"
+        " JOIN $q_schemas z ON z.schema_id = v.schema_id"
+        " JOIN $q_objects o ON o.object_id = n.table_id"
+        " JOIN $q_schemas s ON s.schema_id = o.schema_id"
+        " JOIN $q_columns c ON c.object_id = n.table_id AND c.column_id = n.column_id");
+}
+
 SystemView Schemata() {
     ViewBuilder view(Schema, "SCHEMATA");
     view.Add(NVarChar("CATALOG_NAME", 128), ":db")
         .Add(NVarChar("SCHEMA_NAME", 128, false), "s.name")
-        .Add(NVarChar("SCHEMA_OWNER", 128), "s.name");
+        .Add(NVarChar("SCHEMA_OWNER", 128), "CASE WHEN s.schema_id > 4 THEN 'dbo' ELSE s.name END");
     AddOnlyName(view, "DEFAULT_CHARACTER_SET", "'iso_1'");
     return view.From("FROM $q_schemas s");
 }
@@ -141,19 +161,21 @@ SystemView Parameters() {
         .Add(Int("CHARACTER_MAXIMUM_LENGTH"), "q_char_length(c.type)")
         .Add(Int("CHARACTER_OCTET_LENGTH"), "q_octet_length(c.type)");
     AddOnlyName(view, "COLLATION", CollationOfType());
-    AddOnlyName(view, "CHARACTER_SET", CharacterSet);
+    AddOnlyName(view, "CHARACTER_SET", CharacterSetOfType);
     AddDigits(view);
     view.AddNulls({NVarChar("INTERVAL_TYPE", 30), SmallInt("INTERVAL_PRECISION")});
-    AddNoName(view, "USER_DEFINED_TYPE");
+    AddNameOf(view, "USER_DEFINED_TYPE", "z.name", "t.name", true);
     AddNoName(view, "SCOPE");
     return view.From(std::string(ObjectsAndSchemas) +
-                     " JOIN $q_parameters c ON c.object_id = o.object_id WHERE +o.type = 'P'");
+                     " JOIN $q_parameters c ON c.object_id = o.object_id" + AliasTypeOf +
+                     " WHERE +o.type = 'P'");
 }
 
 }  // namespace
 
 std::vector<SystemView> InformationSchemaViews() {
-    return {Columns(), Parameters(), Routines(), Schemata(), Tables(), Views()};
+    return {Columns(), Parameters(),      Routines(),       Schemata(),
+            Tables(),  ViewColumnUsage(), ViewTableUsage(), Views()};
 }
 
 }  // namespace quarv::localdb::catalog

@@ -38,18 +38,6 @@ int RunPrimaryKeys(SystemCall& call) {
     return 0;
 }
 
-// There are no foreign keys in the catalogue, so none are shown.
-int RunForeignKeys(SystemCall& call) {
-    call.Begin({Sysname("PKTABLE_QUALIFIER"), Sysname("PKTABLE_OWNER"),
-                Sysname("PKTABLE_NAME", false), Sysname("PKCOLUMN_NAME", false),
-                Sysname("FKTABLE_QUALIFIER"), Sysname("FKTABLE_OWNER"),
-                Sysname("FKTABLE_NAME", false), Sysname("FKCOLUMN_NAME", false),
-                SmallInt("KEY_SEQ", false), SmallInt("UPDATE_RULE"), SmallInt("DELETE_RULE"),
-                Sysname("FK_NAME"), Sysname("PK_NAME"), SmallInt("DEFERRABILITY")});
-    call.End();
-    return 0;
-}
-
 std::vector<Column> StatisticsColumns() {
     return {Sysname("TABLE_QUALIFIER"),
             Sysname("TABLE_OWNER"),
@@ -118,11 +106,6 @@ std::vector<engine::SystemProcedure> KeyProcedures() {
     const engine::SystemParameter owner = Optional(Sysname("@table_owner"));
     const engine::SystemParameter qualifier = Optional(Sysname("@table_qualifier"));
     return {{QStringLiteral("sp_pkeys"), {name, owner, qualifier}, RunPrimaryKeys},
-            {QStringLiteral("sp_fkeys"),
-             {Optional(Sysname("@pktable_name")), Optional(Sysname("@pktable_owner")),
-              Optional(Sysname("@pktable_qualifier")), Optional(Sysname("@fktable_name")),
-              Optional(Sysname("@fktable_owner")), Optional(Sysname("@fktable_qualifier"))},
-             RunForeignKeys},
             {QStringLiteral("sp_statistics"),
              {name, owner, qualifier, Optional(NVarChar("@index_name", 128)),
               Optional(Char("@is_unique", 1)), Optional(Char("@accuracy", 1))},

@@ -8,16 +8,18 @@ namespace quarv::localdb::catalog {
 using engine::SqlError;
 using engine::SystemCall;
 
-engine::ObjectInfo FindObject(SystemCall& call, const QString& name) {
-    const QString& database = call.Database().name;
+std::optional<engine::ObjectInfo> LookUpObject(SystemCall& call, const QString& name) {
     const std::optional<tsql::ObjectName> parts = tsql::ParseLooseName(name);
-    if (!parts || !parts->server.isEmpty()) throw SqlError(15009, {name, database});
-    if (!parts->database.isEmpty() && !engine::SameName(parts->database, database)) {
+    if (!parts || !parts->server.isEmpty()) return std::nullopt;
+    if (!parts->database.isEmpty() && !engine::SameName(parts->database, call.Database().name)) {
         throw SqlError(15250);
     }
-    const std::optional<engine::ObjectInfo> object =
-        call.GetMetadata().Find(parts->schema, parts->name);
-    if (!object) throw SqlError(15009, {name, database});
+    return call.GetMetadata().Find(parts->schema, parts->name);
+}
+
+engine::ObjectInfo FindObject(SystemCall& call, const QString& name) {
+    const std::optional<engine::ObjectInfo> object = LookUpObject(call, name);
+    if (!object) throw SqlError(15009, {name, call.Database().name});
     return *object;
 }
 

@@ -45,10 +45,11 @@ SystemView OldObjects() {
 
 // Columns of tables and views, and parameters of procedures behind them.
 constexpr const char* ColumnRows =
-    "FROM (SELECT object_id, name, column_id AS number, type, nullable, default_id, is_sysname,"
-    " 0 AS parameter, 0 AS output, computed FROM $q_columns"
-    " UNION ALL SELECT object_id, name, parameter_id, type, 1, 0, 0, 1, is_output, NULL"
-    " FROM $q_parameters) c";
+    "FROM (SELECT object_id, name, column_id AS number, type, nullable, default_id,"
+    " 0 AS parameter, 0 AS output, computed, CASE WHEN user_type <> 0 THEN user_type"
+    " WHEN is_sysname THEN 256 ELSE q_type_number(type) END AS user_type FROM $q_columns"
+    " UNION ALL SELECT object_id, name, parameter_id, type, 1, 0, 1, is_output, NULL,"
+    " CASE user_type WHEN 0 THEN q_type_number(type) ELSE user_type END FROM $q_parameters) c";
 
 // Digits of numbers, else the length in characters.
 constexpr const char* OldPrecision =
@@ -63,8 +64,7 @@ SystemView OldColumns() {
         .Add(Int("id", false), "c.object_id")
         .Add(TinyInt("xtype", false), "q_type_number(c.type)")
         .Add(TinyInt("typestat", false), "0")
-        .Add(SmallInt("xusertype"),
-             "CASE WHEN c.is_sysname THEN 256 ELSE q_type_number(c.type) END")
+        .Add(SmallInt("xusertype"), "c.user_type")
         .Add(SmallInt("length", false), "q_byte_length(c.type)")
         .Add(TinyInt("xprec", false), "coalesce(q_precision(c.type), 0)")
         .Add(TinyInt("xscale", false), "coalesce(q_scale(c.type), q_moment_scale(c.type), 0)")
@@ -77,20 +77,28 @@ SystemView OldColumns() {
         .Add(Int("domain", false), "0")
         .Add(SmallInt("number"), "0")
         .Add(SmallInt("colorder"), "c.number")
+        .AddNulls({VarBinary("autoval", 8000)})
         .Add(SmallInt("offset"), "0")
         .Add(Int("collationid"),
              "CASE WHEN q_char_length(c.type) IS NULL THEN 0 ELSE 872468488 END")
         .Add(Int("language"), "0")
         .Add(TinyInt("status"), "c.nullable * 8 + c.output * 64 + 128 * " + std::string(identity))
-        .Add(SmallInt("usertype"), "q_type_number(c.type)")
+        .Add(TinyInt("type"), OldWireNumber("q_type_number(c.type)"))
+        .Add(SmallInt("usertype"), OldTypeNumber("q_type_number(c.type)", "c.user_type"))
+        .AddNulls({VarChar("printfmt", 255)})
         .Add(SmallInt("prec"), OldPrecision)
         .Add(Int("scale"), "q_scale(c.type)")
         .Add(Int("iscomputed"), "c.computed IS NOT NULL")
         .Add(Int("isoutparam"), "c.output")
         .Add(Int("isnullable"), "c.nullable")
-        .Add(Sysname("collation"), CollationOfType());
+        .Add(Sysname("collation"), CollationOfType())
+        .Add(Binary("tdscollation", 5),
+             "CASE WHEN " + CollationOfType() + " IS NOT NULL THEN x'0904D00034' END");
     return view.From(ColumnRows);
 }
+
+// The rows of the table behind the index, counted where they are asked for.
+constexpr const char* RowsOf = "q_row_count('$t' || i.object_id)";
 
 // Bit 2 of the status is a unique index, 16 a clustered one, 2048 a primary key, 4096 a UNIQUE.
 SystemView OldIndexes() {
@@ -99,28 +107,33 @@ SystemView OldIndexes() {
         .Add(Int("status"),
              "i.is_unique * 2 + (i.kind = 1) * 16 + coalesce(p.type = 'PK', 0) * 2048"
              " + coalesce(p.type = 'UQ', 0) * 4096")
+        .AddNulls({Binary("first", 6)})
         .Add(SmallInt("indid"), "i.index_id")
+        .AddNulls({Binary("root", 6)})
         .Add(SmallInt("minlen"), "0")
         .Add(SmallInt("keycnt"),
              "(SELECT count(*) FROM $q_index_columns k WHERE k.object_id = i.object_id"
              " AND k.index_id = i.index_id)")
         .Add(SmallInt("groupid"), "1");
-    for (const char* name : {"dpages", "reserved", "used", "rowcnt", "rowmodctr"}) {
-        view.Add(Int(name), "0");
-    }
-    view.Add(TinyInt("reserved3"), "0")
+    for (const char* name : {"dpages", "reserved", "used"}) view.Add(Int(name), "0");
+    view.Add(BigInt("rowcnt"), RowsOf)
+        .Add(Int("rowmodctr"), "0")
+        .Add(TinyInt("reserved3"), "0")
         .Add(TinyInt("reserved4"), "0")
         .Add(SmallInt("xmaxlen"), "0")
         .Add(SmallInt("maxirow"), "0")
         .Add(TinyInt("OrigFillFactor"), "0")
         .Add(TinyInt("StatVersion"), "0")
         .Add(Int("reserved2"), "0")
-        .Add(Int("impid"), "0")
+        .AddNulls({Binary("FirstIAM", 6)})
+        .Add(SmallInt("impid"), "0")
         .Add(SmallInt("lockflags"), "0")
         .Add(Int("pgmodctr"), "0")
+        .AddNulls({VarBinary("keys", 816)})
         .Add(Sysname("name"), "i.name")
+        .AddNulls({Image("statblob")})
         .Add(Int("maxlen"), "8000")
-        .Add(Int("rows"), "0");
+        .Add(Int("rows"), "min(" + std::string(RowsOf) + ", 2147483647)");
     return view.From(
         "FROM (SELECT object_id, name, index_id, is_unique, constraint_id,"
         " CASE is_clustered WHEN 0 THEN 2 ELSE 1 END AS kind FROM $q_indexes"

@@ -5,6 +5,7 @@
 
 #include "localdb/catalog/OpenServer.h"
 #include "localdb/engine/ObjectInfo.h"
+#include "localdb/engine/SqlError.h"
 
 namespace quarv::localdb::catalog {
 
@@ -17,13 +18,16 @@ QString ViewKey(const QString& schema, const QString& name) {
 }  // namespace
 
 SystemCatalog::SystemCatalog() : views_(InformationSchemaViews()) {
-    for (auto* list : {SysViews, ObjectViews, DatabaseViews, OldViews}) AddViews(list());
+    for (auto* list : {InformationConstraints, InformationDomains, SysViews, ColumnViews,
+                       ConstraintViews, TypeViews, ObjectViews, DatabaseViews, OldViews})
+        AddViews(list());
     AddViews(AllViews(views_));
     std::sort(views_.begin(), views_.end(), [](const auto& a, const auto& b) {
         return ViewKey(a.schema, a.name) < ViewKey(b.schema, b.name);
     });
-    for (auto* list : {ServerProcedures, TablesProcedures, RoutinesProcedures, ColumnsProcedures,
-                       KeyProcedures, HelpProcedures, TypesProcedures}) {
+    for (auto* list : {StorageProcedures, RightsProcedures, ServerProcedures, TablesProcedures,
+                       RoutinesProcedures, ColumnsProcedures, KeyProcedures, ForeignKeyProcedures,
+                       HelpProcedures, TypesProcedures}) {
         for (engine::SystemProcedure& procedure : list()) {
             procedures_.push_back(std::move(procedure));
         }
@@ -46,6 +50,11 @@ const engine::SystemView* SystemCatalog::FindView(const QString& schema,
     const bool old = name.startsWith(u"sys", Qt::CaseInsensitive) &&
                      (schema.isEmpty() || engine::SameName(schema, QStringLiteral("dbo")));
     if (schema.isEmpty() && !old) return nullptr;
+    // How the server runs is no part of a database's catalogue, and not kept.
+    if (engine::SameName(schema, QStringLiteral("sys")) &&
+        name.startsWith(u"dm_", Qt::CaseInsensitive)) {
+        throw engine::SqlError(40517, {QStringLiteral("sys.") + name});
+    }
     const auto found = viewsByName_.constFind(ViewKey(old ? QStringLiteral("sys") : schema, name));
     return found != viewsByName_.constEnd() ? &views_[*found] : nullptr;
 }

@@ -11,7 +11,8 @@ class SystemCatalog : public engine::SystemObjects {
   public:
     SystemCatalog();
 
-    // sysobjects and its like are found without a schema and as dbo's too.
+    // sysobjects and its like are found without a schema and as dbo's too. Raises SqlError 40517
+    // for the views of the running server, sys.dm_..., which there are none of.
     const engine::SystemView* FindView(const QString& schema, const QString& name) const override;
     const engine::SystemProcedure* FindProcedure(const QString& name) const override;
     // By schema and name.
@@ -28,7 +29,12 @@ class SystemCatalog : public engine::SystemObjects {
 
 // What the files of this folder bring.
 std::vector<engine::SystemView> InformationSchemaViews();
+std::vector<engine::SystemView> InformationConstraints();
+std::vector<engine::SystemView> InformationDomains();
 std::vector<engine::SystemView> SysViews();
+std::vector<engine::SystemView> ColumnViews();
+std::vector<engine::SystemView> ConstraintViews();
+std::vector<engine::SystemView> TypeViews();
 std::vector<engine::SystemView> ObjectViews();
 std::vector<engine::SystemView> DatabaseViews();
 std::vector<engine::SystemView> OldViews();
@@ -37,10 +43,13 @@ engine::SystemView ColumnsOver(const char* name, const std::string& rows);
 // Those that list the system's views, which are `known` and not these.
 std::vector<engine::SystemView> AllViews(const std::vector<engine::SystemView>& known);
 std::vector<engine::SystemProcedure> ServerProcedures();
+std::vector<engine::SystemProcedure> StorageProcedures();
+std::vector<engine::SystemProcedure> RightsProcedures();
 std::vector<engine::SystemProcedure> TablesProcedures();
 std::vector<engine::SystemProcedure> RoutinesProcedures();
 std::vector<engine::SystemProcedure> ColumnsProcedures();
 std::vector<engine::SystemProcedure> KeyProcedures();
+std::vector<engine::SystemProcedure> ForeignKeyProcedures();
 std::vector<engine::SystemProcedure> HelpProcedures();
 std::vector<engine::SystemProcedure> TypesProcedures();
 

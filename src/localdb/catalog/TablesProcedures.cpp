@@ -5,7 +5,9 @@
 #include "localdb/catalog/NameFilter.h"
 #include "localdb/catalog/ObjectLookup.h"
 #include "localdb/catalog/SystemCatalog.h"
+#include "localdb/engine/Collation.h"
 #include "localdb/engine/SystemCall.h"
+#include "localdb/engine/Utf8.h"
 
 namespace quarv::localdb::catalog {
 
@@ -20,12 +22,12 @@ const QString TableType = QStringLiteral("TABLE");
 const QString ViewType = QStringLiteral("VIEW");
 const QString SystemTableType = QStringLiteral("SYSTEM TABLE");
 
-// Users' objects are dbo's alone, so the index over type, schema and name gives them in order.
+// Schema by schema, so that the index over type, schema and name gives them in order.
 constexpr const char* ObjectsOfType =
     "SELECT :db, s.name, o.name, CASE o.type WHEN 'U' THEN 'TABLE' ELSE 'VIEW' END, NULL"
     " FROM $q_objects o CROSS JOIN $q_schemas s ON s.schema_id = o.schema_id"
     " WHERE o.type = ";
-constexpr const char* InOrder = " ORDER BY o.schema_id, o.name";
+constexpr const char* InOrder = " ORDER BY o.name";
 
 std::vector<Column> TableColumns() {
     return {Sysname("TABLE_QUALIFIER"), Sysname("TABLE_OWNER"), Sysname("TABLE_NAME"),
@@ -48,34 +50,55 @@ bool AsksFor(const SystemCall& call, const QString& type) {
     return ReadTypes(text).contains(type, Qt::CaseInsensitive);
 }
 
-void AppendObjects(SystemCall& call, const DatabaseEntry& database, const char* type) {
+void AppendObjects(SystemCall& call, const DatabaseEntry& database, const char* type, int schema) {
     NameFilter filter(call.IsNull(UsePattern) || call.Integer(UsePattern) != 0);
     filter.Add("o.name", call.Text(Name));
     filter.Add("s.name", call.Text(Owner));
-    call.Append(database, ObjectsOfType + std::string(type) + filter.Conditions() + InOrder,
+    call.Append(database,
+                ObjectsOfType + ('\'' + std::string(type)) +
+                    "' AND o.schema_id = " + std::to_string(schema) + filter.Conditions() + InOrder,
                 filter.Parameters());
 }
 
-// Their schemas come behind dbo in the order of names.
-void AppendSystemViews(SystemCall& call, const DatabaseEntry& database) {
-    for (const engine::SystemView& view : call.Objects().Views()) {
-        if (!NameFilter::Matches(view.name, call.Text(Name))) continue;
-        if (!NameFilter::Matches(view.schema, call.Text(Owner))) continue;
-        call.Row(
-            {Value(database.name), Value(view.schema), Value(view.name), Value(ViewType), Null()});
+void AppendTables(SystemCall& call, const DatabaseEntry& database) {
+    for (const int schema : call.GetMetadata(database).SchemasWith(QStringLiteral("U"))) {
+        AppendObjects(call, database, "U", schema);
     }
+}
+
+void AppendSystemView(SystemCall& call, const DatabaseEntry& database,
+                      const engine::SystemView& view) {
+    if (!NameFilter::Matches(view.name, call.Text(Name))) return;
+    if (!NameFilter::Matches(view.schema, call.Text(Owner))) return;
+    call.Row({Value(database.name), Value(view.schema), Value(view.name), Value(ViewType), Null()});
+}
+
+bool GoesBefore(const QString& a, const QString& b) {
+    return engine::Collation::Compare(engine::ToUtf8(a), engine::ToUtf8(b)) < 0;
+}
+
+// The system's schemas stand among the user's in the order of names.
+void AppendViews(SystemCall& call, const DatabaseEntry& database) {
+    const std::vector<engine::SystemView>& views = call.Objects().Views();
+    auto next = views.begin();
+    engine::Metadata metadata = call.GetMetadata(database);
+    for (const int schema : metadata.SchemasWith(QStringLiteral("V"))) {
+        const QString name = metadata.SchemaName(schema);
+        for (; next != views.end() && GoesBefore(next->schema, name); ++next) {
+            AppendSystemView(call, database, *next);
+        }
+        AppendObjects(call, database, "V", schema);
+    }
+    for (; next != views.end(); ++next) AppendSystemView(call, database, *next);
 }
 
 int ListTables(SystemCall& call, const std::vector<DatabaseEntry>& databases) {
     call.Begin(TableColumns());
     if (AsksFor(call, TableType)) {
-        for (const DatabaseEntry& database : databases) AppendObjects(call, database, "'U'");
+        for (const DatabaseEntry& database : databases) AppendTables(call, database);
     }
     if (AsksFor(call, ViewType)) {
-        for (const DatabaseEntry& database : databases) {
-            AppendObjects(call, database, "'V'");
-            AppendSystemViews(call, database);
-        }
+        for (const DatabaseEntry& database : databases) AppendViews(call, database);
     }
     call.End();
     return 0;

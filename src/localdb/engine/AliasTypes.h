@@ -7,6 +7,8 @@
 
 namespace quarv::localdb::engine {
 
+class Frame;
+
 struct DeclaredType {
     SqlType type;
     int userType = 0;      // an alias type's number, else 0
@@ -15,8 +17,13 @@ struct DeclaredType {
     bool isSysname = false;
 };
 
-// `ordinal` names the place in messages. Raises as BindType does, and SqlError 2716 for an alias
-// type with a length.
+// `ordinal` names the place in messages. Alias types are those of the metadata's database, or of
+// the context's current one. Raises as BindType does, and SqlError 2716 for an alias type with a
+// length.
+DeclaredType BindDeclaredType(Metadata& metadata, const tsql::TypeName& name, int ordinal);
 DeclaredType BindDeclaredType(BindContext& context, const tsql::TypeName& name, int ordinal);
+
+// The type of a variable, which may be null whatever its type says.
+SqlType BindVariableType(Frame& frame, const tsql::TypeName& name, int ordinal);
 
 }  // namespace quarv::localdb::engine

@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include "localdb/engine/DatabaseFile.h"
+#include "localdb/engine/Moment.h"
 #include "localdb/engine/SqlError.h"
 
 namespace quarv::localdb::engine {
@@ -56,7 +57,9 @@ QString DatabaseList::PathFor(int id, const QString& name) const {
 }
 
 const DatabaseEntry& DatabaseList::Temporary() {
-    static const DatabaseEntry entry{TemporaryId, QStringLiteral("tempdb"), QString(), 0};
+    // Made anew with every start.
+    static const DatabaseEntry entry{TemporaryId, QStringLiteral("tempdb"), QString(),
+                                     Moment::Now().Store(TypeKind::DateTime).value_or(0)};
     return entry;
 }
 

@@ -201,6 +201,10 @@ BoundPtr ExpressionBinder::Combine(char16_t sign, BoundPtr a, BoundPtr b) {
 BoundPtr ExpressionBinder::BindCast(const tsql::Cast& cast) {
     BoundPtr operand = Value(*cast.operand);
     tsql::TypeName name = cast.type;
+    // An alias type is none that a cast knows.
+    if (!FindTypeKind(name.name) && !IsRefusedType(name.name)) {
+        throw SqlError(243, {name.name}, name.line);
+    }
     SqlType type = BindType(name, 1);
     // Without a length a cast makes thirty characters.
     const bool counted = ClassOf(type) == TypeClass::Text || ClassOf(type) == TypeClass::Binary;

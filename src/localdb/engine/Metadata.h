@@ -65,12 +65,30 @@ class Metadata {
     // The object, what belongs to it and its constraints; not its storage.
     void RemoveObject(int64_t objectId);
 
-    // Schemas and alias types. Raises SqlError 2714 or 219 where the name is taken.
+    // Schemas and alias types. Raises SqlError 2714 where the name is taken.
     int AddSchema(const QString& name);
     void RemoveSchema(int schemaId);
+    // Those with objects of the type, by name.
+    std::vector<int> SchemasWith(const QString& type);
+    // The name of an object or a type in it; null where there is none.
+    QString FirstInSchema(int schemaId);
     std::optional<AliasType> FindType(const QString& schema, const QString& name);
+    std::optional<AliasType> FindType(int userType);
+    // By name.
+    std::vector<AliasType> AllTypes();
+    // The number of `type` is given here.
     void AddType(const AliasType& type);
     void RemoveType(int userType);
+    void MoveType(int userType, int schemaId);
+    // The name of an object with a column or a parameter of the type; null where there is none.
+    QString FirstWithType(int userType);
+
+    // Whether the object belongs to another, as a constraint does.
+    bool IsChild(int64_t objectId);
+    // The object's or its constraint's name that the schema has already; null where it has none.
+    QString NameTakenBy(int64_t objectId, int schemaId);
+    // Takes its constraints along.
+    void MoveObject(int64_t objectId, int schemaId);
 
     // The next number for a rowversion column of this database.
     int64_t NextRowVersion();

@@ -7,6 +7,7 @@
 #include "localdb/engine/ObjectProperties.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/Utf8.h"
+#include "localdb/tsql/ObjectName.h"
 
 namespace quarv::localdb::engine {
 
@@ -73,15 +74,27 @@ SqlValue TypeName(const BoundCall&, const SqlValue* a, const Evaluation& evaluat
         const TypeFacts& facts = FactsOf(static_cast<TypeKind>(kind));
         if (facts.number == a[0].integer) return Keep(QString::fromUtf16(facts.name), evaluation);
     }
-    return {};
+    if (a[0].integer < SysnameNumber) return {};
+    Metadata metadata = evaluation.environment->Catalog();
+    const std::optional<AliasType> alias = metadata.FindType(static_cast<int>(a[0].integer));
+    return alias ? Keep(alias->name, evaluation) : SqlValue();
 }
 
-SqlValue TypeId(const BoundCall&, const SqlValue* a, const Evaluation&) {
-    QString name = Lower(a[0]);
-    if (name.startsWith(u"sys.")) name.remove(0, 4);
-    if (name == u"sysname") return SqlValue::Integer(SysnameNumber);
-    const std::optional<TypeKind> kind = FindTypeKind(name);
-    return kind ? SqlValue::Integer(FactsOf(*kind).number) : SqlValue();
+// Without a schema a system type goes before dbo's.
+SqlValue TypeId(const BoundCall&, const SqlValue* a, const Evaluation& evaluation) {
+    const std::optional<tsql::ObjectName> name =
+        tsql::ParseLooseName(FromUtf8(WithoutTrailingBlanks(a[0].text)));
+    if (!name || !name->database.isEmpty()) return {};
+    if (name->schema.isEmpty() || SameName(name->schema, QStringLiteral("sys"))) {
+        if (SameName(name->name, QStringLiteral("sysname"))) {
+            return SqlValue::Integer(SysnameNumber);
+        }
+        const std::optional<TypeKind> kind = FindTypeKind(name->name);
+        if (kind) return SqlValue::Integer(FactsOf(*kind).number);
+    }
+    Metadata metadata = evaluation.environment->Catalog();
+    const std::optional<AliasType> alias = metadata.FindType(name->schema, name->name);
+    return alias ? SqlValue::Integer(alias->userType) : SqlValue();
 }
 
 // The table of an id; nothing where there is none.

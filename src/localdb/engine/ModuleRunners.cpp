@@ -1,4 +1,5 @@
 // Views and procedures: CREATE, ALTER and CREATE OR ALTER.
+#include "localdb/engine/AliasTypes.h"
 #include "localdb/engine/NewObject.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/StatementRunner.h"
@@ -47,7 +48,9 @@ void StoreParameters(Metadata& metadata, int64_t id, const tsql::CreateProcedure
     for (const tsql::ParameterDefinition& definition : node.parameters) {
         ParameterInfo parameter;
         parameter.name = definition.name;
-        parameter.type = BindType(definition.type, ++number);
+        const DeclaredType declared = BindDeclaredType(metadata, definition.type, ++number);
+        parameter.type = declared.type;
+        parameter.userType = declared.userType;
         names.Declare(parameter.name, parameter.type);
         parameter.output = definition.output;
         if (definition.defaultValue) {

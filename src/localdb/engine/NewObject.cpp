@@ -10,14 +10,14 @@ constexpr int FirstUserSchema = 5;
 
 }  // namespace
 
-// dbo goes by its own name, however it was written.
+// A schema goes by its own name, however it was written.
 ObjectInfo NewObject(Metadata& metadata, const tsql::ObjectName& name, const QString& type) {
     const std::optional<int> schema = metadata.FindSchema(name.schema);
     const bool system = schema && *schema > Metadata::DboSchema && *schema < FirstUserSchema;
     if (!schema || system) throw SqlError(2760, {name.schema}, name.line);
     ObjectInfo object;
     object.schemaId = *schema;
-    object.schema = *schema == Metadata::DboSchema ? QStringLiteral("dbo") : name.schema;
+    object.schema = metadata.SchemaName(*schema);
     object.name = name.name;
     object.type = type;
     return object;

@@ -1,5 +1,8 @@
 #include "localdb/engine/ProcedureCaller.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/SystemCall.h"
 #include "localdb/engine/TypeRules.h"
@@ -18,13 +21,19 @@ OwnedValue Converted(const SqlValue& value, const SqlType& from, const SqlType& 
 }
 
 // Procedures that clients know by number and that would have to do more than run a text: cursors
-// in the server, a call prepared as a call, and messages of one's own.
+// in the server, a call prepared as a call, what a text would give if it ran, and messages of one's
+// own.
 bool IsUnsupported(const QString& name) {
-    for (const QStringView message : {u"sp_addmessage", u"sp_altermessage", u"sp_dropmessage"}) {
-        if (message.compare(name, Qt::CaseInsensitive) == 0) return true;
-    }
-    return name.startsWith(u"sp_cursor", Qt::CaseInsensitive) ||
-           name.compare(u"sp_prepexecrpc", Qt::CaseInsensitive) == 0;
+    constexpr QStringView Names[] = {u"sp_addmessage",
+                                     u"sp_altermessage",
+                                     u"sp_dropmessage",
+                                     u"sp_prepexecrpc",
+                                     u"sp_describe_first_result_set",
+                                     u"sp_describe_undeclared_parameters"};
+    if (name.startsWith(u"sp_cursor", Qt::CaseInsensitive)) return true;
+    return std::any_of(std::begin(Names), std::end(Names), [&name](QStringView other) {
+        return name.compare(other, Qt::CaseInsensitive) == 0;
+    });
 }
 
 }  // namespace
@@ -172,6 +181,7 @@ int ProcedureCaller::CallSystem(const SystemProcedure& procedure, const Database
     Called called(sink_);
     SystemCall call(session.store, session.databases, database, session.objects, std::move(values),
                     sink_);
+    call.SetClient({session.id, session.login, session.hostName, session.database.name});
     return called.Return(procedure.run(call));
 }
 

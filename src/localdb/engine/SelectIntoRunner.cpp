@@ -62,7 +62,7 @@ TableInfo Describe(const tsql::ObjectName& name, Metadata& metadata, SessionStat
     if (!schema) throw SqlError(2760, {name.schema}, name.line);
     TableInfo table;
     table.object.schemaId = *schema;
-    table.object.schema = name.schema.isEmpty() ? QStringLiteral("dbo") : name.schema;
+    table.object.schema = metadata.SchemaName(*schema);
     table.object.name = name.name;
     table.object.type = QStringLiteral("U");
     table.object.id = metadata.NextObjectId();

@@ -85,6 +85,8 @@ void RunCreateTable(const tsql::Statement& statement, Frame& frame, ResultSink& 
 void RunCreateView(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunCreateProcedure(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunCreateIndex(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunSchemaStatement(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
+void RunTypeStatement(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunDrop(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunDeclare(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunSetVariable(const tsql::Statement& statement, Frame& frame, ResultSink& sink);

@@ -48,6 +48,13 @@ void SystemCall::Append(const DatabaseEntry& database, const std::string& sql,
     }
 }
 
+int64_t SystemCall::Ask(const DatabaseEntry& database, const std::string& sql) {
+    SqliteStatement statement =
+        store_.Prepare(FillInDatabase(sql, store_.Attach(database) + ".", database, databases_));
+    const Store::Stoppable stoppable(store_);
+    return statement.Step() ? statement.Integer(0) : 0;
+}
+
 void SystemCall::Row(const std::vector<OwnedValue>& values) {
     for (size_t i = 0; i < columns_.size(); ++i) row_[i] = ToDatum(values[i].View());
     sink_.Row(row_);

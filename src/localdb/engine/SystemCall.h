@@ -23,7 +23,17 @@ class SystemCall {
     const DatabaseEntry& Database() const { return database_; }
     const DatabaseList& Databases() const { return databases_; }
     const SystemObjects& Objects() const { return objects_; }
+    // Who called.
+    struct Client {
+        int id = 0;  // of the session
+        QString login;
+        QString host;
+        QString database;  // the session's current one
+    };
+    void SetClient(Client client) { client_ = std::move(client); }
+    const Client& GetClient() const { return client_; }
     Metadata GetMetadata() { return Metadata(store_, database_); }
+    Metadata GetMetadata(const DatabaseEntry& database) { return Metadata(store_, database); }
 
     // A result set: Begin, any number of Append and Row, End.
     void Begin(std::vector<Column> columns);
@@ -34,6 +44,8 @@ class SystemCall {
     };
     void Append(const DatabaseEntry& database, const std::string& sql,
                 const std::vector<Parameter>& parameters);
+    // The first column of the first row of storage SQL, as Append takes it; 0 where it has no row.
+    int64_t Ask(const DatabaseEntry& database, const std::string& sql);
     // One row; each value of its column's type.
     void Row(const std::vector<OwnedValue>& values);
     void End();
@@ -51,6 +63,7 @@ class SystemCall {
     std::vector<Column> columns_;
     std::vector<Datum> row_;
     int64_t count_ = 0;
+    Client client_;
 };
 
 }  // namespace quarv::localdb::engine

@@ -17,7 +17,9 @@ std::string Quoted(const QString& name) {
 
 std::string Rows(const DatabaseList& databases) {
     std::string rows;
-    for (const DatabaseEntry& entry : databases.All()) {
+    std::vector<DatabaseEntry> all = databases.All();
+    all.push_back(DatabaseList::Temporary());
+    for (const DatabaseEntry& entry : all) {
         rows += rows.empty() ? "(VALUES (" : ", (";
         rows += std::to_string(entry.id) + ", " + Quoted(entry.name) + ", " +
                 std::to_string(entry.created) + ')';

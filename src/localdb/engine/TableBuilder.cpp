@@ -126,7 +126,7 @@ ColumnInfo NewColumn(const TableInfo& table, const tsql::ColumnDefinition& defin
 
 void TableBuilder::AddColumn(TableInfo& table, const tsql::ColumnDefinition& definition) {
     ColumnInfo column = NewColumn(table, definition, definition_);
-    const DeclaredType declared = BindDeclaredType(context_, definition.type, column.id);
+    const DeclaredType declared = BindDeclaredType(metadata_, definition.type, column.id);
     column.type = declared.type;
     column.isSysname = declared.isSysname;
     column.userType = declared.userType;

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "localdb/engine/AliasTypes.h"
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/ProcedureCaller.h"
 #include "localdb/engine/QueryBinder.h"
@@ -53,8 +54,11 @@ std::vector<ProcedureCaller::Parameter> ProcedureCaller::ReadDeclarations(const 
     try {
         int ordinal = 0;
         for (const tsql::ParameterDefinition& declared : tsql::ParseParameterList(text)) {
-            parameters.push_back(
-                {declared.name, BindType(declared.type, ++ordinal), declared.output, true, {}});
+            parameters.push_back({declared.name,
+                                  BindVariableType(caller_, declared.type, ++ordinal),
+                                  declared.output,
+                                  true,
+                                  {}});
         }
     } catch (const tsql::SyntaxError& error) {
         throw FromSyntaxError(error);

@@ -94,7 +94,10 @@ SqlType BindType(const tsql::TypeName& name, int ordinal) {
     if (!kind && dbo && IsRefusedType(name.name)) {
         throw place.Error(40517, {QStringLiteral("data type ") + name.name.toLower()});
     }
-    if (!kind) throw place.Error(2715, {place.ordinal, name.name});
+    if (!kind) {
+        const QString written = name.schema.isEmpty() ? name.name : name.schema + u'.' + name.name;
+        throw place.Error(2715, {place.ordinal, written});
+    }
     switch (FactsOf(*kind).cls) {
         case TypeClass::Text:
             if (name.name.compare(u"sysname", Qt::CaseInsensitive) == 0) return SysnameType();

@@ -1,4 +1,5 @@
 // DECLARE and SET of a variable.
+#include "localdb/engine/AliasTypes.h"
 #include "localdb/engine/ExpressionBinder.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/TableBuilder.h"
@@ -41,7 +42,7 @@ void RunDeclare(const tsql::Statement& statement, Frame& frame, ResultSink&) {
             DeclareTable(*item.table, frame);
             continue;
         }
-        const SqlType type = BindType(item.type, ordinal);
+        const SqlType type = BindVariableType(frame, item.type, ordinal);
         if (IsOldLong(type.kind)) throw SqlError(2739);
         // A loop comes by again and again; a variable is declared once and set anew.
         std::optional<size_t> index = variables.Find(item.name);

@@ -1,6 +1,11 @@
 -- The sample database: Mirel, a small trader of tea, spices and kitchenware. Runs in a new, empty
 -- database.
 
+CREATE TYPE PlaceName FROM nvarchar(40) NULL
+CREATE TYPE PhoneNumber FROM nvarchar(30) NULL
+CREATE TYPE Price FROM decimal(10, 2) NOT NULL
+GO
+
 CREATE TABLE Categories (
     CategoryID int NOT NULL CONSTRAINT PK_Categories PRIMARY KEY,
     CategoryName nvarchar(30) NOT NULL,
@@ -12,9 +17,9 @@ CREATE TABLE Suppliers (
     SupplierID int NOT NULL CONSTRAINT PK_Suppliers PRIMARY KEY,
     CompanyName nvarchar(60) NOT NULL,
     ContactName nvarchar(60) NULL,
-    City nvarchar(40) NULL,
-    Country nvarchar(40) NOT NULL,
-    Phone nvarchar(30) NULL
+    City PlaceName NULL,
+    Country PlaceName NOT NULL,
+    Phone PhoneNumber NULL
 )
 GO
 
@@ -23,7 +28,7 @@ CREATE TABLE Products (
     ProductName nvarchar(60) NOT NULL,
     CategoryID int NOT NULL,
     SupplierID int NULL,
-    UnitPrice decimal(10, 2) NOT NULL DEFAULT 0,
+    UnitPrice Price NOT NULL DEFAULT 0,
     WeightKg decimal(9, 3) NULL,
     UnitsInStock int NOT NULL DEFAULT 0,
     ReorderLevel int NOT NULL DEFAULT 10,
@@ -36,8 +41,8 @@ GO
 CREATE TABLE Customers (
     CustomerID int NOT NULL CONSTRAINT PK_Customers PRIMARY KEY,
     CustomerName nvarchar(80) NOT NULL,
-    City nvarchar(40) NULL,
-    Country nvarchar(40) NOT NULL DEFAULT N'France',
+    City PlaceName NULL,
+    Country PlaceName NOT NULL DEFAULT N'France',
     CreditLimit decimal(12, 2) NULL,
     CustomerSince datetime NOT NULL,
     Notes nvarchar(400) NULL
@@ -148,7 +153,8 @@ CREATE TABLE Documents (
     Body nvarchar(max) NULL,
     Properties xml NULL,
     Original varbinary(max) NULL,
-    WrittenAt datetime2(7) NOT NULL
+    WrittenAt datetime2(7) NOT NULL,
+    Version rowversion NOT NULL
 )
 GO
 

@@ -7,6 +7,7 @@
 #include "localdb/tsql/AlterTable.h"
 #include "localdb/tsql/CreateProcedure.h"
 #include "localdb/tsql/CreateView.h"
+#include "localdb/tsql/SchemaStatement.h"
 #include "localdb/tsql/TokenReader.h"
 
 namespace quarv::localdb::tsql {
@@ -21,7 +22,8 @@ struct Entry {
 constexpr Entry Altered[] = {
     {u"database", ParseAlterDatabase}, {u"index", ParseAlterIndex},
     {u"proc", ParseCreateProcedure},   {u"procedure", ParseCreateProcedure},
-    {u"table", ParseAlterTable},       {u"view", ParseCreateView}};
+    {u"schema", ParseAlterSchema},     {u"table", ParseAlterTable},
+    {u"view", ParseCreateView}};
 
 constexpr Entry CreatedOrAltered[] = {{u"proc", ParseCreateProcedure},
                                       {u"procedure", ParseCreateProcedure},

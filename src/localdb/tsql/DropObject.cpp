@@ -2,7 +2,9 @@
 
 #include <array>
 
+#include "localdb/tsql/SchemaStatement.h"
 #include "localdb/tsql/TokenReader.h"
+#include "localdb/tsql/TypeStatement.h"
 
 namespace quarv::localdb::tsql {
 
@@ -46,6 +48,8 @@ DropObject::Target ParseIndexTarget(TokenReader& reader) {
 }  // namespace
 
 StatementPtr ParseDrop(TokenReader& reader) {
+    if (reader.AtWord(u"schema", 1)) return ParseDropSchema(reader);
+    if (reader.AtWord(u"type", 1)) return ParseDropType(reader);
     reader.Take();
     auto statement = std::make_unique<DropObject>();
     statement->kind = TakeKind(reader);

@@ -18,10 +18,12 @@
 #include "localdb/tsql/Print.h"
 #include "localdb/tsql/RaiseError.h"
 #include "localdb/tsql/ReservedWords.h"
+#include "localdb/tsql/SchemaStatement.h"
 #include "localdb/tsql/Select.h"
 #include "localdb/tsql/SetOption.h"
 #include "localdb/tsql/Transaction.h"
 #include "localdb/tsql/TryCatch.h"
+#include "localdb/tsql/TypeStatement.h"
 #include "localdb/tsql/Update.h"
 #include "localdb/tsql/Use.h"
 #include "localdb/tsql/WaitFor.h"
@@ -41,6 +43,7 @@ StatementPtr ParseCreate(TokenReader& reader) {
     if (reader.AtWord(u"or", 1)) return ParseCreateOrAlter(reader);
     static constexpr Entry Table[] = {
         {u"database", ParseCreateDatabase},   {u"table", ParseCreateTable},
+        {u"schema", ParseCreateSchema},       {u"type", ParseCreateType},
         {u"view", ParseCreateView},           {u"proc", ParseCreateProcedure},
         {u"procedure", ParseCreateProcedure}, {u"index", ParseCreateIndex},
         {u"unique", ParseCreateIndex},        {u"clustered", ParseCreateIndex},

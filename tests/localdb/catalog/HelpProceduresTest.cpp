@@ -126,9 +126,33 @@ TEST_F(HelpProceduresTest, ViewShowsItsColumnsButNoFilegroup) {
     EXPECT_EQ(recording.sets[1].rows.size(), 1u);
 }
 
-TEST_F(HelpProceduresTest, WithoutANameAllObjectsAreListed) {
-    Prepare({"create table t(a int)", "create procedure p as select 1"});
-    EXPECT_EQ(Rows("exec sp_help"), Texts({"t|dbo|user table", "p|dbo|stored procedure"}));
+TEST_F(HelpProceduresTest, WithoutANameAllObjectsAndTypesAreListed) {
+    Prepare({"create table t(a int)", "create procedure p as select 1",
+             "create type Price from decimal(9, 2) not null", "create type Code from char(3)"});
+    const Recording recording = Run("exec sp_help");
+    ASSERT_EQ(recording.sets.size(), 2u);
+    EXPECT_EQ(recording.sets[0].rows, Texts({"t|dbo|user table", "p|dbo|stored procedure"}));
+    EXPECT_EQ(recording.sets[1].columns,
+              Texts({"User_type nvarchar(128)", "Storage_type nvarchar(128)", "Length smallint",
+                     "Prec int", "Scale int", "Nullable varchar(35)", "Default_name nvarchar(128)",
+                     "Rule_name nvarchar(128)", "Collation nvarchar(128)"}));
+    EXPECT_EQ(recording.sets[1].rows,
+              Texts({"Code|char|3|3|NULL|yes|none|none|SQL_Latin1_General_CP1_CI_AS",
+                     "Price|decimal|5|9|2|no|none|none|NULL"}));
+}
+
+TEST_F(HelpProceduresTest, TypesAreDescribed) {
+    Prepare({"create type dbo.Name from nvarchar(50) not null", "create table goods(n Name, f int)",
+             "create procedure p @n Name as select @n"});
+    const RecordedSet set = Query("exec sp_help 'dbo.name'");
+    EXPECT_EQ(set.columns[0], "Type_name nvarchar(128)");
+    EXPECT_EQ(set.rows,
+              Texts({"Name|nvarchar|100|50|NULL|no|none|none|SQL_Latin1_General_CP1_CI_AS"}));
+    EXPECT_EQ(Rows("exec sp_help 'int'"), Texts({"int|int|4|10|0|yes|none|none|NULL"}));
+    EXPECT_EQ(Rows("exec sp_help 'sys.money'"), Texts({"money|money|8|19|4|yes|none|none|NULL"}));
+    EXPECT_EQ(Run("exec sp_help 'none'").messages[0].substr(0, 5), "15009");
+    EXPECT_EQ(Run("exec sp_help goods").sets[1].rows[0].substr(0, 10), "n|Name|no|");
+    EXPECT_EQ(Run("exec sp_help p").sets[1].rows[0].substr(0, 8), "@n|Name|");
 }
 
 TEST_F(HelpProceduresTest, TextComesLineByLine) {

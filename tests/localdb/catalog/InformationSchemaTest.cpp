@@ -117,6 +117,39 @@ TEST_F(InformationSchemaTest, ParametersAreListedInOrder) {
                          "NULL|NULL"}));
 }
 
+TEST_F(InformationSchemaTest, ViewsTellTheTablesThatTheyName) {
+    Prepare({"create schema s", "create table a(x int)", "create table b(x int)",
+             "create table s.c(x int)", "create table unused(x int)",
+             "create view v as with q as (select x from b) select q.x, (select max(x) from s.c) m "
+             "from q join A on a.x = q.x where exists (select 1 from a as other where other.x > 1)",
+             "create view s.w as select x from v where x in (select x from shop.dbo.b)"});
+    const RecordedSet set =
+        Query("select * from information_schema.view_table_usage order by view_name, table_name");
+    EXPECT_EQ(set.columns, Texts({"VIEW_CATALOG nvarchar(128)", "VIEW_SCHEMA nvarchar(128)",
+                                  "VIEW_NAME nvarchar(128)", "TABLE_CATALOG nvarchar(128)",
+                                  "TABLE_SCHEMA nvarchar(128)", "TABLE_NAME nvarchar(128)"}));
+    EXPECT_EQ(set.rows,
+              Texts({"shop|dbo|v|shop|dbo|a", "shop|dbo|v|shop|dbo|b", "shop|dbo|v|shop|s|c",
+                     "shop|s|w|shop|dbo|b", "shop|s|w|shop|dbo|v"}));
+}
+
+TEST_F(InformationSchemaTest, ViewsTellTheColumnsThatTheyName) {
+    Prepare({"create table a(x int, y int, z int)", "create table b(x int, w int)",
+             "create view plain as select y, count(*) n from a where 'z' <> '' group by y",
+             "create view every as select b.* from a join b on b.x = a.x",
+             "create view nested as select a.z from a where exists (select 1 from b where w = y)",
+             "create view given as with q as (select w as x from b) select q.x from q"});
+    const RecordedSet set = Query("select * from information_schema.view_column_usage");
+    EXPECT_EQ(set.columns, Texts({"VIEW_CATALOG nvarchar(128)", "VIEW_SCHEMA nvarchar(128)",
+                                  "VIEW_NAME nvarchar(128)", "TABLE_CATALOG nvarchar(128)",
+                                  "TABLE_SCHEMA nvarchar(128)", "TABLE_NAME nvarchar(128)",
+                                  "COLUMN_NAME nvarchar(128)"}));
+    EXPECT_EQ(Rows("select view_name, table_name, column_name from "
+                   "information_schema.view_column_usage order by 1, 2, 3"),
+              Texts({"every|a|x", "every|b|w", "every|b|x", "given|b|w", "nested|a|y", "nested|a|z",
+                     "nested|b|w", "plain|a|y"}));
+}
+
 TEST_F(InformationSchemaTest, NamesThatSqlQuotesAreFound) {
     Prepare({"create table [it's](a int)"});
     EXPECT_EQ(Rows("select column_name from information_schema.columns where table_name='it''s'"),

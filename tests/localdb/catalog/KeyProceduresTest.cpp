@@ -34,12 +34,6 @@ TEST_F(KeyProceduresTest, TableNameIsRequired) {
                      "which was not supplied."}));
 }
 
-TEST_F(KeyProceduresTest, ThereAreNoForeignKeys) {
-    const RecordedSet set = Query("exec sp_fkeys @pktable_name = 'lines'");
-    EXPECT_EQ(set.columns.size(), 14u);
-    EXPECT_EQ(set.rows, Texts());
-}
-
 TEST_F(KeyProceduresTest, StatisticsBeginWithTheTable) {
     const RecordedSet set = Query("exec sp_statistics 'lines'");
     EXPECT_EQ(set.columns,

@@ -68,7 +68,8 @@ TEST_F(SysViewsTest, DatabasesAreTheSameFromEachOfThem) {
     Prepare({"create database [o'dd $ :db]"});
     const Texts rows = {"master|1|160|SQL_Latin1_General_CP1_CI_AS|ONLINE",
                         "o'dd $ :db|6|160|SQL_Latin1_General_CP1_CI_AS|ONLINE",
-                        "shop|5|160|SQL_Latin1_General_CP1_CI_AS|ONLINE"};
+                        "shop|5|160|SQL_Latin1_General_CP1_CI_AS|ONLINE",
+                        "tempdb|2|160|SQL_Latin1_General_CP1_CI_AS|ONLINE"};
     for (const std::string place : {"", "master."}) {
         EXPECT_EQ(Rows("select name, database_id, compatibility_level, collation_name, state_desc "
                        "from " +
@@ -79,7 +80,8 @@ TEST_F(SysViewsTest, DatabasesAreTheSameFromEachOfThem) {
     EXPECT_EQ(Rows("select name from sys.databases where database_id = db_id()"), Texts({"shop"}));
     EXPECT_EQ(Rows("select name from sys.databases where create_date between getdate() - 1 and "
                    "getdate() + 1"),
-              Texts({"master", "shop"}));
+              Texts({"master", "shop", "tempdb"}));
+    EXPECT_EQ(Rows("select count(*) from sys.databases where owner_sid = 0x01"), Texts({"3"}));
 }
 
 TEST_F(SysViewsTest, ModulesAndParametersAndSchemas) {

@@ -66,16 +66,62 @@ TEST_F(WiderViewsTest, OlderProgramsFindIndexesAndDatabases) {
               Texts({"master|160"}));
 }
 
+TEST_F(WiderViewsTest, RowsAreCountedForEachIndex) {
+    Prepare({"insert into t(name, p) values (N'a', 1), (N'b', 2), (N'c', 3)",
+             "insert into heap values (1)"});
+    EXPECT_EQ(Rows("select object_name(id), indid, rows, rowcnt from sysindexes "
+                   "where id in (object_id('t'), object_id('heap')) order by id, indid"),
+              Texts({"t|1|3|3", "t|2|3|3", "heap|0|1|1"}));
+    EXPECT_EQ(Rows("select object_name(object_id), index_id, partition_number, rows, "
+                   "data_compression_desc from sys.partitions order by object_id, index_id"),
+              Texts({"t|1|1|3|NONE", "t|2|1|3|NONE", "heap|0|1|1|NONE"}));
+    Prepare({"delete from t where name = N'a'"});
+    EXPECT_EQ(Rows("select rows from sysindexes where name = 'PK_t'"), Texts({"2"}));
+}
+
+TEST_F(WiderViewsTest, OlderViewsHaveTheirDocumentedColumns) {
+    const auto names = [this](const std::string& view) {
+        std::string list;
+        for (const std::string& column : Query("select * from " + view).columns) {
+            list += column.substr(0, column.find(' ')) + ' ';
+        }
+        return list;
+    };
+    EXPECT_EQ(names("sysindexes"),
+              "id status first indid root minlen keycnt groupid dpages reserved used rowcnt "
+              "rowmodctr reserved3 reserved4 xmaxlen maxirow OrigFillFactor StatVersion reserved2 "
+              "FirstIAM impid lockflags pgmodctr keys name statblob maxlen rows ");
+    EXPECT_EQ(names("syscolumns"),
+              "name id xtype typestat xusertype length xprec xscale colid xoffset bitpos reserved "
+              "colstat cdefault domain number colorder autoval offset collationid language status "
+              "type usertype printfmt prec scale iscomputed isoutparam isnullable collation "
+              "tdscollation ");
+    EXPECT_EQ(names("sysobjects"),
+              "name id xtype uid info status base_schema_ver replinfo parent_obj crdate ftcatid "
+              "schema_ver stats_schema_ver type userstat sysstat indexdel refdate version deltrig "
+              "instrig updtrig seltrig category cache ");
+    EXPECT_EQ(names("sysdatabases"),
+              "name dbid sid mode status status2 crdate reserved category cmptlevel filename "
+              "version ");
+}
+
 TEST_F(WiderViewsTest, DatabasesTellTheirOptions) {
     EXPECT_EQ(Rows("select page_verify_option_desc, is_auto_create_stats_on, is_broker_enabled, "
                    "log_reuse_wait_desc, containment_desc, is_encrypted, default_language_name "
                    "from sys.databases where name = 'master'"),
-              Texts({"CHECKSUM|1|0|NOTHING|NONE|0|us_english"}));
+              Texts({"CHECKSUM|1|0|NOTHING|NONE|0|NULL"}));
 }
 
 TEST_F(WiderViewsTest, WhatIsNotThereIsNoObject) {
     EXPECT_EQ(Run("select * from sys.configurations").messages,
               Texts({"208 16 Invalid object name 'sys.configurations'."}));
+    EXPECT_EQ(Run("select * from sys.dm_exec_sessions").messages,
+              Texts({"40517 16 Keyword or statement option 'sys.dm_exec_sessions' is not "
+                     "supported in this version of SQL Server."}));
+    EXPECT_EQ(Run("exec sp_describe_first_result_set N'select 1'").messages,
+              Texts({"40517 16 Keyword or statement option 'procedure "
+                     "sp_describe_first_result_set' is not supported in this version of SQL "
+                     "Server."}));
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ TEST(SampleScript, TextBeyondLatinSurvivesTheResource) {
 
 TEST(SampleScript, BatchesKeepTheirOrder) {
     const QStringList batches = SampleBatches();
-    EXPECT_TRUE(batches.first().contains(QStringLiteral("CREATE TABLE Categories")));
+    EXPECT_TRUE(batches.first().contains(QStringLiteral("CREATE TYPE PlaceName")));
     EXPECT_TRUE(batches.last().contains(QStringLiteral("CREATE PROCEDURE OrdersOfCustomer")));
 }
 
