@@ -133,14 +133,14 @@ void StatementRunner::Raise(const SqlError& error, int line) {
 }
 
 Flow StatementRunner::RunAll(const tsql::StatementList& statements) {
-    for (size_t i = jump_ ? PlaceOfJump(statements) : 0; i < statements.size();) {
+    for (size_t i = jump_ ? PassToJump(statements, 0) : 0; i < statements.size();) {
         const Flow flow = RunOne(*statements[i]);
         if (flow == Flow::Next) {
             ++i;
             continue;
         }
         if (flow != Flow::Jump) return flow;
-        i = PlaceOfJump(statements);
+        i = PassToJump(statements, i);
     }
     return jump_ ? Flow::Jump : Flow::Next;
 }
