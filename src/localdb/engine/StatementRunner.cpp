@@ -7,6 +7,7 @@
 #include "localdb/tsql/BatchParser.h"
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/Declare.h"
+#include "localdb/tsql/Insert.h"
 #include "localdb/tsql/Jumps.h"
 #include "localdb/tsql/Select.h"
 #include "localdb/tsql/SyntaxError.h"
@@ -88,6 +89,16 @@ bool SetsNothing(const tsql::Statement& statement) {
     const auto& items = static_cast<const tsql::Declare&>(statement).items;
     return std::none_of(items.begin(), items.end(),
                         [](const tsql::Declare::Item& item) { return item.value != nullptr; });
+}
+
+// What EXECUTE tells of the text that it runs is not this text's own; INSERT ... EXECUTE looks up
+// names of its own as well.
+bool IsOwnError(int number, const tsql::Statement& statement) {
+    constexpr int LastOfSyntax = 200;
+    if (number == 137) return true;
+    if (statement.type == StatementType::Execute) return false;
+    return statement.type != StatementType::Insert || number > LastOfSyntax ||
+           !static_cast<const tsql::Insert&>(statement).execute;
 }
 
 bool Undoes(int number, const tsql::Statement& statement, const SessionOptions& options) {
@@ -210,9 +221,7 @@ void StatementRunner::Fail(Message message, const tsql::Statement& statement) {
     SessionState& session = frame_.Session();
     session.rowCount = 0;
     const int number = message.number;
-    // What EXECUTE tells of the text that it runs is not this text's own.
-    const bool compiled = ErrorRules::IsCompileError(number) &&
-                          (statement.type != StatementType::Execute || number == 137);
+    const bool compiled = ErrorRules::IsCompileError(number) && IsOwnError(number, statement);
     HandOver(message, compiled, statement);
     Send(message);
     session.transactions.CheckLost(sink_);
