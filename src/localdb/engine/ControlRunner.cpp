@@ -94,6 +94,39 @@ size_t StatementRunner::PlaceOfJump(const tsql::StatementList& statements) const
     return static_cast<size_t>(place - statements.begin());
 }
 
+void StatementRunner::Pass(const tsql::Statement& statement) {
+    switch (statement.type) {
+        case tsql::StatementType::Declare:
+            return DeclareOnly(statement, frame_);
+        case tsql::StatementType::Block:
+            for (const auto& part : static_cast<const tsql::Block&>(statement).statements) {
+                Pass(*part);
+            }
+            return;
+        case tsql::StatementType::If: {
+            const auto& node = static_cast<const tsql::If&>(statement);
+            Pass(*node.then);
+            if (node.otherwise) Pass(*node.otherwise);
+            return;
+        }
+        case tsql::StatementType::Try:
+            Pass(static_cast<const tsql::TryCatch&>(statement).body);
+            return Pass(static_cast<const tsql::TryCatch&>(statement).handler);
+        case tsql::StatementType::While:
+            return Pass(*static_cast<const tsql::While&>(statement).body);
+        default:
+            return;
+    }
+}
+
+// PlaceOfJump; what the jump leaves out from `from` on is passed.
+size_t StatementRunner::PassToJump(const tsql::StatementList& statements, size_t from) {
+    const size_t place = PlaceOfJump(statements);
+    if (place == statements.size()) return place;
+    for (size_t i = from; i < place; ++i) Pass(*statements[i]);
+    return place;
+}
+
 // The condition is a statement of its own to @@ERROR and @@ROWCOUNT.
 bool StatementRunner::Decide(const tsql::Expression& condition) {
     const bool holds = frame_.Decide(condition);
@@ -105,7 +138,12 @@ bool StatementRunner::Decide(const tsql::Expression& condition) {
 Flow StatementRunner::RunIf(const tsql::Statement& statement) {
     const auto& node = static_cast<const tsql::If&>(statement);
     const bool first = jump_ ? LeadsTo(*node.then) : Decide(*node.condition);
-    if (first) return RunOne(*node.then);
+    if (first) {
+        const Flow flow = RunOne(*node.then);
+        if (node.otherwise) Pass(*node.otherwise);
+        return flow;
+    }
+    Pass(*node.then);
     return node.otherwise ? RunOne(*node.otherwise) : Flow::Next;
 }
 
@@ -119,6 +157,7 @@ Flow StatementRunner::RunWhile(const tsql::Statement& statement) {
         if (flow == Flow::Jump && !LeadsTo(*node.body)) return flow;
         if (sink_.Cancelled()) throw Cancelled();
     }
+    Pass(*node.body);
     return Flow::Next;
 }
 
@@ -137,11 +176,14 @@ Flow StatementRunner::RunTry(const tsql::Statement& statement) {
     Message message;
     try {
         const Trying trying(frame_);
-        return RunAll(node.body.statements);
+        const Flow flow = RunAll(node.body.statements);
+        Pass(node.handler);
+        return flow;
     } catch (const CaughtError& error) {
         if (error.unseenBy == &frame_) throw;
         message = error.message;
     }
+    Pass(node.body);
     const Catching catching(frame_.Session(), message);
     return RunAll(node.handler.statements);
 }

@@ -8,6 +8,7 @@
 #include "localdb/tsql/BatchParser.h"
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/Declare.h"
+#include "localdb/tsql/Insert.h"
 #include "localdb/tsql/Jumps.h"
 #include "localdb/tsql/Select.h"
 #include "localdb/tsql/SyntaxError.h"
@@ -96,6 +97,16 @@ bool SetsNothing(const tsql::Statement& statement) {
                         [](const tsql::Declare::Item& item) { return item.value != nullptr; });
 }
 
+// What EXECUTE tells of the text that it runs is not this text's own; INSERT ... EXECUTE looks up
+// names of its own as well.
+bool IsOwnError(int number, const tsql::Statement& statement) {
+    constexpr int LastOfSyntax = 200;
+    if (number == 137) return true;
+    if (statement.type == StatementType::Execute) return false;
+    return statement.type != StatementType::Insert || number > LastOfSyntax ||
+           !static_cast<const tsql::Insert&>(statement).execute;
+}
+
 bool Undoes(int number, const tsql::Statement& statement, const SessionOptions& options) {
     if (ErrorRules::EndsBatchAndTransaction(number)) return true;
     // "SET XACT_ABORT": neither errors of compiling nor RAISERROR's are affected.
@@ -139,14 +150,14 @@ void StatementRunner::Raise(const SqlError& error, int line) {
 }
 
 Flow StatementRunner::RunAll(const tsql::StatementList& statements) {
-    for (size_t i = jump_ ? PlaceOfJump(statements) : 0; i < statements.size();) {
+    for (size_t i = jump_ ? PassToJump(statements, 0) : 0; i < statements.size();) {
         const Flow flow = RunOne(*statements[i]);
         if (flow == Flow::Next) {
             ++i;
             continue;
         }
         if (flow != Flow::Jump) return flow;
-        i = PlaceOfJump(statements);
+        i = PassToJump(statements, i);
     }
     return jump_ ? Flow::Jump : Flow::Next;
 }
@@ -222,9 +233,7 @@ void StatementRunner::Fail(Message message, const tsql::Statement& statement, bo
     SessionState& session = frame_.Session();
     session.rowCount = 0;
     const int number = message.number;
-    // What EXECUTE tells of the text that it runs is not this text's own.
-    const bool compiled = ErrorRules::IsCompileError(number) &&
-                          (statement.type != StatementType::Execute || number == 137);
+    const bool compiled = ErrorRules::IsCompileError(number) && IsOwnError(number, statement);
     HandOver(message, compiled, statement);
     Send(message);
     session.transactions.CheckLost(sink_);

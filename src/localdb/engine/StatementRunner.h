@@ -59,6 +59,9 @@ class StatementRunner {
     Flow RunReturn(const tsql::Statement& statement);
     Flow RunTry(const tsql::Statement& statement);
     bool Decide(const tsql::Expression& condition);
+    // A statement that does not run: its variables are there for what stands behind it.
+    void Pass(const tsql::Statement& statement);
+    size_t PassToJump(const tsql::StatementList& statements, size_t from);
     void BeginImplicitly(const tsql::Statement& statement);
     // Whether the jump that is under way goes to this statement or into it.
     bool LeadsTo(const tsql::Statement& statement) const;
@@ -98,6 +101,9 @@ void RunUse(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 void RunWaitFor(const tsql::Statement& statement, Frame& frame, ResultSink& sink);
 
 void RunSelectInto(const tsql::Query& query, Frame& frame, ResultSink& sink);
+
+// The variables of a DECLARE that does not run, null.
+void DeclareOnly(const tsql::Statement& statement, Frame& frame);
 
 // As tsql::ParseBatch; raises SqlError.
 tsql::StatementList ParseBatchText(const QString& text);

@@ -31,9 +31,7 @@ void DeclareTable(const tsql::CreateTable& definition, Frame& frame) {
     temporaries.MakeVariable(table);
 }
 
-}  // namespace
-
-void RunDeclare(const tsql::Statement& statement, Frame& frame, ResultSink&) {
+void Declare(const tsql::Statement& statement, Frame& frame, bool setValues) {
     VariableTable& variables = frame.Variables();
     int ordinal = 0;
     for (const tsql::Declare::Item& item : static_cast<const tsql::Declare&>(statement).items) {
@@ -47,8 +45,18 @@ void RunDeclare(const tsql::Statement& statement, Frame& frame, ResultSink&) {
         // A loop comes by again and again; a variable is declared once and set anew.
         std::optional<size_t> index = variables.Find(item.name);
         if (!index) index = variables.Declare(item.name, type);
-        if (item.value) variables.Set(*index, frame.Compute(*item.value, type).View());
+        if (item.value && setValues) variables.Set(*index, frame.Compute(*item.value, type).View());
     }
+}
+
+}  // namespace
+
+void RunDeclare(const tsql::Statement& statement, Frame& frame, ResultSink&) {
+    Declare(statement, frame, true);
+}
+
+void DeclareOnly(const tsql::Statement& statement, Frame& frame) {
+    Declare(statement, frame, false);
 }
 
 void RunSetVariable(const tsql::Statement& statement, Frame& frame, ResultSink&) {
