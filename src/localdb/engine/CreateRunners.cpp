@@ -1,3 +1,4 @@
+#include "localdb/engine/ErrorSummary.h"
 #include "localdb/engine/NewObject.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/TableBuilder.h"
@@ -49,8 +50,12 @@ void RunCreateTable(const tsql::Statement& statement, Frame& frame, ResultSink& 
     } else if (metadata.Find(object.schema, object.name)) {
         throw SqlError(2714, {object.name});
     }
-    TableInfo table = TableBuilder(node, frame, metadata).Build(object.id, object);
-    TableMaker(session.store, metadata).Create(table);
+    try {
+        TableInfo table = TableBuilder(node, frame, metadata).Build(object.id, object);
+        TableMaker(session.store, metadata).Create(table);
+    } catch (const SqlError& error) {
+        throw ErrorSummary::OfConstraint(error);
+    }
     writing.Commit();
     Done(sink);
 }
@@ -66,7 +71,12 @@ void RunCreateIndex(const tsql::Statement& statement, Frame& frame, ResultSink& 
     IndexInfo index = BuildIndex(frame, table, node.index, node.table.ToText());
     TableChange(frame, metadata, before).StoreComputed(table);
     TableMaker(session.store, metadata).AddIndex(table, index);
-    TableStorage(session.store, metadata).CreateIndex(table, index);
+    try {
+        TableStorage(session.store, metadata).CreateIndex(table, index);
+    } catch (const SqlError& error) {
+        if (error.Number() != 1505) throw;
+        throw ErrorSummary(error).EndingStatement();
+    }
     writing.Commit();
     Done(sink);
 }

@@ -1,6 +1,15 @@
 #include "localdb/engine/ErrorSummary.h"
 
+#include <algorithm>
+
 namespace quarv::localdb::engine {
+
+ErrorSummary ErrorSummary::OfConstraint(const SqlError& cause) {
+    constexpr int Numbers[] = {1505, 1902, 1911, 1919, 2714, 8111};
+    const bool constraint =
+        std::find(std::begin(Numbers), std::end(Numbers), cause.Number()) != std::end(Numbers);
+    return constraint ? ErrorSummary(SqlError(1750)).After(cause) : ErrorSummary(cause);
+}
 
 ErrorSummary::ErrorSummary(const SqlError& error)
     : SqlError(error), causes_(CausesOf(error)), endsStatement_(EndsStatement(error)) {}

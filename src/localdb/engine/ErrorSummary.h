@@ -17,6 +17,11 @@ class ErrorSummary : public SqlError {
     // Message 3621 follows.
     ErrorSummary& EndingStatement();
 
+    // What a constraint or an index that cannot be made raises, inside CREATE TABLE and ALTER
+    // TABLE: 1750 behind the cause, or the cause alone where it is none of a constraint's or 1750
+    // follows it anyway.
+    static ErrorSummary OfConstraint(const SqlError& cause);
+
     // What is said before the error itself; nothing for any other error.
     static std::vector<Message> CausesOf(const SqlError& error);
     static bool EndsStatement(const SqlError& error);

@@ -1,7 +1,6 @@
 #include "localdb/engine/TableAdder.h"
 
 #include <algorithm>
-#include <array>
 
 #include "localdb/engine/BoundNodes.h"
 #include "localdb/engine/ColumnFit.h"
@@ -17,9 +16,6 @@
 namespace quarv::localdb::engine {
 
 namespace {
-
-// Behind these comes 1750, as behind those that every constraint's definition can raise.
-constexpr std::array<int, 6> ConstraintErrors = {1505, 1902, 1911, 1919, 2714, 8111};
 
 bool IsNew(const TableInfo& before, const ColumnInfo& column) {
     return !before.FindColumn(column.id);
@@ -52,10 +48,7 @@ void TableAdder::Change() {
             error.EndingStatement();
         }
         if (number == 2705) RaiseTaken(cause);
-        const bool constraint = std::find(ConstraintErrors.begin(), ConstraintErrors.end(),
-                                          number) != ConstraintErrors.end();
-        if (!constraint) throw error;
-        throw ErrorSummary(SqlError(1750)).After(error);
+        throw ErrorSummary::OfConstraint(error);
     }
 }
 

@@ -1,7 +1,5 @@
 #include "localdb/tsql/CreateIndex.h"
 
-#include <array>
-
 #include "localdb/tsql/ExpressionParser.h"
 
 namespace quarv::localdb::tsql {
@@ -20,35 +18,74 @@ std::vector<KeyColumn> ParseKeyColumns(TokenReader& reader) {
     return keys;
 }
 
+namespace {
+
+struct IndexOption {
+    QStringView name;
+    QStringView value;  // the only one that is so anyway; empty: any
+};
+
+// How a page is filled and how the index is built changes nothing that a client can see. The others
+// may say what every index here is.
+constexpr IndexOption IndexOptions[] = {
+    {u"allow_page_locks", u""},
+    {u"allow_row_locks", u""},
+    {u"data_compression", u"none"},
+    {u"drop_existing", u"off"},
+    {u"fillfactor", u""},
+    {u"ignore_dup_key", u"off"},
+    {u"maxdop", u""},
+    {u"online", u""},
+    {u"optimize_for_sequential_key", u""},
+    {u"pad_index", u""},
+    {u"resumable", u"off"},
+    {u"sort_in_tempdb", u""},
+    {u"statistics_incremental", u"off"},
+    {u"statistics_norecompute", u""},
+    {u"xml_compression", u"off"},
+};
+
+void ParseIndexOption(TokenReader& reader) {
+    const Token name = reader.Peek();
+    for (const IndexOption& option : IndexOptions) {
+        if (!reader.TryWord(option.name)) continue;
+        reader.ExpectSign(u"=");
+        if (!option.value.isEmpty()) {
+            if (!reader.TryWord(option.value)) reader.Unsupported(name.text.toUpper(), name);
+        } else if (!reader.TryWord(u"on") && !reader.TryWord(u"off")) {
+            reader.ExpectInteger();
+        }
+        return;
+    }
+    if (name.kind != TokenKind::Word) reader.Fail();
+    reader.Unsupported(name.text.toUpper());
+}
+
+}  // namespace
+
+bool TryFilegroup(TokenReader& reader, QStringView word) {
+    const bool primary = reader.AtWord(word) && reader.Peek(1).kind == TokenKind::QuotedName &&
+                         reader.Peek(1).text.compare(u"primary", Qt::CaseInsensitive) == 0;
+    if (!primary) return false;
+    reader.Take();
+    reader.Take();
+    return true;
+}
+
 void ParseIndexOptions(TokenReader& reader) {
     if (reader.AtWord(u"with") && reader.AtSign(u"(", 1)) {
         reader.Take();
         reader.Take();
-        // How a page is filled and how the index is built; IGNORE_DUP_KEY changes results.
-        constexpr std::array<QStringView, 9> Harmless = {u"fillfactor",
-                                                         u"pad_index",
-                                                         u"sort_in_tempdb",
-                                                         u"statistics_norecompute",
-                                                         u"online",
-                                                         u"maxdop",
-                                                         u"allow_row_locks",
-                                                         u"allow_page_locks",
-                                                         u"optimize_for_sequential_key"};
         do {
-            const Token option = reader.Peek();
-            bool known = false;
-            for (const QStringView word : Harmless) known = known || reader.TryWord(word);
-            if (!known) reader.Unsupported(option.text.toUpper());
-            reader.ExpectSign(u"=");
-            if (!reader.TryWord(u"on") && !reader.TryWord(u"off")) reader.ExpectInteger();
+            ParseIndexOption(reader);
         } while (reader.TrySign(u","));
         reader.ExpectSign(u")");
-    }
-    if (reader.AtWord(u"on") && reader.Peek(1).kind == TokenKind::QuotedName &&
-        reader.Peek(1).text.compare(u"primary", Qt::CaseInsensitive) == 0) {
+    } else if (reader.AtWord(u"with") && reader.AtWord(u"fillfactor", 1)) {
+        // As it was written before there were parentheses.
         reader.Take();
-        reader.Take();
+        ParseIndexOption(reader);
     }
+    TryFilegroup(reader, u"on");
 }
 
 void ParseIndexTail(TokenReader& reader, IndexDefinition& index) {

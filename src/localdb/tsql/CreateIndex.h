@@ -41,5 +41,8 @@ void ParseIndexTail(TokenReader& reader, IndexDefinition& index);
 // The options behind an index or a key that change nothing that a client can see are read over;
 // the others are refused.
 void ParseIndexOptions(TokenReader& reader);
+// "ON [PRIMARY]", the filegroup that everything is in; `word` is what stands before it. False, and
+// nothing taken, where anything else follows.
+bool TryFilegroup(TokenReader& reader, QStringView word);
 
 }  // namespace quarv::localdb::tsql

@@ -21,6 +21,7 @@ StatementPtr ParseCreateTable(TokenReader& reader) {
     table->name = ParseObjectName(reader, true);
     ParseTableElements(reader, *table);
     ParseIndexOptions(reader);
+    TryFilegroup(reader, u"textimage_on");
     if (reader.AtWord(u"textimage_on")) reader.Unsupported(QStringLiteral("TEXTIMAGE_ON"));
     return table;
 }
