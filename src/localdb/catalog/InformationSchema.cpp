@@ -52,7 +52,8 @@ SystemView Views() {
     ViewBuilder view(Schema, "VIEWS");
     AddName(view, "TABLE");
     view.Add(NVarChar("VIEW_DEFINITION", 4000), "q_left(o.definition, 4000)")
-        .Add(VarChar("CHECK_OPTION", 7), "'NONE'")
+        .Add(VarChar("CHECK_OPTION", 7),
+             "CASE WHEN q_checks(o.definition) THEN 'CASCADE' ELSE 'NONE' END")
         .Add(VarChar("IS_UPDATABLE", 2), "'NO'");
     return view.From(std::string(ObjectsAndSchemas) + " WHERE +o.type = 'V'");
 }

@@ -72,10 +72,9 @@ SystemView Views() {
     ViewBuilder view(Schema, "views");
     AddObjectColumns(view);
     AddZeroBits(view, {"is_replicated", "has_replication_filter"});
-    AddZeroBits(view,
-                {"has_opaque_metadata", "has_unchecked_assembly_data", "with_check_option",
-                 "is_date_correlation_view"},
-                false);
+    AddZeroBits(view, {"has_opaque_metadata", "has_unchecked_assembly_data"}, false);
+    view.Add(Bit("with_check_option", false), "q_checks(o.definition)");
+    AddZeroBits(view, {"is_date_correlation_view"}, false);
     AddZeroBits(view, {"is_tracked_by_cdc", "has_snapshot"});
     view.Add(TinyInt("ledger_view_type"), "0")
         .Add(NVarChar("ledger_view_type_desc", 60), "'NON_LEDGER_VIEW'");

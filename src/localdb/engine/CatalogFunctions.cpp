@@ -13,6 +13,8 @@
 #include "localdb/engine/TypeTable.h"
 #include "localdb/engine/Utf8.h"
 #include "localdb/engine/ViewTables.h"
+#include "localdb/tsql/BatchParser.h"
+#include "localdb/tsql/CreateView.h"
 
 namespace quarv::localdb::engine {
 
@@ -210,6 +212,23 @@ void RowCount(sqlite3_context* context, int, sqlite3_value** values) {
     sqlite3_finalize(statement);
 }
 
+// Whether the text is that of a view WITH CHECK OPTION.
+void HasCheckOption(sqlite3_context* context, int, sqlite3_value** values) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(values[0]));
+    bool has = false;
+    try {
+        if (text) {
+            const tsql::StatementList statements = tsql::ParseBatch(QString::fromUtf8(text));
+            has = statements.size() == 1 &&
+                  statements.front()->type == tsql::StatementType::CreateView &&
+                  static_cast<const tsql::CreateView&>(*statements.front()).checkOption;
+        }
+    } catch (const std::exception&) {
+        // What cannot be read has no option either.
+    }
+    sqlite3_result_int(context, has);
+}
+
 using SqlFunction = void (*)(sqlite3_context*, int, sqlite3_value**);
 
 struct Entry {
@@ -242,6 +261,8 @@ void RegisterCatalogFunctions(sqlite3* handle) {
                                nullptr, ViewColumns, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(handle, "q_row_count", 1, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr,
                                RowCount, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(handle, "q_checks", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                               HasCheckOption, nullptr, nullptr, nullptr);
     for (const Entry& entry : Table) {
         sqlite3_create_function_v2(handle, entry.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
                                    nullptr, entry.function, nullptr, nullptr, nullptr);

@@ -50,14 +50,18 @@ struct InsertView {
         const std::vector<SourceColumn>& all = query->TargetSource().columns;
         for (const QString& name : insert.columns) Add(name);
         for (size_t i = 0; insert.columns.empty() && i < all.size(); ++i) {
-            if (!all[i].identity) Add(all[i].name);
+            if (!IsIdentity(i)) Add(all[i].name);
         }
     }
     void Add(const QString& name) {
         const ColumnInfo* column = query->FindColumn(name);
         if (!column) throw SqlError(207, {name});
-        // An identity column is left out where no names are given.
         columns.push_back(column->name);
+    }
+    // Left out where no names are given.
+    bool IsIdentity(size_t column) {
+        const std::optional<size_t> place = query->Changed().places[column];
+        return place && query->Target().table.columns[*place].identity;
     }
 
     tsql::NamedTable target;

@@ -28,6 +28,16 @@ TEST_F(WiderViewsTest, TablesTellWhatTheyAreNot) {
     EXPECT_EQ(Rows("select name, is_auto_executed from sys.procedures"), Texts({"pr|0"}));
 }
 
+TEST_F(WiderViewsTest, ViewsTellOfTheirCheckOption) {
+    Prepare({"create view w as select id from t where id > 0 with check option",
+             "create view x as select id, 'with check option' as a from t"});
+    EXPECT_EQ(Rows("select name, with_check_option from sys.views order by name"),
+              Texts({"v|0", "w|1", "x|0"}));
+    EXPECT_EQ(Rows("select table_name, check_option from information_schema.views "
+                   "order by table_name"),
+              Texts({"v|NONE", "w|CASCADE", "x|NONE"}));
+}
+
 TEST_F(WiderViewsTest, AllObjectsAreTheUsersAndTheSystems) {
     EXPECT_EQ(Rows("select name, schema_id, is_ms_shipped from sys.all_objects "
                    "where name in ('t', 'v', 'columns', 'objects') order by name, schema_id"),
