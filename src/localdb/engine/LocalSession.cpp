@@ -121,8 +121,8 @@ void LocalSession::Guarded(ResultSink& sink, Body body) {
 
 void LocalSession::RunBatch(const QString& sql, ResultSink& sink) {
     Guarded(sink, [&sql](Frame& frame, StatementRunner& runner) {
-        const ParseCache::Statements statements = frame.Session().parsed->Batch(sql);
-        runner.RunScope(*statements);
+        const RepeatedSelects::Batch batch(*frame.Session().parsed, sql);
+        runner.RunScope(batch.Statements());
     });
 }
 

@@ -62,7 +62,8 @@ bool Metadata::KnowsCatalogue() {
     CatalogueCache& cache = store_.Catalogue();
     if (database_.id == DatabaseList::TemporaryId || !cache.InStatement()) return false;
     if (!cache.IsChecked(database_.id)) {
-        SqliteStatement& row = Cached("SELECT value FROM $q_meta WHERE key = 'catalogue'");
+        SqliteStatement& row =
+            store_.Cached("SELECT value FROM " + prefix_ + "q_meta WHERE key = 'catalogue'");
         const int64_t version = row.Step() ? row.Integer(0) : 0;
         row.Reset();
         cache.Check(database_.id, version);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "localdb/engine/RecentTexts.h"
+#include "localdb/engine/RepeatedSelects.h"
 #include "localdb/tsql/Expression.h"
 #include "localdb/tsql/Statement.h"
 
@@ -20,9 +21,12 @@ class ParseCache {
     Expression Value(const QString& text);
     Expression Condition(const QString& text);
 
+    RepeatedSelects& Repeated() { return repeated_; }
+
   private:
     RecentTexts<tsql::StatementList> batches_;
     RecentTexts<tsql::Expression> values_, conditions_;
+    RepeatedSelects repeated_;
 };
 
 }  // namespace quarv::localdb::engine
