@@ -7,12 +7,14 @@
 namespace quarv::localdb::engine {
 
 BindContext::BindContext(Store& store, const DatabaseList& databases, const DatabaseEntry& current,
-                         const SystemObjects& system, const VariableTable& variables)
+                         const SystemObjects& system, const VariableTable& variables,
+                         ParseCache& parsed)
     : store_(store),
       databases_(databases),
       current_(current),
       system_(system),
-      variables_(variables) {}
+      variables_(variables),
+      parsed_(parsed) {}
 
 Metadata BindContext::MetadataFor(const tsql::ObjectName& name) {
     if (name.isVariable || TemporaryTables::IsTemporary(name.name, name.line)) {

@@ -13,6 +13,7 @@
 
 namespace quarv::localdb::engine {
 
+class ParseCache;
 class VariableTable;
 
 // A table of WITH while the query around it is bound.
@@ -32,7 +33,7 @@ class BindContext {
     static constexpr int MaxViewDepth = 32;
 
     BindContext(Store& store, const DatabaseList& databases, const DatabaseEntry& current,
-                const SystemObjects& system, const VariableTable& variables);
+                const SystemObjects& system, const VariableTable& variables, ParseCache& parsed);
 
     // The catalogue of the database that the name means. Raises SqlError 208 where there is no such
     // database, 40515 for another server.
@@ -44,6 +45,7 @@ class BindContext {
     const SystemObjects& System() const { return system_; }
     const VariableTable& Variables() const { return variables_; }
     const DatabaseList& Databases() const { return databases_; }
+    ParseCache& Parsed() const { return parsed_; }
 
     // A name for the next row source: "s1", "s2", ...
     std::string NextAlias() { return "s" + std::to_string(++aliases_); }
@@ -63,6 +65,7 @@ class BindContext {
     DatabaseEntry current_;
     const SystemObjects& system_;
     const VariableTable& variables_;
+    ParseCache& parsed_;
     int aliases_ = 0;
     int viewDepth_ = 0;
     std::vector<std::shared_ptr<CommonInfo>> commons_;

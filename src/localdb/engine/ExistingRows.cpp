@@ -1,6 +1,7 @@
 #include "localdb/engine/ExistingRows.h"
 
 #include "localdb/engine/ConstraintConflict.h"
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/StatementRunner.h"
@@ -20,14 +21,14 @@ void ExistingRows::Check(const CheckInfo& check) {
     const ObjectInfo& object = table_.object;
     const QString text = QStringLiteral("SELECT TOP (1) 1 FROM ") + Bracketed(object.schema) +
                          u'.' + Bracketed(object.name) + QStringLiteral(" WHERE NOT ") + check.text;
-    const tsql::StatementList statements = ParseBatchText(text);
     SessionState& session = frame_.Session();
+    const ParseCache::Statements statements = ParseBatchText(text, session);
     const VariableTable noVariables;
     BindContext context(session.store, session.databases, metadata_.Database(), session.objects,
-                        noVariables);
+                        noVariables, *session.parsed);
     QueryBinder binder(context, nullptr);
     const std::unique_ptr<BoundQuery> query =
-        binder.Bind(*static_cast<const tsql::Select&>(*statements.front()).query);
+        binder.Bind(*static_cast<const tsql::Select&>(*statements->front()).query);
     SqlWriter writer(frame_);
     query->Write(writer);
     if (writer.Prepare(session.store).Step()) {

@@ -44,8 +44,8 @@ const Frame::Clock& Frame::TimeOfStatement() const {
 }
 
 BindContext Frame::NewContext() {
-    return BindContext(session_.store, session_.databases, Database(), session_.objects,
-                       variables_);
+    return BindContext(session_.store, session_.databases, Database(), session_.objects, variables_,
+                       *session_.parsed);
 }
 
 BoundPtr Frame::BindAlone(const tsql::Expression& expression) {

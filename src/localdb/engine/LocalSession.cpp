@@ -3,6 +3,7 @@
 #include <array>
 
 #include "localdb/engine/Conversion.h"
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/ProcedureCaller.h"
 #include "localdb/engine/StoredForm.h"
 #include "localdb/engine/TypeTable.h"
@@ -119,9 +120,9 @@ void LocalSession::Guarded(ResultSink& sink, Body body) {
 }
 
 void LocalSession::RunBatch(const QString& sql, ResultSink& sink) {
-    Guarded(sink, [&sql](Frame&, StatementRunner& runner) {
-        const tsql::StatementList statements = tsql::ParseBatch(sql);
-        runner.RunScope(statements);
+    Guarded(sink, [&sql](Frame& frame, StatementRunner& runner) {
+        const RepeatedSelects::Batch batch(*frame.Session().parsed, sql);
+        runner.RunScope(batch.Statements());
     });
 }
 

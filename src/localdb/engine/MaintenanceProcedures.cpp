@@ -1,6 +1,7 @@
 // The system's procedures that change the catalogue: sp_rename, sp_refreshview, sp_recompile.
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/ObjectRename.h"
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/ProcedureCaller.h"
 #include "localdb/engine/TypeTable.h"
 #include "localdb/engine/Utf8.h"
@@ -70,10 +71,10 @@ int ProcedureCaller::RefreshView(std::vector<CallArgument>& arguments) {
     Transactions::Writing writing(session.transactions, metadata.Prefix());
     const std::optional<ObjectInfo> view = FindHere(metadata, name);
     if (!view || view->type != u"V") throw SqlError(15165, {name});
-    const tsql::StatementList statements = ParseBatchText(view->definition);
+    const ParseCache::Statements statements = ParseBatchText(view->definition, session);
     BindContext context = caller_.NewContext();
     const std::vector<ColumnInfo> columns =
-        ViewColumns(context, static_cast<const tsql::CreateView&>(*statements.front()));
+        ViewColumns(context, static_cast<const tsql::CreateView&>(*statements->front()));
     metadata.Redefine(view->id, view->definition, view->schemaBound);
     for (const ColumnInfo& column : columns) metadata.AddColumn(view->id, column);
     writing.Commit();

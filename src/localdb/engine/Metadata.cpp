@@ -1,5 +1,7 @@
 #include "localdb/engine/Metadata.h"
 
+#include <sqlite3.h>
+
 #include <utility>
 
 #include "localdb/engine/Moment.h"
@@ -30,7 +32,7 @@ int64_t Now() {
 Metadata::Metadata(Store& store, const DatabaseEntry& database)
     : store_(store), database_(database), prefix_(store.Attach(database) + ".") {}
 
-SqliteStatement& Metadata::Cached(const char* sql) {
+SqliteStatement& Metadata::Counter(const char* sql) {
     std::string text;
     for (const char* c = sql; *c; ++c) {
         if (*c == '$') {
@@ -40,6 +42,33 @@ SqliteStatement& Metadata::Cached(const char* sql) {
         }
     }
     return store_.Cached(text);
+}
+
+SqliteStatement& Metadata::Cached(const char* sql) {
+    SqliteStatement& statement = Counter(sql);
+    if (sqlite3_stmt_readonly(statement.Handle()) == 0) {
+        Counter(
+            "INSERT INTO $q_meta VALUES ('catalogue', ?1)"
+            " ON CONFLICT (key) DO UPDATE SET value = ?1")
+            .Bind(1, CatalogueCache::NewVersion())
+            .Run();
+        store_.Catalogue().Doubt(database_.id);
+    }
+    return statement;
+}
+
+// The session's own tempdb comes and goes by rollbacks; nothing of it is kept.
+bool Metadata::KnowsCatalogue() {
+    CatalogueCache& cache = store_.Catalogue();
+    if (database_.id == DatabaseList::TemporaryId || !cache.InStatement()) return false;
+    if (!cache.IsChecked(database_.id)) {
+        SqliteStatement& row =
+            store_.Cached("SELECT value FROM " + prefix_ + "q_meta WHERE key = 'catalogue'");
+        const int64_t version = row.Step() ? row.Integer(0) : 0;
+        row.Reset();
+        cache.Check(database_.id, version);
+    }
+    return true;
 }
 
 ObjectInfo Metadata::ReadObject(const SqliteStatement& row) {
@@ -101,6 +130,12 @@ bool Metadata::HasChild(int64_t parentId, const QString& type) {
 std::optional<ObjectInfo> Metadata::Find(const QString& schema, const QString& name) {
     const bool temporary = database_.id == DatabaseList::TemporaryId && name.startsWith(u'#');
     if (temporary && name == TemporaryTables::WrittenName(name)) return FindTemporary(name);
+    const bool keeps = KnowsCatalogue();
+    const QString key = keeps ? schema + QChar(u'\0') + name : QString();
+    if (keeps) {
+        const CatalogueCache::Object known = store_.Catalogue().FindObject(database_.id, key);
+        if (known) return *known;
+    }
     const std::optional<int> schemaId = FindSchema(schema);
     if (!schemaId) return std::nullopt;
     SqliteStatement& row = Cached(FindByName.c_str());
@@ -108,6 +143,9 @@ std::optional<ObjectInfo> Metadata::Find(const QString& schema, const QString& n
     const std::optional<ObjectInfo> object =
         row.Step() ? std::optional(ReadObject(row)) : std::nullopt;
     row.Reset();
+    if (keeps && object) {
+        store_.Catalogue().Keep(database_.id, key, std::make_shared<const ObjectInfo>(*object));
+    }
     return object;
 }
 
@@ -121,6 +159,21 @@ std::optional<ObjectInfo> Metadata::Find(int64_t objectId) {
 }
 
 TableInfo Metadata::LoadTable(const ObjectInfo& object) {
+    if (!KnowsCatalogue()) return ReadTable(object);
+    CatalogueCache& cache = store_.Catalogue();
+    if (const CatalogueCache::Table known = cache.FindTable(database_.id, object.id)) {
+        TableInfo table = *known;
+        // Its last value changes with the rows, not with the catalogue.
+        if (table.identity) table.identity = LoadIdentity(object.id);
+        return table;
+    }
+    TableInfo table = ReadTable(object);
+    ReadConstraints(table);
+    cache.Keep(database_.id, std::make_shared<const TableInfo>(table));
+    return table;
+}
+
+TableInfo Metadata::ReadTable(const ObjectInfo& object) {
     TableInfo table;
     table.object = object;
     table.columns = LoadColumns(object.id);
@@ -238,7 +291,7 @@ int64_t Metadata::NextObjectId() {
 }
 
 int64_t Metadata::TakeNumber(const char* sql) {
-    SqliteStatement& row = Cached(sql);
+    SqliteStatement& row = Counter(sql);
     if (!row.Step()) throw SqlError(945, {database_.name});
     const int64_t id = row.Integer(0);
     row.Reset();
@@ -247,7 +300,7 @@ int64_t Metadata::TakeNumber(const char* sql) {
 
 int64_t Metadata::NextRowVersion() {
     // The first one is 2001, as the server's own is.
-    SqliteStatement& row = Cached(
+    SqliteStatement& row = Counter(
         "INSERT INTO $q_meta VALUES ('row_version', 2001)"
         " ON CONFLICT (key) DO UPDATE SET value = value + 1 RETURNING value");
     if (!row.Step()) throw SqlError(945, {database_.name});
@@ -337,14 +390,14 @@ void Metadata::AddParameter(int64_t objectId, int number, const ParameterInfo& p
 }
 
 void Metadata::SetLastIdentity(int64_t objectId, int64_t last) {
-    Cached("UPDATE $q_identity SET last = ?2 WHERE object_id = ?1")
+    Counter("UPDATE $q_identity SET last = ?2 WHERE object_id = ?1")
         .Bind(1, objectId)
         .Bind(2, last)
         .Run();
 }
 
 void Metadata::ResetIdentity(int64_t objectId) {
-    Cached("UPDATE $q_identity SET last = NULL WHERE object_id = ?1").Bind(1, objectId).Run();
+    Counter("UPDATE $q_identity SET last = NULL WHERE object_id = ?1").Bind(1, objectId).Run();
 }
 
 void Metadata::RemoveIndex(int64_t objectId, int indexId) {

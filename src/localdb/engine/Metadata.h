@@ -1,5 +1,7 @@
 // Metadata: one database's catalogue through one session's store: finding objects and reading and
-// changing what is known about them. Cheap to make; borrows the store.
+// changing what is known about them. Cheap to make; borrows the store. What it finds inside a
+// statement it keeps in the store's CatalogueCache. Every change gives the catalogue a new version,
+// so whatever writes to the tables of a catalogue has to do it here, by Cached.
 #pragma once
 
 #include <optional>
@@ -98,7 +100,14 @@ class Metadata {
     int64_t NextObjectId();
 
   private:
+    // What changes the catalogue is bound and run at once, with nothing looked up in between.
     SqliteStatement& Cached(const char* sql);
+    // What changes numbers that are not kept: ids, identity values, row versions.
+    SqliteStatement& Counter(const char* sql);
+    // Whether what is known of the database can be used now.
+    bool KnowsCatalogue();
+    TableInfo ReadTable(const ObjectInfo& object);
+    void ReadConstraints(TableInfo& table);
     std::vector<ColumnInfo> LoadColumns(int64_t objectId);
     std::vector<IndexInfo> LoadIndexes(int64_t objectId);
     std::optional<IdentityInfo> LoadIdentity(int64_t objectId);

@@ -21,6 +21,18 @@ const std::string References = ForeignKeys + " WHERE k.referenced_id = ?1" + InO
 }  // namespace
 
 void Metadata::LoadConstraints(TableInfo& table) {
+    const CatalogueCache::Table known =
+        KnowsCatalogue() ? store_.Catalogue().FindTable(database_.id, table.object.id) : nullptr;
+    if (!known) {
+        ReadConstraints(table);
+        return;
+    }
+    table.checks = known->checks;
+    table.foreignKeys = known->foreignKeys;
+    table.references = known->references;
+}
+
+void Metadata::ReadConstraints(TableInfo& table) {
     // A table variable's checks stand in no catalogue and have no number.
     std::erase_if(table.checks, [](const CheckInfo& check) { return check.id != 0; });
     SqliteStatement& row = Cached(

@@ -7,9 +7,24 @@
 
 namespace quarv::localdb::engine {
 
+namespace {
+
+char16_t Folded(char16_t unit) {
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+}
+
+}  // namespace
+
+// Where two letters of ASCII differ, whatever stands behind them, so do the names.
 bool SameName(const QString& a, const QString& b) {
-    // Most names that are compared differ in their first letter or are equal.
-    if (a == b) return true;
+    const qsizetype shared = std::min(a.size(), b.size());
+    bool ascii = true;
+    for (qsizetype i = 0; i < shared && ascii; ++i) {
+        const char16_t x = a[i].unicode(), y = b[i].unicode();
+        ascii = (x | y) < 0x80;
+        if (ascii && Folded(x) != Folded(y)) return false;
+    }
+    if (ascii && a.size() == b.size()) return true;
     return Collation::Compare(ToUtf8(a), ToUtf8(b)) == 0;
 }
 

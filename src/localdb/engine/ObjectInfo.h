@@ -108,7 +108,7 @@ struct TableInfo {
     std::vector<ColumnInfo> columns;
     std::vector<IndexInfo> indexes;
     std::optional<IdentityInfo> identity;
-    // Loaded by Metadata::LoadConstraints alone.
+    // To be relied on behind Metadata::LoadConstraints alone.
     std::vector<CheckInfo> checks;
     std::vector<ForeignKeyInfo> foreignKeys;  // this table's
     std::vector<ForeignKeyInfo> references;   // of tables that refer to this one, itself included

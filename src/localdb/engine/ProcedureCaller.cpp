@@ -4,10 +4,10 @@
 #include <iterator>
 
 #include "localdb/engine/Conversion.h"
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/SystemCall.h"
 #include "localdb/engine/TypeRules.h"
 #include "localdb/engine/Utf8.h"
-#include "localdb/tsql/BatchParser.h"
 #include "localdb/tsql/SyntaxError.h"
 
 namespace quarv::localdb::engine {
@@ -75,7 +75,7 @@ std::vector<ProcedureCaller::Parameter> ProcedureCaller::LoadParameters(
         Parameter parameter{info.name, info.type, info.output, !info.defaultText, {}};
         if (info.defaultText) {
             parameter.defaultValue =
-                caller_.Compute(*tsql::ParseExpressionText(*info.defaultText), info.type);
+                caller_.Compute(*caller_.Session().parsed->Value(*info.defaultText), info.type);
         }
         parameters.push_back(std::move(parameter));
     }
@@ -146,8 +146,8 @@ int ProcedureCaller::CallStored(const ObjectInfo& object, const DatabaseEntry& d
                                 std::vector<CallArgument>& arguments) {
     SessionState& session = caller_.Session();
     const Nested nested(session);
-    const tsql::StatementList statements = ParseBatchText(object.definition);
-    const auto& definition = static_cast<const tsql::CreateProcedure&>(*statements.front());
+    const ParseCache::Statements statements = ParseBatchText(object.definition, session);
+    const auto& definition = static_cast<const tsql::CreateProcedure&>(*statements->front());
     const std::vector<Parameter> parameters = LoadParameters(object, database);
     Frame frame(session, object.name, object.id);
     frame.SetHome(database);
@@ -188,9 +188,9 @@ int ProcedureCaller::CallSystem(const SystemProcedure& procedure, const Database
 void ProcedureCaller::RunText(const QString& text) {
     SessionState& session = caller_.Session();
     const Nested nested(session);
-    const tsql::StatementList body = ParseBatchText(text);
+    const ParseCache::Statements body = ParseBatchText(text, session);
     Frame frame(session, QString(), 0);
-    StatementRunner(frame, sink_).RunScope(body);
+    StatementRunner(frame, sink_).RunScope(*body);
 }
 
 }  // namespace quarv::localdb::engine

@@ -1,6 +1,7 @@
 #include "localdb/engine/ReferenceCheck.h"
 
 #include "localdb/engine/ForeignKeyCheck.h"
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/RowChecker.h"
 #include "localdb/engine/RowChecks.h"
 #include "localdb/engine/RowWriter.h"
@@ -204,7 +205,8 @@ void ReferenceCheck::Change(Action action, std::vector<Child>& children) {
     for (size_t i = 0; i < defaults.size() && action == Action::SetDefault; ++i) {
         const ColumnInfo& column = *child_.FindColumn(key_.columns[i].columnId);
         if (column.defaultText.isEmpty()) continue;
-        defaults[i] = frame_.Compute(*tsql::ParseExpressionText(column.defaultText), column.type);
+        defaults[i] =
+            frame_.Compute(*frame_.Session().parsed->Value(column.defaultText), column.type);
     }
     for (Child& child : children) {
         Row after = child.row;

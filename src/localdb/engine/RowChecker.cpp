@@ -2,12 +2,12 @@
 
 #include "localdb/engine/Conversion.h"
 #include "localdb/engine/ExpressionBinder.h"
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/TableStorage.h"
 #include "localdb/engine/TemporaryTables.h"
 #include "localdb/engine/TypeTable.h"
 #include "localdb/engine/Utf8.h"
-#include "localdb/tsql/BatchParser.h"
 
 namespace quarv::localdb::engine {
 
@@ -46,7 +46,7 @@ BoundPtr RowChecker::BindDefault(BindContext& context, const ColumnInfo& column)
     }
     const Scope none;
     ExpressionBinder binder(context, none);
-    return ConvertTo(binder.Value(*tsql::ParseExpressionText(column.defaultText)), column);
+    return ConvertTo(binder.Value(*context.Parsed().Value(column.defaultText)), column);
 }
 
 // A table variable stands in no database.

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/SqlError.h"
 #include "localdb/engine/VariableTable.h"
-#include "localdb/tsql/BatchParser.h"
 
 namespace quarv::localdb::engine {
 
@@ -44,8 +44,9 @@ RowExpression::RowExpression(Frame& frame, const TableInfo& table, const tsql::E
 
 RowExpression::RowExpression(Frame& frame, const TableInfo& table, const QString& text, Kind kind)
     : frame_(frame), leaves_(table.columns.size()) {
-    const tsql::ExpressionPtr tree =
-        kind == Kind::Condition ? tsql::ParseConditionText(text) : tsql::ParseExpressionText(text);
+    ParseCache& parsed = *frame.Session().parsed;
+    const ParseCache::Expression tree =
+        kind == Kind::Condition ? parsed.Condition(text) : parsed.Value(text);
     Bind(table, *tree, kind);
 }
 
@@ -53,7 +54,7 @@ void RowExpression::Bind(const TableInfo& table, const tsql::Expression& tree, K
     const SessionState& session = frame_.Session();
     const VariableTable noVariables;
     BindContext context(frame_.Session().store, session.databases, frame_.Database(),
-                        session.objects, noVariables);
+                        session.objects, noVariables, *session.parsed);
     Scope scope;
     scope.Add(ColumnsOf(table, kind == Kind::Condition), false);
     ExpressionBinder binder(context, scope);

@@ -1,3 +1,4 @@
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/StatementRunner.h"
@@ -100,17 +101,18 @@ class TextLimit {
     std::vector<Place> places_;
 };
 
-void SendRows(const BoundQuery& query, SqliteStatement& statement, Frame& frame, ResultSink& sink) {
+void SendRows(const std::vector<Column>& columns, SqliteStatement& statement, Frame& frame,
+              ResultSink& sink) {
     // The first row decides whether the statement fails before anything was sent.
     bool more = statement.Step();
-    sink.BeginRows(query.columns);
-    std::vector<Datum> row(query.columns.size());
+    sink.BeginRows(columns);
+    std::vector<Datum> row(columns.size());
     const int64_t limit = frame.Session().options.rowCount;
-    const TextLimit textLimit(query.columns, frame.Session().options.textSize);
+    const TextLimit textLimit(columns, frame.Session().options.textSize);
     int64_t rows = 0;
     while (more && (limit == 0 || rows < limit)) {
         for (size_t i = 0; i < row.size(); ++i) {
-            ReadDatum(statement.Handle(), static_cast<int>(i), query.columns[i].type, row[i]);
+            ReadDatum(statement.Handle(), static_cast<int>(i), columns[i].type, row[i]);
         }
         textLimit.Cut(row);
         sink.Row(row);
@@ -125,27 +127,35 @@ void SendRows(const BoundQuery& query, SqliteStatement& statement, Frame& frame,
 }  // namespace
 
 void RunSelect(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
-    const tsql::Query& tree = *static_cast<const tsql::Select&>(statement).query;
-    if (tree.into) {
-        RunSelectInto(tree, frame, sink);
+    if (static_cast<const tsql::Select&>(statement).query->into) {
+        RunSelectInto(*static_cast<const tsql::Select&>(statement).query, frame, sink);
         return;
     }
     SessionState& session = frame.Session();
     const Transactions::Reading reading(session.transactions);
+    const Store::Stoppable stoppable(session.store);
+    RepeatedSelects::Batch* batch = session.parsed->Repeated().RunningAs(statement);
+    if (batch) {
+        if (std::optional<SqliteStatement> rows = batch->Prepare(frame)) {
+            SendRows(batch->Columns(), *rows, frame, sink);
+            return;
+        }
+    }
+    const tsql::Statement& own = batch ? batch->OwnStatement() : statement;
     BindContext context = frame.NewContext();
     QueryBinder binder(context, nullptr);
     const std::unique_ptr<BoundQuery> query =
-        binder.Bind(*static_cast<const tsql::Select&>(statement).query);
+        binder.Bind(*static_cast<const tsql::Select&>(own).query);
     std::optional<Assignment> assignment;
     if (!query->assigned.empty()) assignment.emplace(*query, frame);
     SqlWriter writer(frame);
     query->Write(writer);
+    if (batch) batch->Learn(frame, *query, writer);
     SqliteStatement rows = writer.Prepare(session.store);
-    const Store::Stoppable stoppable(session.store);
     if (assignment) {
         assignment->Run(rows, sink);
     } else {
-        SendRows(*query, rows, frame, sink);
+        SendRows(query->columns, rows, frame, sink);
     }
 }
 

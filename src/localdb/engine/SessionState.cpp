@@ -1,5 +1,7 @@
 #include "localdb/engine/SessionState.h"
 
+#include "localdb/engine/ParseCache.h"
+
 namespace quarv::localdb::engine {
 
 int SessionOptions::Bits() const {
@@ -27,6 +29,10 @@ void SessionState::ChangeDatabase(const QString& name) {
     }
     if (database.id != 0) databases.Release(database.id);
     database = entry;
+}
+
+std::shared_ptr<ParseCache> SessionState::NewParseCache() {
+    return std::make_shared<ParseCache>();
 }
 
 }  // namespace quarv::localdb::engine

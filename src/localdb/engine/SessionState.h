@@ -35,6 +35,8 @@ struct SessionOptions {
     int Bits() const;  // @@OPTIONS
 };
 
+class ParseCache;
+
 struct SessionState {
     SessionState(DatabaseList& list, const SystemObjects& system, QString loginName, int spid)
         : databases(list),
@@ -73,6 +75,11 @@ struct SessionState {
     int tries = 0;                    // TRY blocks that are running, in every frame
     const Message* caught = nullptr;  // what the running CATCH block caught
     std::string contextInfo;  // SET CONTEXT_INFO: 128 bytes, or empty where it was never set
+    // Never nothing.
+    std::shared_ptr<ParseCache> parsed = NewParseCache();
+
+  private:
+    static std::shared_ptr<ParseCache> NewParseCache();
 };
 
 }  // namespace quarv::localdb::engine

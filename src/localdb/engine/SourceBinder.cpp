@@ -1,6 +1,6 @@
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/SqlError.h"
-#include "localdb/tsql/BatchParser.h"
 #include "localdb/tsql/CreateView.h"
 #include "localdb/tsql/SyntaxError.h"
 
@@ -120,7 +120,7 @@ void QueryBinder::BindComputed(const TableInfo& table, Source& source) {
             scope.Add(std::move(stored), false);
         }
         ExpressionBinder binder(context_, scope);
-        source.columns[i].computed = binder.Value(*tsql::ParseExpressionText(column.computedText));
+        source.columns[i].computed = binder.Value(*context_.Parsed().Value(column.computedText));
     }
 }
 
@@ -166,8 +166,8 @@ void QueryBinder::AddQuerySource(const BoundQuery& query, const std::vector<QStr
 std::unique_ptr<BoundSource> QueryBinder::BindView(const ObjectInfo& view, Metadata& metadata,
                                                    const tsql::NamedTable& table) {
     const BindContext::InView inView(context_, metadata.Database());
-    const tsql::StatementList statements = tsql::ParseBatch(view.definition);
-    const auto& definition = static_cast<const tsql::CreateView&>(*statements.front());
+    const ParseCache::Statements statements = context_.Parsed().Batch(view.definition);
+    const auto& definition = static_cast<const tsql::CreateView&>(*statements->front());
     auto bound = std::make_unique<BoundSource>();
     QueryBinder binder(context_, nullptr);
     bound->query = binder.BindSub(*definition.query);

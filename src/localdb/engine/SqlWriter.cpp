@@ -92,6 +92,15 @@ void SqlWriter::Call(const BoundExpression& root) {
     programs_.push_back(std::move(program));
 }
 
+std::optional<std::vector<SqlType>> SqlWriter::ValueTypes() const {
+    std::vector<SqlType> types;
+    for (const Binding& binding : bindings_) {
+        if (binding.program) return std::nullopt;
+        types.push_back(binding.type);
+    }
+    return types;
+}
+
 SqliteStatement SqlWriter::Prepare(Store& store) {
     SqliteStatement statement = store.Prepare(sql_);
     int index = 0;

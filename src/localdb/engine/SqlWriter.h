@@ -47,6 +47,9 @@ class SqlWriter {
 
     // The statement as written so far, its values bound.
     SqliteStatement Prepare(Store& store);
+    const std::string& Sql() const { return sql_; }
+    // The types of the values that Prepare binds; nothing where a call stands among them.
+    std::optional<std::vector<SqlType>> ValueTypes() const;
 
   private:
     struct Binding {

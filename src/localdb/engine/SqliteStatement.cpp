@@ -10,22 +10,37 @@
 
 namespace quarv::localdb::engine {
 
-SqliteStatement::SqliteStatement(Store& store, const std::string& sql) : store_(&store) {
+SqliteStatement::SqliteStatement(Store& store, const std::string& sql, StatementPool* pool)
+    : store_(&store) {
+    if (pool && !StatementPool::Keeps(sql)) pool = nullptr;
+    loan_ = pool ? pool->Lend(sql) : nullptr;
+    if (loan_) {
+        statement_ = loan_->statement;
+        return;
+    }
     const int result = sqlite3_prepare_v2(store.Handle(), sql.data(), static_cast<int>(sql.size()),
                                           &statement_, nullptr);
     if (result != SQLITE_OK) store.Raise(result);
+    if (pool) loan_ = pool->Add(statement_);
 }
 
 SqliteStatement::~SqliteStatement() {
-    sqlite3_finalize(statement_);
+    if (loan_) {
+        StatementPool::Return(*loan_);
+    } else {
+        sqlite3_finalize(statement_);
+    }
 }
 
 SqliteStatement::SqliteStatement(SqliteStatement&& other) noexcept
-    : store_(other.store_), statement_(std::exchange(other.statement_, nullptr)) {}
+    : store_(other.store_),
+      statement_(std::exchange(other.statement_, nullptr)),
+      loan_(std::exchange(other.loan_, nullptr)) {}
 
 SqliteStatement& SqliteStatement::operator=(SqliteStatement&& other) noexcept {
     std::swap(store_, other.store_);
     std::swap(statement_, other.statement_);
+    std::swap(loan_, other.loan_);
     return *this;
 }
 

@@ -1,4 +1,5 @@
-// SqliteStatement: one prepared statement of the storage library. Owns it; movable.
+// SqliteStatement: one prepared statement of the storage library. Owns it, or has it on loan from
+// the session's pool; movable.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 
 #include "localdb/engine/SqlType.h"
 #include "localdb/engine/SqlValue.h"
+#include "localdb/engine/StatementPool.h"
 
 struct sqlite3_stmt;
 
@@ -17,8 +19,9 @@ class Store;
 class SqliteStatement {
   public:
     SqliteStatement() = default;
-    // Raises SqlError where the storage refuses the text.
-    SqliteStatement(Store& store, const std::string& sql);
+    // Raises SqlError where the storage refuses the text. With a pool the statement comes from
+    // there and goes back to it, its parameters unset.
+    SqliteStatement(Store& store, const std::string& sql, StatementPool* pool = nullptr);
     ~SqliteStatement();
     SqliteStatement(SqliteStatement&& other) noexcept;
     SqliteStatement& operator=(SqliteStatement&& other) noexcept;
@@ -47,6 +50,7 @@ class SqliteStatement {
   private:
     Store* store_ = nullptr;
     sqlite3_stmt* statement_ = nullptr;
+    StatementPool::Entry* loan_ = nullptr;  // nothing: its own
 };
 
 }  // namespace quarv::localdb::engine

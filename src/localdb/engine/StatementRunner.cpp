@@ -5,7 +5,7 @@
 
 #include "localdb/engine/ErrorRules.h"
 #include "localdb/engine/ErrorSummary.h"
-#include "localdb/tsql/BatchParser.h"
+#include "localdb/engine/ParseCache.h"
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/Declare.h"
 #include "localdb/tsql/Insert.h"
@@ -120,9 +120,10 @@ SqlError FromSyntaxError(const tsql::SyntaxError& error) {
     return SqlError(error.Number(), error.Inserts(), error.Line());
 }
 
-tsql::StatementList ParseBatchText(const QString& text) {
+std::shared_ptr<const tsql::StatementList> ParseBatchText(const QString& text,
+                                                          SessionState& session) {
     try {
-        return tsql::ParseBatch(text);
+        return session.parsed->Batch(text);
     } catch (const tsql::SyntaxError& error) {
         throw FromSyntaxError(error);
     }

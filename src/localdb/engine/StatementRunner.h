@@ -106,7 +106,8 @@ void RunSelectInto(const tsql::Query& query, Frame& frame, ResultSink& sink);
 void DeclareOnly(const tsql::Statement& statement, Frame& frame);
 
 // As tsql::ParseBatch; raises SqlError.
-tsql::StatementList ParseBatchText(const QString& text);
+std::shared_ptr<const tsql::StatementList> ParseBatchText(const QString& text,
+                                                          SessionState& session);
 // The error that a syntax error means.
 SqlError FromSyntaxError(const tsql::SyntaxError& error);
 

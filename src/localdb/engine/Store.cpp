@@ -47,6 +47,7 @@ Store::Store() {
 
 Store::~Store() {
     cache_.clear();
+    pool_.Clear();
     sqlite3_close_v2(handle_);
 }
 
@@ -148,11 +149,12 @@ void Store::ForgetStatements(const std::string& prefix) {
     std::erase_if(cache_, [&prefix](const auto& entry) {
         return entry.first.find(prefix) != std::string::npos;
     });
+    pool_.Forget(prefix);
 }
 
 SqliteStatement& Store::Cached(const std::string& sql) {
     auto found = cache_.find(sql);
-    if (found == cache_.end()) found = cache_.emplace(sql, Prepare(sql)).first;
+    if (found == cache_.end()) found = cache_.emplace(sql, SqliteStatement(*this, sql)).first;
     found->second.Reset();
     sqlite3_clear_bindings(found->second.Handle());
     return found->second;

@@ -10,6 +10,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "localdb/engine/CatalogueCache.h"
 #include "localdb/engine/DatabaseList.h"
 #include "localdb/engine/SqliteStatement.h"
 
@@ -43,10 +44,12 @@ class Store {
     // Lets go of the database's file. Raises SqlError where a transaction has touched it.
     void Detach(int databaseId);
 
-    SqliteStatement Prepare(const std::string& sql) { return SqliteStatement(*this, sql); }
+    SqliteStatement Prepare(const std::string& sql) { return SqliteStatement(*this, sql, &pool_); }
     void Run(const std::string& sql) { Prepare(sql).Run(); }
     // A statement that is kept for the next time; reset, its parameters unset.
     SqliteStatement& Cached(const std::string& sql);
+
+    CatalogueCache& Catalogue() { return catalogue_; }
 
     // Asked while a statement runs and waits; true stops it with Cancelled.
     void SetCancel(std::function<bool()> cancelled) { cancelled_ = std::move(cancelled); }
@@ -77,6 +80,8 @@ class Store {
     std::list<DatabaseEntry> attached_;  // the last used first
     bool temporaryAttached_ = false;
     std::unordered_map<std::string, SqliteStatement> cache_;
+    StatementPool pool_;
+    CatalogueCache catalogue_;
 };
 
 class Store::Stoppable {

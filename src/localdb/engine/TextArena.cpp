@@ -5,14 +5,21 @@
 
 namespace quarv::localdb::engine {
 
+namespace {
+
+constexpr size_t FirstBlock = 1024;
+
+}  // namespace
+
 char* TextArena::Allocate(size_t size) {
     while (current_ < blocks_.size() && used_ + size > blocks_[current_].size) {
         ++current_;
         used_ = 0;
     }
     if (current_ == blocks_.size()) {
-        const size_t bytes = std::max(size, BlockSize);
-        blocks_.push_back({std::make_unique<char[]>(bytes), bytes});
+        // Most statements keep a few words and are over.
+        const size_t bytes = std::max(size, blocks_.empty() ? FirstBlock : BlockSize);
+        blocks_.push_back({std::make_unique_for_overwrite<char[]>(bytes), bytes});
     }
     char* place = blocks_[current_].bytes.get() + used_;
     used_ += size;

@@ -2,6 +2,7 @@
 
 #include "localdb/engine/AliasTypes.h"
 #include "localdb/engine/Conversion.h"
+#include "localdb/engine/ParseCache.h"
 #include "localdb/engine/ProcedureCaller.h"
 #include "localdb/engine/QueryBinder.h"
 #include "localdb/engine/TypeTable.h"
@@ -70,14 +71,14 @@ int ProcedureCaller::RunPrepared(const PreparedText& prepared, std::vector<CallA
                                  size_t first, const QString& procedure) {
     SessionState& session = caller_.Session();
     const Nested nested(session);
-    const tsql::StatementList body = ParseBatchText(prepared.text);
+    const ParseCache::Statements body = ParseBatchText(prepared.text, session);
     const std::vector<Parameter> parameters = ReadDeclarations(prepared.declarations);
     const auto begin = arguments.begin() + static_cast<ptrdiff_t>(first);
     std::vector<CallArgument> values(begin, arguments.end());
     Frame frame(session, QString(), 0);
     frame.SetHome(caller_.Database());
     Called called(sink_);
-    RunBody(frame, body, parameters, values, procedure);
+    RunBody(frame, *body, parameters, values, procedure);
     std::copy(values.begin(), values.end(), begin);
     // "sp_executesql": the number of the error, where the last statement has failed.
     return called.Return(session.error);
@@ -109,8 +110,8 @@ int ProcedureCaller::Prepare(std::vector<CallArgument>& arguments) {
     const int64_t handle = KeepPrepared(arguments);
     try {
         const PreparedText prepared = *caller_.Session().prepared.Find(handle);
-        const tsql::StatementList body = ParseBatchText(prepared.text);
-        if (arguments.size() > 3 && TextOf(arguments[3]) == u'1') Describe(prepared, body);
+        const ParseCache::Statements body = ParseBatchText(prepared.text, caller_.Session());
+        if (arguments.size() > 3 && TextOf(arguments[3]) == u'1') Describe(prepared, *body);
     } catch (...) {
         caller_.Session().prepared.Forget(handle);
         throw;

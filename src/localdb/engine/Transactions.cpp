@@ -21,8 +21,9 @@ std::string SavepointName(size_t index) {
 }
 
 // Where undoing fails there is nothing left to undo.
-void RunQuietly(Store& store, const char* sql) {
-    sqlite3_exec(store.Handle(), sql, nullptr, nullptr, nullptr);
+void RunQuietly(Store& store, const std::string& sql) {
+    store.Catalogue().DoubtAll();
+    sqlite3_exec(store.Handle(), sql.c_str(), nullptr, nullptr, nullptr);
 }
 
 }  // namespace
@@ -40,6 +41,7 @@ void Transactions::Forget() {
     doomed_ = false;
     hidden_ = false;
     savepoints_.clear();
+    store_.Catalogue().DoubtAll();
 }
 
 void Transactions::End(bool committed, ResultSink& sink) {
@@ -49,7 +51,7 @@ void Transactions::End(bool committed, ResultSink& sink) {
 }
 
 void Transactions::UndoBy(const std::string& sql) {
-    const auto run = [this, &sql] { RunQuietly(store_, sql.c_str()); };
+    const auto run = [this, &sql] { RunQuietly(store_, sql); };
     if (undo_) {
         undo_(run);
     } else {
@@ -87,6 +89,7 @@ void Transactions::Save(const QString& name) {
     CheckWritable();
     if (!changed_) store_.Cached("BEGIN").Run();
     changed_ = true;
+    store_.Catalogue().DoubtAll();
     store_.Run("SAVEPOINT " + SavepointName(savepoints_.size()));
     savepoints_.push_back(name);
 }
@@ -105,18 +108,23 @@ void Transactions::CheckLost(ResultSink& sink) {
 }
 
 Transactions::Reading::Reading(Transactions& transactions)
-    : store_(transactions.store_), own_(!store_.InTransaction()) {
-    if (!own_) return;
+    : store_(transactions.store_), statement_(store_) {
+    if (store_.InTransaction()) return;
+    SqliteStatement& end = store_.Cached("ROLLBACK");
     store_.Cached("BEGIN").Run();
-    // The transaction keeps what this statement begins to see.
+    // From this level on the transaction keeps what this statement begins to see.
     if (transactions.count_ > 0 && transactions.oneState_) {
         transactions.changed_ = true;
-        own_ = false;
+    } else {
+        end_ = &end;
     }
 }
 
+// Where it fails there is nothing left to end.
 Transactions::Reading::~Reading() {
-    if (own_) RunQuietly(store_, "ROLLBACK");
+    if (!end_) return;
+    sqlite3_step(end_->Handle());
+    end_->Reset();
 }
 
 Transactions::Whole::Whole(Transactions& transactions)
@@ -155,7 +163,10 @@ void Transactions::Whole::Commit() {
 }
 
 Transactions::Writing::Writing(Transactions& transactions, const std::string& prefix)
-    : transactions_(transactions), store_(transactions.store_), own_(transactions.count_ == 0) {
+    : transactions_(transactions),
+      store_(transactions.store_),
+      statement_(store_),
+      own_(transactions.count_ == 0) {
     transactions.CheckWritable();
     if (!store_.InTransaction()) store_.Cached("BEGIN").Run();
     try {
@@ -163,9 +174,7 @@ Transactions::Writing::Writing(Transactions& transactions, const std::string& pr
             transactions_.changed_ = true;
             store_.Cached("SAVEPOINT q").Run();
         }
-        // The write lock is taken before anything is read, so that nobody can change what this
-        // statement has read before it writes.
-        store_.Cached("DELETE FROM " + prefix + "q_meta WHERE key = ''").Run();
+        TakeLock(prefix);
     } catch (...) {
         // Others have changed the database since this transaction has begun to see one state of it.
         const bool stale = sqlite3_extended_errcode(store_.Handle()) == SQLITE_BUSY_SNAPSHOT;
@@ -173,6 +182,14 @@ Transactions::Writing::Writing(Transactions& transactions, const std::string& pr
         if (!stale) throw;
         throw SqlError(1205, {QString::number(transactions_.process_), QStringLiteral("lock")});
     }
+}
+
+// The write lock is taken before anything is read, so that nobody can change what this statement
+// has read before it writes. A transaction that has it keeps it.
+void Transactions::Writing::TakeLock(const std::string& prefix) {
+    const std::string schema = prefix.substr(0, prefix.size() - 1);
+    if (sqlite3_txn_state(store_.Handle(), schema.c_str()) == SQLITE_TXN_WRITE) return;
+    store_.Cached("DELETE FROM " + prefix + "q_meta WHERE key = ''").Run();
 }
 
 Transactions::Writing::~Writing() {

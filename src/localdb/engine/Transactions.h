@@ -82,7 +82,8 @@ class Transactions::Reading {
 
   private:
     Store& store_;
-    bool own_;
+    CatalogueCache::Statement statement_;
+    SqliteStatement* end_ = nullptr;  // nothing inside a transaction
 };
 
 class Transactions::Whole {
@@ -108,10 +109,12 @@ class Transactions::Writing {
     void Commit();
 
   private:
+    void TakeLock(const std::string& prefix);
     void Undo();
 
     Transactions& transactions_;
     Store& store_;
+    CatalogueCache::Statement statement_;
     bool own_;
     bool done_ = false;
 };

@@ -1,9 +1,25 @@
 #include "localdb/engine/Utf8.h"
 
+#include <algorithm>
+
 namespace quarv::localdb::engine {
+
+namespace {
+
+bool IsAscii(QStringView text) {
+    return std::all_of(text.begin(), text.end(), [](QChar unit) { return unit.unicode() < 0x80; });
+}
+
+}  // namespace
 
 std::string ToUtf8(QStringView text) {
     std::string bytes;
+    if (IsAscii(text)) {
+        bytes.resize(static_cast<size_t>(text.size()));
+        std::transform(text.begin(), text.end(), bytes.begin(),
+                       [](QChar unit) { return static_cast<char>(unit.unicode()); });
+        return bytes;
+    }
     bytes.reserve(static_cast<size_t>(text.size()) + 8);
     char buffer[4];
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -17,6 +33,11 @@ std::string ToUtf8(QStringView text) {
 }
 
 QString FromUtf8(std::string_view bytes) {
+    // Empty, and not the null string.
+    if (bytes.empty()) return QStringLiteral("");
+    const bool ascii = std::all_of(bytes.begin(), bytes.end(),
+                                   [](char byte) { return static_cast<signed char>(byte) >= 0; });
+    if (ascii) return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
     QString text;
     text.reserve(static_cast<qsizetype>(bytes.size()));
     for (size_t at = 0; at < bytes.size();) {

@@ -103,12 +103,19 @@ constexpr std::array<Entry, 29> Entries{{
     {TypeKind::Xml, Wide},
 }};
 
+// The position in Entries of each kind; the first one for a kind that is not there.
+constexpr std::array<uint8_t, 256> Index = [] {
+    std::array<uint8_t, 256> index{};
+    for (size_t i = 0; i < Entries.size(); ++i) {
+        index[static_cast<uint8_t>(Entries[i].kind)] = static_cast<uint8_t>(i);
+    }
+    return index;
+}();
+
 }  // namespace
 
 RowEncoder::ValueWriter RowEncoder::WriterOf(TypeKind kind) {
-    const auto* found = std::find_if(Entries.begin(), Entries.end(),
-                                     [kind](const Entry& e) { return e.kind == kind; });
-    return found == Entries.end() ? Integer : found->write;
+    return Entries[Index[static_cast<uint8_t>(kind)]].write;
 }
 
 RowEncoder::Plan RowEncoder::PlanOf(const engine::SqlType& type, tds::Dialect dialect) {
@@ -119,7 +126,9 @@ RowEncoder::Plan RowEncoder::PlanOf(const engine::SqlType& type, tds::Dialect di
 void RowEncoder::Begin(ByteWriter& writer, std::span<const engine::Column> columns,
                        tds::Dialect dialect) {
     plans_.clear();
+    plans_.reserve(columns.size());
     tds::ColMetadata metadata;
+    metadata.columns.reserve(columns.size());
     for (const engine::Column& column : columns) {
         metadata.columns.push_back(WireColumnOf(column));
         plans_.push_back(PlanOf(column.type, dialect));

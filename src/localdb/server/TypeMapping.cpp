@@ -57,10 +57,17 @@ constexpr std::array<Mapping, 29> Mappings{{
     {TypeKind::Xml, TypeCode::Xml, SizeFrom::Constant, tds::MaxSize},
 }};
 
+// The position in Mappings of each kind; the first one for a kind that is not there.
+constexpr std::array<uint8_t, 256> Index = [] {
+    std::array<uint8_t, 256> index{};
+    for (size_t i = 0; i < Mappings.size(); ++i) {
+        index[static_cast<uint8_t>(Mappings[i].kind)] = static_cast<uint8_t>(i);
+    }
+    return index;
+}();
+
 const Mapping& MappingOf(TypeKind kind) {
-    const auto* found = std::find_if(Mappings.begin(), Mappings.end(),
-                                     [kind](const Mapping& m) { return m.kind == kind; });
-    return found == Mappings.end() ? Mappings[0] : *found;
+    return Mappings[Index[static_cast<uint8_t>(kind)]];
 }
 
 uint32_t SizeOf(const Mapping& mapping, const SqlType& type) {

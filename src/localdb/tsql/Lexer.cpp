@@ -178,11 +178,11 @@ Token Lexer::BinaryLiteral() {
 }
 
 Token Lexer::Sign() {
+    const QStringView rest = text_.mid(place_);
     for (const QStringView sign : Signs) {
-        if (text_.mid(place_).startsWith(sign)) {
-            for (qsizetype i = 0; i < sign.size(); ++i) Advance();
-            return Finish(TokenKind::Sign, sign.toString());
-        }
+        if (rest.front() != sign.front() || !rest.startsWith(sign)) continue;
+        place_ += sign.size();
+        return Finish(TokenKind::Sign, QString::fromRawData(sign.data(), sign.size()));
     }
     throw SyntaxError(SyntaxError::Near, {text_.mid(place_, 1).toString()}, start_.line,
                       start_.column);

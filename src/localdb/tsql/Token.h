@@ -33,10 +33,19 @@ struct Token {
     bool IsName() const {
         return kind == TokenKind::QuotedName || (kind == TokenKind::Word && !reserved);
     }
+    // In any letter case; the language's own words have no other letters than ASCII's.
     bool IsWord(QStringView word) const {
-        return kind == TokenKind::Word && word.compare(text, Qt::CaseInsensitive) == 0;
+        if (kind != TokenKind::Word || word.size() != text.size()) return false;
+        for (qsizetype i = 0; i < word.size(); ++i) {
+            if (Folded(word[i].unicode()) != Folded(text[i].unicode())) return false;
+        }
+        return true;
     }
     bool IsSign(QStringView sign) const { return kind == TokenKind::Sign && sign == text; }
+
+    static constexpr char16_t Folded(char16_t unit) {
+        return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+    }
 };
 
 }  // namespace quarv::localdb::tsql

@@ -134,7 +134,10 @@ TEST(Storage, ARecordThatDoesNotHoldItsTypeRaises) {
     set("UPDATE t100001 SET c3 = x'00'");
     EXPECT_EQ(ErrorOf(*session, QStringLiteral("select upper(s) from t")), 945);
     set("UPDATE q_columns SET type = 7");
-    EXPECT_EQ(ErrorOf(*session, QStringLiteral("select a from t")), 945);
+    // A session that has not met the table yet.
+    const auto other = server.NewSession();
+    other->UseDatabase(QStringLiteral("d"));
+    EXPECT_EQ(ErrorOf(*other, QStringLiteral("select a from t")), 945);
     sqlite3_close(handle);
 }
 
