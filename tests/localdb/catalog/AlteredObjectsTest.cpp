@@ -52,5 +52,24 @@ TEST_F(AlteredObjectsTest, KeysComeAndGo) {
               Texts({"UQ_m|UQ"}));
 }
 
+TEST_F(AlteredObjectsTest, ConstraintsTellWhetherTheyAreAskedAndTrusted) {
+    Prepare(
+        {"create table c(t int constraint FK_c references t(id), a int constraint CK_a check "
+         "(a > 0), b int)",
+         "alter table c with nocheck add constraint CK_b check (b > 0)",
+         "alter table c nocheck constraint CK_a, FK_c"});
+    const std::string checks =
+        "select name, is_disabled, is_not_trusted from sys.check_constraints order by name";
+    const std::string keys = "select name, is_disabled, is_not_trusted from sys.foreign_keys";
+    EXPECT_EQ(Rows(checks), Texts({"CK_a|1|1", "CK_b|0|1"}));
+    EXPECT_EQ(Rows(keys), Texts({"FK_c|1|1"}));
+    Prepare({"alter table c check constraint all"});
+    EXPECT_EQ(Rows(checks), Texts({"CK_a|0|1", "CK_b|0|1"}));
+    EXPECT_EQ(Rows(keys), Texts({"FK_c|0|1"}));
+    Prepare({"alter table c with check check constraint CK_a, FK_c"});
+    EXPECT_EQ(Rows(checks), Texts({"CK_a|0|0", "CK_b|0|1"}));
+    EXPECT_EQ(Rows(keys), Texts({"FK_c|0|0"}));
+}
+
 }  // namespace
 }  // namespace quarv::localdb::catalog
