@@ -70,12 +70,25 @@ int RunHelpConstraint(SystemCall& call) {
     return 0;
 }
 
+// The source of the object, or of one of its computed columns.
+QString SourceOf(SystemCall& call, const engine::ObjectInfo& object, const QString& name) {
+    const QString column = call.Text(1);
+    if (column.isEmpty()) return object.definition;
+    if (object.type != u"U") throw engine::SqlError(15218, {name});
+    const engine::TableInfo table = call.GetMetadata().LoadTable(object);
+    const engine::ColumnInfo* found = table.FindColumn(column);
+    if (!found) throw engine::SqlError(15645, {column});
+    if (!found->IsComputed()) throw engine::SqlError(15646, {column});
+    return found->computedText;
+}
+
 int RunHelpText(SystemCall& call) {
     const QString name = call.Text(0);
     const engine::ObjectInfo object = FindObject(call, name);
-    if (object.definition.isEmpty()) throw engine::SqlError(15197, {name});
+    const QString source = SourceOf(call, object, name);
+    if (source.isEmpty()) throw engine::SqlError(15197, {name});
     call.Begin({NVarChar("Text", 255)});
-    for (const QString& line : HelpTextLines(object.definition)) call.Row({Value(line)});
+    for (const QString& line : HelpTextLines(source)) call.Row({Value(line)});
     call.End();
     return 0;
 }
@@ -89,7 +102,9 @@ std::vector<engine::SystemProcedure> HelpProcedures() {
              {Required(name), Optional(VarChar("@nomsg", 5))},
              RunHelpConstraint},
             {QStringLiteral("sp_helpindex"), {Required(name)}, RunHelpIndex},
-            {QStringLiteral("sp_helptext"), {Required(name)}, RunHelpText}};
+            {QStringLiteral("sp_helptext"),
+             {Required(name), Optional(Sysname("@columnname"))},
+             RunHelpText}};
 }
 
 }  // namespace quarv::localdb::catalog

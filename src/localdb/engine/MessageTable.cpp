@@ -644,11 +644,13 @@ constexpr MessageText Table[] = {
     {15010, 16, 1,
      u"The database '%' does not exist. Supply a valid database name. To see available databases, "
      u"use sys.databases."},
+    {15036, 16, 1, u"The data type '%' does not exist or you do not have permission."},
     {15070, 0, 1, u"Object '%' was successfully marked for recompilation."},
     {15150, 16, 1, u"Cannot % the % '%'."},
     {15151, 16, 1, u"Cannot % the % '%', because it does not exist or you do not have permission."},
     {15165, 16, 1, u"Could not find object '%' or you do not have permission."},
     {15197, 16, 1, u"There is no text for object '%'."},
+    {15218, 16, 1, u"Object '%' is not a table."},
     {15223, 11, 1, u"Error: The input parameter '%' is not allowed to be null."},
     {15225, 11, 1,
      u"No item by the name of '%' could be found in the current database '%', given that "
@@ -675,6 +677,8 @@ constexpr MessageText Table[] = {
      u"Caution: Changing any part of an object name could break scripts and stored procedures."},
     {15530, 16, 1, u"The object with name \"%\" already exists."},
     {15600, 15, 1, u"An invalid parameter or option was specified for procedure '%'."},
+    {15645, 16, 1, u"Column '%' does not exist."},
+    {15646, 16, 1, u"Column '%' is not a computed column."},
     {15647, 10, 1, u"No views with schema binding reference table '%'."},
     {17809, 20, 1,
      u"Could not connect because the maximum number of '%' user connections has already been "

@@ -56,6 +56,9 @@ class ProcedureCaller {
     int Rename(std::vector<CallArgument>& arguments);
     int RefreshView(std::vector<CallArgument>& arguments);
     int Recompile(std::vector<CallArgument>& arguments);
+    int AddType(std::vector<CallArgument>& arguments);
+    int DropType(std::vector<CallArgument>& arguments);
+    int RunTypeText(const QString& text, const QString& procedure);
     std::vector<QString> TextArguments(const std::vector<Parameter>& parameters,
                                        const std::vector<CallArgument>& arguments,
                                        const QString& procedure);

@@ -34,7 +34,7 @@ ProcedureCaller::TextProcedure ProcedureCaller::FindTextProcedure(const QString&
         QStringView name;
         TextProcedure run;
     };
-    static const std::array<Entry, 8> table = {{
+    static const std::array<Entry, 10> table = {{
         {u"sp_executesql", &ProcedureCaller::ExecuteSql},
         {u"sp_prepare", &ProcedureCaller::Prepare},
         {u"sp_prepexec", &ProcedureCaller::PrepareAndExecute},
@@ -43,6 +43,8 @@ ProcedureCaller::TextProcedure ProcedureCaller::FindTextProcedure(const QString&
         {u"sp_rename", &ProcedureCaller::Rename},
         {u"sp_refreshview", &ProcedureCaller::RefreshView},
         {u"sp_recompile", &ProcedureCaller::Recompile},
+        {u"sp_addtype", &ProcedureCaller::AddType},
+        {u"sp_droptype", &ProcedureCaller::DropType},
     }};
     for (const Entry& entry : table) {
         if (entry.name.compare(name, Qt::CaseInsensitive) == 0) return entry.run;

@@ -164,6 +164,21 @@ TEST_F(HelpProceduresTest, TextComesLineByLine) {
               Texts({"15197 16 There is no text for object 't'."}));
 }
 
+TEST_F(HelpProceduresTest, ExpressionsHaveATextToo) {
+    Prepare(
+        {"create table t(a int constraint CK_a check (a > 0) constraint DF_a default 5, "
+         "b as a + 1)"});
+    EXPECT_EQ(Rows("exec sp_helptext 'CK_a'"), Texts({"([a]>(0))"}));
+    EXPECT_EQ(Rows("exec sp_helptext 'DF_a'"), Texts({"((5))"}));
+    EXPECT_EQ(Rows("exec sp_helptext 't', 'b'"), Texts({"([a]+(1))"}));
+    EXPECT_EQ(Run("exec sp_helptext 't', 'a'").messages,
+              Texts({"15646 16 Column 'a' is not a computed column."}));
+    EXPECT_EQ(Run("exec sp_helptext 't', 'c'").messages,
+              Texts({"15645 16 Column 'c' does not exist."}));
+    EXPECT_EQ(Run("exec sp_helptext 'CK_a', 'b'").messages,
+              Texts({"15218 16 Object 'CK_a' is not a table."}));
+}
+
 TEST(HelpTextTest, LongLinesAreCutBetweenCharacters) {
     const QString line = QString(254, u'a') + QStringLiteral("\U0001F600b");
     EXPECT_EQ(HelpTextLines(line),
