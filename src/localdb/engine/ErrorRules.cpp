@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "localdb/tsql/Insert.h"
+
 namespace quarv::localdb::engine {
 
 namespace {
@@ -41,6 +43,14 @@ bool ErrorRules::IsCompileError(int number) {
     return std::any_of(CompileErrors.begin(), CompileErrors.end(), [number](const Range& range) {
         return range.first <= number && number <= range.last;
     });
+}
+
+bool ErrorRules::IsOwn(int number, const tsql::Statement& statement) {
+    constexpr int LastOfSyntax = 200;
+    if (number == 137) return true;
+    if (statement.type == tsql::StatementType::Execute) return false;
+    return statement.type != tsql::StatementType::Insert || number > LastOfSyntax ||
+           !static_cast<const tsql::Insert&>(statement).execute;
 }
 
 bool ErrorRules::TerminatesStatement(int number) {

@@ -2,6 +2,8 @@
 // whether the transaction goes with it, which message follows.
 #pragma once
 
+#include "localdb/tsql/Statement.h"
+
 namespace quarv::localdb::engine {
 
 class ErrorRules {
@@ -9,6 +11,9 @@ class ErrorRules {
     // Found before the statement runs, where names and types are looked up: a CATCH block of the
     // same batch or procedure never sees it.
     static bool IsCompileError(int number);
+    // Whether an error of compiling belongs to the text that the statement stands in. What EXECUTE
+    // tells of the text that it runs does not; INSERT ... EXECUTE looks up names of its own too.
+    static bool IsOwn(int number, const tsql::Statement& statement);
     // Found while a statement changes rows: message 3621 tells that it was undone.
     static bool TerminatesStatement(int number);
     // Ends the batch or procedure in which it happens; what called that goes on.

@@ -8,7 +8,6 @@
 #include "localdb/engine/ParseCache.h"
 #include "localdb/tsql/ControlFlow.h"
 #include "localdb/tsql/Declare.h"
-#include "localdb/tsql/Insert.h"
 #include "localdb/tsql/Jumps.h"
 #include "localdb/tsql/Select.h"
 #include "localdb/tsql/SyntaxError.h"
@@ -95,16 +94,6 @@ bool SetsNothing(const tsql::Statement& statement) {
     const auto& items = static_cast<const tsql::Declare&>(statement).items;
     return std::none_of(items.begin(), items.end(),
                         [](const tsql::Declare::Item& item) { return item.value != nullptr; });
-}
-
-// What EXECUTE tells of the text that it runs is not this text's own; INSERT ... EXECUTE looks up
-// names of its own as well.
-bool IsOwnError(int number, const tsql::Statement& statement) {
-    constexpr int LastOfSyntax = 200;
-    if (number == 137) return true;
-    if (statement.type == StatementType::Execute) return false;
-    return statement.type != StatementType::Insert || number > LastOfSyntax ||
-           !static_cast<const tsql::Insert&>(statement).execute;
 }
 
 bool Undoes(int number, const tsql::Statement& statement, const SessionOptions& options) {
@@ -234,7 +223,8 @@ void StatementRunner::Fail(Message message, const tsql::Statement& statement, bo
     SessionState& session = frame_.Session();
     session.rowCount = 0;
     const int number = message.number;
-    const bool compiled = ErrorRules::IsCompileError(number) && IsOwnError(number, statement);
+    const bool compiled =
+        ErrorRules::IsCompileError(number) && ErrorRules::IsOwn(number, statement);
     HandOver(message, compiled, statement);
     Send(message);
     session.transactions.CheckLost(sink_);
