@@ -13,23 +13,32 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-bool IsColumnAndLiteral(const tsql::Expression& condition) {
-    if (condition.kind != tsql::ExpressionKind::Comparison) return false;
+// What the column is compared with: a literal or a variable; nothing for another condition.
+const tsql::Expression* ComparedWith(const tsql::Expression& condition) {
+    if (condition.kind != tsql::ExpressionKind::Comparison) return nullptr;
     const auto& comparison = static_cast<const tsql::Comparison&>(condition);
-    return comparison.left->kind == tsql::ExpressionKind::Column &&
-           comparison.right->kind == tsql::ExpressionKind::Literal;
+    const tsql::ExpressionKind kind = comparison.right->kind;
+    const bool plain =
+        comparison.left->kind == tsql::ExpressionKind::Column &&
+        (kind == tsql::ExpressionKind::Literal || kind == tsql::ExpressionKind::Variable);
+    return plain ? comparison.right.get() : nullptr;
 }
 
-// How many columns are compared with literals, all of which must hold; 0 for another condition.
-size_t CountComparisons(const tsql::Expression* where) {
-    if (!where) return 0;
-    if (where->kind != tsql::ExpressionKind::Junction) return IsColumnAndLiteral(*where) ? 1 : 0;
-    const auto& junction = static_cast<const tsql::Junction&>(*where);
-    const bool plain = junction.isAnd && std::all_of(junction.terms.begin(), junction.terms.end(),
-                                                     [](const tsql::ExpressionPtr& term) {
-                                                         return IsColumnAndLiteral(*term);
-                                                     });
-    return plain ? junction.terms.size() : 0;
+// What columns are compared with where all the comparisons must hold. Nothing for another
+// condition.
+std::optional<std::vector<const tsql::Expression*>> Compared(const tsql::Expression* where) {
+    std::vector<const tsql::Expression*> result;
+    if (where && where->kind == tsql::ExpressionKind::Junction) {
+        const auto& junction = static_cast<const tsql::Junction&>(*where);
+        if (!junction.isAnd) return std::nullopt;
+        for (const tsql::ExpressionPtr& term : junction.terms) {
+            result.push_back(ComparedWith(*term));
+        }
+    } else if (where) {
+        result.push_back(ComparedWith(*where));
+    }
+    if (std::find(result.begin(), result.end(), nullptr) != result.end()) return std::nullopt;
+    return result;
 }
 
 bool IsPlainItem(const tsql::SelectItem& item) {
@@ -56,18 +65,6 @@ const tsql::NamedTable* OnlyTable(const tsql::Query& query) {
 bool IsLike(const SqlType& type, const SqlType& known) {
     return type.kind == known.kind &&
            (type.length == SqlType::Max) == (known.length == SqlType::Max);
-}
-
-// The literals as they stand; nothing where one is not like the known one, such as a number that
-// is too large for an int.
-std::optional<std::vector<BoundPtr>> BindLiterals(const std::vector<tsql::Literal>& literals,
-                                                  const std::vector<SqlType>& types) {
-    std::vector<BoundPtr> values;
-    for (size_t i = 0; i < literals.size(); ++i) {
-        values.push_back(BindLiteral(literals[i]));
-        if (!IsLike(values.back()->type, types[i])) return std::nullopt;
-    }
-    return values;
 }
 
 }  // namespace
@@ -99,9 +96,30 @@ void RepeatedSelects::Keep(const QString& key, std::shared_ptr<const Plan> plan)
 }
 
 RepeatedSelects::Batch::Batch(ParseCache& parsed, const QString& text)
-    : parsed_(parsed), owner_(parsed.Repeated()), text_(text), shape_(SelectShape::Of(text)) {
+    : parsed_(parsed),
+      owner_(parsed.Repeated()),
+      around_(owner_.running_),
+      text_(text),
+      shape_(SelectShape::Of(text)) {
+    Begin();
+}
+
+RepeatedSelects::Batch::Batch(ParseCache& parsed, const QString& text, const QString& declarations)
+    : parsed_(parsed),
+      owner_(parsed.Repeated()),
+      around_(owner_.running_),
+      text_(text),
+      hasParameters_(true) {
+    // No batch that has a shape has a zero in it.
+    if (text.size() + declarations.size() < SelectShape::LongestBatch) {
+        shape_ = SelectShape{declarations + QChar(u'\0') + text, {}};
+    }
+    Begin();
+}
+
+void RepeatedSelects::Batch::Begin() {
     if (shape_) plan_ = owner_.Find(shape_->key);
-    statements_ = plan_ ? plan_->tree : parsed.Batch(text);
+    statements_ = plan_ ? plan_->tree : parsed_.Batch(text_);
     if (!plan_) own_ = statements_;
     owner_.running_ = this;
 }
@@ -120,40 +138,76 @@ std::optional<SqliteStatement> RepeatedSelects::Batch::Prepare(Frame& frame) con
     if (store.Catalogue().FindTable(plan_->databaseId, object->id) != plan_->known) {
         return std::nullopt;
     }
-    const auto values = BindLiterals(shape_->literals, plan_->types);
-    if (!values) return std::nullopt;
     SqliteStatement statement = store.Prepare(plan_->sql);
-    int index = 0;
-    for (const BoundPtr& value : *values) {
-        const auto& constant = static_cast<const BoundConstant&>(*value);
-        statement.Bind(++index, constant.Value(), constant.type);
-    }
+    if (!BindValues(statement, frame)) return std::nullopt;
     return statement;
+}
+
+// False where a value is not like the known one, such as a number that is too large for an int.
+bool RepeatedSelects::Batch::BindValues(SqliteStatement& statement, Frame& frame) const {
+    int index = 0;
+    for (const Plan::Value& value : plan_->values) {
+        ++index;
+        if (value.parameter) {
+            const VariableTable::Variable& variable = frame.Variables().At(*value.parameter);
+            if (variable.type != value.type) return false;
+            statement.Bind(index, variable.value.View(), variable.type);
+        } else if (hasParameters_) {
+            statement.Bind(index, value.literal.View(), value.type);
+        } else {
+            const BoundPtr bound = BindLiteral(shape_->literals[static_cast<size_t>(index) - 1]);
+            if (!IsLike(bound->type, value.type)) return false;
+            statement.Bind(index, static_cast<const BoundConstant&>(*bound).Value(), bound->type);
+        }
+    }
+    return true;
+}
+
+// The values that were written are the literals and parameters themselves: none was converted.
+bool RepeatedSelects::Batch::FindValues(const tsql::Query& query, const SqlWriter& writer,
+                                        Frame& frame, std::vector<Plan::Value>& values) const {
+    const auto compared = Compared(query.where.get());
+    const std::optional<std::vector<SqlType>> types = writer.ValueTypes();
+    if (!compared || !types || types->size() != compared->size()) return false;
+    if (!hasParameters_ && compared->size() != shape_->literals.size()) return false;
+    for (size_t i = 0; i < types->size(); ++i) {
+        Plan::Value value;
+        if ((*compared)[i]->kind == tsql::ExpressionKind::Variable) {
+            const auto& variable = static_cast<const tsql::Variable&>(*(*compared)[i]);
+            value.parameter = frame.Variables().Find(variable.name);
+            if (!value.parameter) return false;
+            value.type = frame.Variables().At(*value.parameter).type;
+        } else {
+            const BoundPtr bound = BindLiteral(static_cast<const tsql::Literal&>(*(*compared)[i]));
+            value.type = bound->type;
+            value.literal = static_cast<const BoundConstant&>(*bound).Value();
+        }
+        if (value.type != (*types)[i]) return false;
+        values.push_back(std::move(value));
+    }
+    return true;
 }
 
 void RepeatedSelects::Batch::Learn(Frame& frame, const BoundQuery& bound, const SqlWriter& writer) {
     const auto& query = *static_cast<const tsql::Select&>(OwnStatement()).query;
     const tsql::NamedTable* table = OnlyTable(query);
-    const size_t count = shape_->literals.size();
-    if (!table || CountComparisons(query.where.get()) != count) return;
-    // A stored table and no view; values that are the literals themselves.
-    if (!bound.from || bound.from->query || bound.from->sql.starts_with('(')) return;
-    const std::optional<std::vector<SqlType>> types = writer.ValueTypes();
-    if (!types || types->size() != count) return;
-    for (size_t i = 0; i < count; ++i) {
-        if (BindLiteral(shape_->literals[i])->type != (*types)[i]) return;
-    }
+    // A stored table and no view.
+    if (!table || !bound.from || bound.from->query || bound.from->sql.starts_with('(')) return;
+    Plan plan;
+    if (!FindValues(query, writer, frame, plan.values)) return;
+    plan.tree = own_;
+    plan.schema = table->name.schema;
+    plan.table = table->name.name;
+    plan.databaseId = frame.Database().id;
     Store& store = frame.Session().store;
-    Metadata metadata(store, frame.Database());
-    const std::optional<ObjectInfo> object = metadata.Find(table->name.schema, table->name.name);
-    if (!object) return;
-    const int database = frame.Database().id;
-    if (!store.Catalogue().IsChecked(database)) return;
-    CatalogueCache::Table known = store.Catalogue().FindTable(database, object->id);
-    if (!known) return;
-    owner_.Keep(shape_->key, std::make_shared<const Plan>(
-                                 Plan{own_, table->name.schema, table->name.name, database,
-                                      std::move(known), bound.columns, writer.Sql(), *types}));
+    const std::optional<ObjectInfo> object =
+        Metadata(store, frame.Database()).Find(plan.schema, plan.table);
+    if (!object || !store.Catalogue().IsChecked(plan.databaseId)) return;
+    plan.known = store.Catalogue().FindTable(plan.databaseId, object->id);
+    if (!plan.known) return;
+    plan.columns = bound.columns;
+    plan.sql = writer.Sql();
+    owner_.Keep(shape_->key, std::make_shared<const Plan>(std::move(plan)));
 }
 
 }  // namespace quarv::localdb::engine

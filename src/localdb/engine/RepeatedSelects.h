@@ -1,8 +1,9 @@
 // RepeatedSelects: how to run queries of one table that come again and again with other literals
-// ("select * from t where id = 5"): their storage SQL, without reading, binding and writing them
-// anew. Kept are only those in which nothing but the bound values follows from the literals:
-// columns compared with literals of their own class. Good for as long as the catalogue is
-// unchanged. Bounded in number, and in text by SelectShape. Owned by the session's ParseCache.
+// ("select * from t where id = 5") or with other values of their parameters: their storage SQL,
+// without reading, binding and writing them anew. Kept are only those in which nothing but the
+// bound values follows from these: columns compared with literals and parameters of their own
+// class. Good for as long as the catalogue is unchanged. Bounded in number and in text. Owned by
+// the session's ParseCache.
 #pragma once
 
 #include <list>
@@ -39,7 +40,13 @@ class RepeatedSelects {
         CatalogueCache::Table known;
         std::vector<Column> columns;
         std::string sql;
-        std::vector<SqlType> types;  // of its values, a literal's each
+        // What its values come from, in their order.
+        struct Value {
+            SqlType type;
+            std::optional<size_t> parameter;  // else a literal
+            OwnedValue literal;               // of a text with parameters: it is in the text
+        };
+        std::vector<Value> values;
     };
 
     class Batch;
@@ -63,7 +70,10 @@ class RepeatedSelects::Batch {
   public:
     // Raises tsql::SyntaxError.
     Batch(ParseCache& parsed, const QString& text);
-    ~Batch() { owner_.running_ = nullptr; }
+    // A text with parameters, which its frame declares in the order of their declarations before
+    // anything else.
+    Batch(ParseCache& parsed, const QString& text, const QString& declarations);
+    ~Batch() { owner_.running_ = around_; }
     Batch(const Batch&) = delete;
     Batch& operator=(const Batch&) = delete;
 
@@ -82,9 +92,16 @@ class RepeatedSelects::Batch {
   private:
     friend class RepeatedSelects;
 
+    void Begin();
+    bool BindValues(SqliteStatement& statement, Frame& frame) const;
+    bool FindValues(const tsql::Query& query, const SqlWriter& writer, Frame& frame,
+                    std::vector<Plan::Value>& values) const;
+
     ParseCache& parsed_;
     RepeatedSelects& owner_;
+    Batch* const around_;
     const QString& text_;
+    const bool hasParameters_ = false;
     std::optional<SelectShape> shape_;
     std::shared_ptr<const Plan> plan_;
     std::shared_ptr<const tsql::StatementList> statements_, own_;

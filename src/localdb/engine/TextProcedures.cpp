@@ -73,14 +73,19 @@ int ProcedureCaller::RunPrepared(const PreparedText& prepared, std::vector<CallA
                                  size_t first, const QString& procedure) {
     SessionState& session = caller_.Session();
     const Nested nested(session);
-    const ParseCache::Statements body = ParseBatchText(prepared.text, session);
+    std::optional<RepeatedSelects::Batch> body;
+    try {
+        body.emplace(*session.parsed, prepared.text, prepared.declarations);
+    } catch (const tsql::SyntaxError& error) {
+        throw FromSyntaxError(error);
+    }
     const std::vector<Parameter> parameters = ReadDeclarations(prepared.declarations);
     const auto begin = arguments.begin() + static_cast<ptrdiff_t>(first);
     std::vector<CallArgument> values(begin, arguments.end());
     Frame frame(session, QString(), 0);
     frame.SetHome(caller_.Database());
     Called called(sink_);
-    RunBody(frame, *body, parameters, values, procedure);
+    RunBody(frame, body->Statements(), parameters, values, procedure);
     std::copy(values.begin(), values.end(), begin);
     // "sp_executesql": the number of the error, where the last statement has failed.
     return called.Return(session.error);

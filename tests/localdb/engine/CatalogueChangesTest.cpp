@@ -190,4 +190,50 @@ TEST_F(CatalogueChangesTest, ANameIsTheSameInAnyLetterCase) {
     EXPECT_EQ(ErrorOf(*two_, u"select * from dbo.tea"), 208);
 }
 
+TEST_F(CatalogueChangesTest, WhatAnotherSessionAlters) {
+    One(u"create table t(a int) insert t values (1)");
+    One(u"create view v as select a from t");
+    One(u"create procedure p as select * from v");
+    EXPECT_EQ(Two(u"exec p"), u"columns a int; 1; (1 row); status 0; (executed)");
+    EXPECT_EQ(Two(u"select * from t where a = 1"), u"columns a int; 1; (1 row)");
+    One(u"alter table t add b nvarchar(3) not null default N'x'");
+    EXPECT_EQ(Two(u"select * from t where a = 1"),
+              u"columns a int, b nvarchar(3) not null; 1 | x; (1 row)");
+    EXPECT_EQ(Two(u"insert t(a) values (2) select b from t where a = 2"),
+              u"(1 row); columns b nvarchar(3) not null; x; (1 row)");
+    One(u"alter view v as select b, a from t where a = 2");
+    EXPECT_EQ(Two(u"exec p"),
+              u"columns b nvarchar(3) not null, a int; x | 2; (1 row); status 0; (executed)");
+    One(u"alter procedure p as select 7 n");
+    EXPECT_EQ(Two(u"exec p"), u"columns n int not null; 7; (1 row); status 0; (executed)");
+    One(u"alter table t alter column a bigint");
+    EXPECT_EQ(Two(u"select a from t where a = 2"), u"columns a bigint; 2; (1 row)");
+    One(u"drop view v alter table t drop column a");
+    EXPECT_EQ(ErrorOf(*two_, u"select a from t where a = 2"), 207);
+}
+
+TEST_F(CatalogueChangesTest, AConstraintThatAnotherSessionAddsAndTurnsOff) {
+    One(u"create table t(a int)");
+    EXPECT_EQ(Two(u"insert t values (1)"), u"(1 row)");
+    One(u"alter table t add constraint c check (a > 0)");
+    EXPECT_EQ(ErrorOf(*two_, u"insert t values (0)"), 547);
+    One(u"alter table t nocheck constraint c");
+    EXPECT_EQ(Two(u"insert t values (0)"), u"(1 row)");
+    One(u"alter table t check constraint c");
+    EXPECT_EQ(ErrorOf(*two_, u"insert t values (0)"), 547);
+    One(u"alter table t drop constraint c");
+    EXPECT_EQ(Two(u"insert t values (0)"), u"(1 row)");
+}
+
+TEST_F(CatalogueChangesTest, ANameThatAnotherSessionGives) {
+    One(u"create table t(a int) insert t values (1)");
+    EXPECT_EQ(Two(u"select a from t where a = 1"), u"columns a int; 1; (1 row)");
+    One(u"exec sp_rename 't', 'u'");
+    EXPECT_EQ(ErrorOf(*two_, u"select a from t where a = 1"), 208);
+    EXPECT_EQ(Two(u"select a from u where a = 1"), u"columns a int; 1; (1 row)");
+    One(u"exec sp_rename 'u.a', 'b', 'COLUMN'");
+    EXPECT_EQ(ErrorOf(*two_, u"select a from u where a = 1"), 207);
+    EXPECT_EQ(Two(u"select * from u where b = 1"), u"columns b int; 1; (1 row)");
+}
+
 }  // namespace quarv::localdb::engine

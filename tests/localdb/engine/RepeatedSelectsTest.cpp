@@ -30,6 +30,11 @@ class RepeatedSelectsTest : public testing::Test {
         return sink.FirstError();
     }
 
+    // The first row, or what stands in its place.
+    QString Id(const char16_t* batch) {
+        return Lines(*session_, QString::fromUtf16(batch)).value(1);
+    }
+
     TestServer server_;
     std::unique_ptr<Session> session_;
 };
@@ -203,6 +208,71 @@ TEST_F(RepeatedSelectsTest, RowsThatArePutInAreSeen) {
     EXPECT_EQ(Run(u"select id from t where id > 1"), u"columns id int not null; 2; (1 row)");
     Run(u"set rowcount 0 set nocount on");
     EXPECT_EQ(Run(u"select id from t where id = 4"), u"columns id int not null; 4; (done)");
+}
+
+TEST_F(RepeatedSelectsTest, ParametersHaveTheirOwnValues) {
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where id = @i', N'@i int', 1"), u"1");
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where id = @i', N'@i int', 3"), u"3");
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where id = @i', N'@i int', null"),
+                  u"(0 rows)");
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where n = @n and id > 1',"
+                     u" N'@n nvarchar(9)', N'ZWEI'"),
+                  u"2");
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where n = @n and id > 1',"
+                     u" N'@n nvarchar(9)', N'one'"),
+                  u"(0 rows)");
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where id > @a and id < @b',"
+                     u" N'@b int, @a int', 4, 2"),
+                  u"3");
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where id > @a and id < @b',"
+                     u" N'@a int, @b int', 0, 2"),
+                  u"1");
+    }
+}
+
+TEST_F(RepeatedSelectsTest, ParametersOfAnotherTypeAreConvertedEachTime) {
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where id = @i', N'@i int', 2"), u"2");
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where id = @i', N'@i varchar(5)', "
+                     u"'3'"),
+                  u"3");
+        EXPECT_EQ(ErrorOf(u"exec sp_executesql N'select id from t where id = @i',"
+                          u" N'@i varchar(5)', 'x'"),
+                  245);
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where d = @d', N'@d datetime',"
+                     u" '2024-03-01'"),
+                  u"2");
+        EXPECT_EQ(Id(u"exec sp_executesql N'select id from t where d = @d', N'@d datetime',"
+                     u" '2024-02-29'"),
+                  u"1");
+    }
+}
+
+TEST_F(RepeatedSelectsTest, WithParametersADefinitionMayChange) {
+    const char16_t* const call =
+        u"exec sp_executesql N'select * from u where a = @i', N'@i int', 1";
+    Run(u"create table u(a int) insert u values (1)");
+    EXPECT_EQ(Run(call), u"columns a int; 1; (1 row); status 0; (executed)");
+    EXPECT_EQ(Run(call), u"columns a int; 1; (1 row); status 0; (executed)");
+    Run(u"drop table u create table u(b bit, a int) insert u values (0, 1)");
+    EXPECT_EQ(Run(call), u"columns b bit, a int; 0 | 1; (1 row); status 0; (executed)");
+    Run(u"begin tran drop table u create table u(a bigint)");
+    EXPECT_EQ(Run(call), u"columns a bigint; (0 rows); status 0; (executed)");
+    Run(u"rollback");
+    EXPECT_EQ(Run(call), u"columns b bit, a int; 0 | 1; (1 row); status 0; (executed)");
+    Run(u"drop table u");
+    EXPECT_EQ(ErrorOf(call), 208);
+}
+
+TEST_F(RepeatedSelectsTest, AQueryInsideAnotherTextIsThatText) {
+    const char16_t* const batch =
+        u"exec sp_executesql N'select id from t where id = @i', N'@i int', 2"
+        u" select id from t where id = 1";
+    EXPECT_EQ(Run(batch), Run(batch));
+    EXPECT_EQ(Run(batch),
+              u"columns id int not null; 2; (1 row); status 0; (executed); "
+              u"columns id int not null; 1; (1 row)");
 }
 
 }  // namespace quarv::localdb::engine
