@@ -69,6 +69,8 @@ function(quarv_test name)
     endif()
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY
                                              ${CMAKE_BINARY_DIR}/tests)
+    # Compiling a test takes longer than running it.
+    target_compile_options(${name} PRIVATE -O0)
     gtest_discover_tests(
         ${name}
         TEST_PREFIX "${name}."
