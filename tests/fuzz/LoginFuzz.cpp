@@ -24,8 +24,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static Log log(QStringLiteral("/dev/null"));
     int ends[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return 0;
-    Socket peer{UniqueFd(ends[0])};
-    PendingLogin login(Socket(UniqueFd(ends[1])), settings, log);
+    Socket peer{quarv::UniqueFd(ends[0])};
+    PendingLogin login(Socket(quarv::UniqueFd(ends[1])), settings, log);
     auto rest = std::as_bytes(std::span(data, size));
     auto outcome = PendingLogin::Outcome::Waiting;
     std::array<std::byte, 8192> replies;
