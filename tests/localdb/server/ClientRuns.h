@@ -15,6 +15,7 @@ struct Target {
     QString password = QStringLiteral("right");
     QString database = QStringLiteral("mirel");
     QString version = QStringLiteral("7.4");  // of the protocol
+    int timeout = 0;                          // of a statement, in seconds; 0: none. isql's only
 };
 
 struct Output {
@@ -51,9 +52,10 @@ inline Output RunTsql(const Target& target, const QByteArray& input) {
 inline Output RunIsql(const Target& target, const QByteArray& input) {
     const QString connection =
         QStringLiteral(
-            "Driver=FreeTDS;Server=127.0.0.1;Port=%1;TDS_Version=%5;UID=%2;PWD=%3;Database=%4")
+            "Driver=FreeTDS;Server=127.0.0.1;Port=%1;TDS_Version=%5;UID=%2;PWD=%3;Database=%4;"
+            "Timeout=%6")
             .arg(QString::number(target.port), target.user, target.password, target.database,
-                 target.version);
+                 target.version, QString::number(target.timeout));
     return RunClient(QStringLiteral("isql"), target.version,
                      {QStringLiteral("-k"), connection, QStringLiteral("-b"), QStringLiteral("-v"),
                       QStringLiteral("-d,")},

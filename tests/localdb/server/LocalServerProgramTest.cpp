@@ -1,11 +1,8 @@
 // quarv-localdb itself, with its engine and its sample, as clients meet it.
 #include <gmock/gmock.h>
 
-#include <QTemporaryDir>
-
-#include "ClientRuns.h"
+#include "LocalProgramFixture.h"
 #include "RequestFixture.h"
-#include "RunningProgram.h"
 
 namespace quarv::localdb::server {
 
@@ -13,29 +10,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// One server with the sample for all tests of the suite.
-class LocalServerProgramTest : public testing::Test {
-  protected:
-    static void SetUpTestSuite() {
-        home_ = new QTemporaryDir;
-        program_ = new RunningProgram(home_->path(), {QStringLiteral("--sample")});
-        target_.port = program_->Port();
-    }
-    static void TearDownTestSuite() {
-        EXPECT_EQ(program_->Stop(), 0);
-        delete program_;
-        delete home_;
-    }
-    void SetUp() override { ASSERT_GT(target_.port, 0) << "the server does not serve"; }
-
-    static QTemporaryDir* home_;
-    static RunningProgram* program_;
-    static Target target_;
-};
-
-QTemporaryDir* LocalServerProgramTest::home_ = nullptr;
-RunningProgram* LocalServerProgramTest::program_ = nullptr;
-Target LocalServerProgramTest::target_;
+class LocalServerProgramTest : public LocalProgramFixture {};
 
 tds::RpcParameter TextParameter(const char* text) {
     tds::RpcParameter parameter;
