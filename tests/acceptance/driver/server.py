@@ -83,12 +83,18 @@ class Tsql:
 
     def columns(self, table):
         """A table's columns as the columns pane shows them: name, type, nullable, default."""
-        rows = self.rows("select column_name, data_type, character_maximum_length, is_nullable, "
-                         f"column_default from information_schema.columns where table_name="
-                         f"{quoted(table)} order by ordinal_position")
-        return [(name, kind if length == "NULL" or kind in ENDLESS else f"{kind}({length})",
-                 "Yes" if nullable == "YES" else "", "" if default == "NULL" else default)
-                for name, kind, length, nullable, default in rows]
+        rows = self.rows("select column_name, domain_name, data_type, character_maximum_length, "
+                         "is_nullable, column_default from information_schema.columns "
+                         f"where table_name={quoted(table)} order by ordinal_position")
+        return [(name, shown_type(domain, kind, length), "Yes" if nullable == "YES" else "",
+                 "" if default == "NULL" else default)
+                for name, domain, kind, length, nullable, default in rows]
+
+
+def shown_type(domain, kind, length):
+    """A column's type in the pane: the alias type, if any, with what it stands for."""
+    plain = kind if length == "NULL" or kind in ENDLESS else f"{kind}({length})"
+    return plain if domain == "NULL" else f"{domain} [{plain}]"
 
 
 def own_instance(environment, name, database):
