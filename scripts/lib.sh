@@ -29,6 +29,9 @@ if [[ -z "${HOME:-}" ]]; then
     export HOME="${HOME:-/tmp}"
 fi
 
+# What one clone has compiled serves every other, wherever it lies.
+export CCACHE_BASEDIR="${CCACHE_BASEDIR:-$ROOT}" CCACHE_NOHASHDIR="${CCACHE_NOHASHDIR:-1}"
+
 # The one place of the sanitizers' settings; they do nothing to a plain program.
 export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=1:detect_stack_use_after_return=1}"
 export UBSAN_OPTIONS="${UBSAN_OPTIONS:-print_stacktrace=1:halt_on_error=1}"
