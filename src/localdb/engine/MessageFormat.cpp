@@ -65,7 +65,7 @@ class Filler {
     const QString& format_;
     const std::vector<FormatArgument>& arguments_;
     qsizetype place_ = 0;
-    qsizetype begin_ = 0;  // of the specification that is being read
+    qsizetype begin_ = 0;  // of the conversion that is being read
     size_t next_ = 0;      // arguments taken
 };
 
