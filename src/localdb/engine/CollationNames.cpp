@@ -6,6 +6,7 @@
 
 #include "localdb/engine/Collation.h"
 #include "localdb/engine/SqlError.h"
+#include "localdb/engine/TypeTable.h"
 
 namespace quarv::localdb::engine {
 
@@ -134,6 +135,14 @@ void RequireServerCollation(CollationId id) {
     if (id == CollationId::Server) return;
     throw SqlError(40517,
                    {QStringLiteral("COLLATE ") + NameOf(id) + QStringLiteral(" of a column")});
+}
+
+void CheckColumnCollation(const QString& name, const SqlType& type, int line) {
+    if (name.isEmpty()) return;
+    if (ClassOf(type) != TypeClass::Text || type.kind == TypeKind::Xml) {
+        throw SqlError(447, {type.Name()}, line);
+    }
+    RequireServerCollation(FindCollation(name));
 }
 
 const char* StorageName(TextOrder order) {

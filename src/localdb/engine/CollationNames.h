@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "localdb/engine/SqlType.h"
 #include "localdb/engine/TextOrder.h"
 
 namespace quarv::localdb::engine {
@@ -48,6 +49,9 @@ QString NameOf(CollationId id);
 int ComparisonStyleOf(CollationId id);
 // What a column keeps: the server's collation. Raises SqlError 40517 for any other.
 void RequireServerCollation(CollationId id);
+// What COLLATE says of a column of this type; an empty name says nothing. Raises SqlError 447 for a
+// type without a collation, and as FindCollation and RequireServerCollation do.
+void CheckColumnCollation(const QString& name, const SqlType& type, int line);
 // As the storage calls the order.
 const char* StorageName(TextOrder order);
 

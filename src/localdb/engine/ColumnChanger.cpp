@@ -5,6 +5,7 @@
 
 #include "localdb/engine/AliasTypes.h"
 #include "localdb/engine/BoundNodes.h"
+#include "localdb/engine/CollationNames.h"
 #include "localdb/engine/ColumnFit.h"
 #include "localdb/engine/StoredForm.h"
 #include "localdb/engine/TableChange.h"
@@ -87,6 +88,7 @@ ColumnInfo ColumnChanger::NewForm(const ColumnInfo& old) {
     column.isSysname = declared.isSysname;
     column.userType = declared.userType;
     column.userTypeName = declared.name;
+    CheckColumnCollation(definition.collation, column.type, definition.line);
     column.nullable = definition.nullability == tsql::Nullability::Unsaid
                           ? declared.nullable && !old.identity
                           : definition.nullability == tsql::Nullability::Null;

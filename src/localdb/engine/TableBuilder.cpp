@@ -34,14 +34,6 @@ void CheckVersion(const TableInfo& table, const tsql::ColumnDefinition& definiti
     }
 }
 
-void CheckCollationOf(const SqlType& type, const tsql::ColumnDefinition& definition) {
-    if (definition.collation.isEmpty()) return;
-    if (ClassOf(type) != TypeClass::Text || type.kind == TypeKind::Xml) {
-        throw SqlError(447, {type.Name()}, definition.line);
-    }
-    RequireServerCollation(FindCollation(definition.collation));
-}
-
 }  // namespace
 
 QString TextOf(const tsql::Expression& tree, const QString& source, bool isCondition) {
@@ -131,7 +123,7 @@ void TableBuilder::AddColumn(TableInfo& table, const tsql::ColumnDefinition& def
     column.isSysname = declared.isSysname;
     column.userType = declared.userType;
     column.userTypeName = declared.name;
-    CheckCollationOf(column.type, definition);
+    CheckColumnCollation(definition.collation, column.type, definition.line);
     const bool version = column.type.kind == TypeKind::RowVersion;
     if (version) CheckVersion(table, definition);
     const bool notNullBySelf = definition.identity || !declared.nullable || version;
