@@ -7,6 +7,17 @@
 
 namespace quarv::localdb::engine {
 
+// A constraint that was disabled or is taken on trust may not hold for every row; only WITH CHECK
+// asks them again.
+template <typename Constraint>
+void ConstraintSwitch::Set(const Constraint& constraint) {
+    const bool enables = node_.clause == tsql::AlterTable::Clause::Enable;
+    const bool asks = enables && node_.rowCheck == tsql::AlterTable::RowCheck::Check;
+    if (asks) ExistingRows(frame_, metadata_, table_).Check(constraint);
+    const bool kept = enables && constraint.trusted && !constraint.disabled;
+    metadata_.SetConstraintState(constraint.id, !enables, asks || kept);
+}
+
 void ConstraintSwitch::Change() {
     if (node_.constraints.empty()) {
         for (const CheckInfo& check : table_.checks) Set(check);
@@ -36,24 +47,6 @@ void ConstraintSwitch::Find(const QString& name) {
                         return column.defaultId != 0 && SameName(column.defaultName, name);
                     });
     throw ErrorSummary(SqlError(4916)).After(SqlError(other ? 11415 : 4917, {name}));
-}
-
-// A constraint that was disabled or is taken on trust may not hold for every row; only WITH CHECK
-// asks them again.
-void ConstraintSwitch::Set(const CheckInfo& check) {
-    const bool enables = node_.clause == tsql::AlterTable::Clause::Enable;
-    const bool asks = enables && node_.rowCheck == tsql::AlterTable::RowCheck::Check;
-    if (asks) ExistingRows(frame_, metadata_, table_).Check(check);
-    const bool kept = enables && check.trusted && !check.disabled;
-    metadata_.SetConstraintState(check.id, !enables, asks || kept);
-}
-
-void ConstraintSwitch::Set(const ForeignKeyInfo& key) {
-    const bool enables = node_.clause == tsql::AlterTable::Clause::Enable;
-    const bool asks = enables && node_.rowCheck == tsql::AlterTable::RowCheck::Check;
-    if (asks) ExistingRows(frame_, metadata_, table_).Check(key);
-    const bool kept = enables && key.trusted && !key.disabled;
-    metadata_.SetConstraintState(key.id, !enables, asks || kept);
 }
 
 }  // namespace quarv::localdb::engine

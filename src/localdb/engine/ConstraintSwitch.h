@@ -16,8 +16,9 @@ class ConstraintSwitch : public TableAlter {
 
   private:
     void Find(const QString& name);
-    void Set(const CheckInfo& check);
-    void Set(const ForeignKeyInfo& key);
+    // A CheckInfo or a ForeignKeyInfo.
+    template <typename Constraint>
+    void Set(const Constraint& constraint);
 };
 
 }  // namespace quarv::localdb::engine
