@@ -14,6 +14,9 @@ namespace quarv::localdb::engine {
 class Metadata {
   public:
     static constexpr int DboSchema = 1;
+    static constexpr int FirstUserSchema = 5;
+    // guest, INFORMATION_SCHEMA and sys, which nothing is made in or moved to.
+    static constexpr bool IsSystemSchema(int id) { return id > DboSchema && id < FirstUserSchema; }
 
     Metadata(Store& store, const DatabaseEntry& database);
 

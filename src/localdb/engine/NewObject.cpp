@@ -4,17 +4,11 @@
 
 namespace quarv::localdb::engine {
 
-namespace {
-
-constexpr int FirstUserSchema = 5;
-
-}  // namespace
-
 // A schema goes by its own name, however it was written.
 ObjectInfo NewObject(Metadata& metadata, const tsql::ObjectName& name, const QString& type) {
     const std::optional<int> schema = metadata.FindSchema(name.schema);
-    const bool system = schema && *schema > Metadata::DboSchema && *schema < FirstUserSchema;
-    if (!schema || system) throw SqlError(2760, {name.schema}, name.line);
+    if (!schema || Metadata::IsSystemSchema(*schema))
+        throw SqlError(2760, {name.schema}, name.line);
     ObjectInfo object;
     object.schemaId = *schema;
     object.schema = metadata.SchemaName(*schema);

@@ -9,7 +9,6 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-constexpr int FirstUserSchema = 5;
 const QString Dbo = QStringLiteral("dbo");
 
 // The other principals of a database, who cannot own a schema here: all belongs to dbo.
@@ -45,7 +44,7 @@ void Drop(const tsql::SchemaStatement& node, Metadata& metadata) {
         if (node.ifExists) return;
         throw SqlError(15151, {drop, schema, node.name});
     }
-    if (*id < FirstUserSchema) throw SqlError(15150, {drop, schema, node.name});
+    if (*id < Metadata::FirstUserSchema) throw SqlError(15150, {drop, schema, node.name});
     const QString member = metadata.FirstInSchema(*id);
     if (!member.isNull()) throw SqlError(3729, {QStringLiteral("drop schema"), node.name, member});
     metadata.RemoveSchema(*id);
@@ -79,8 +78,7 @@ void TransferObject(const tsql::SchemaStatement& node, int schema, Metadata& met
 
 void Transfer(const tsql::SchemaStatement& node, Metadata& metadata) {
     const std::optional<int> schema = metadata.FindSchema(node.name);
-    const bool system = schema && *schema > Metadata::DboSchema && *schema < FirstUserSchema;
-    if (!schema || system) {
+    if (!schema || Metadata::IsSystemSchema(*schema)) {
         throw SqlError(15151, {QStringLiteral("alter"), QStringLiteral("schema"), node.name});
     }
     if (node.transfersType) {

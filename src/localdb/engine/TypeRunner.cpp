@@ -8,8 +8,6 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-constexpr int FirstUserSchema = 5;
-
 // An alias type, xml and rowversion are no types to name anew ("CREATE TYPE (Transact-SQL)").
 SqlType BaseOf(const tsql::TypeName& name) {
     const bool known = FindTypeKind(name.name).has_value() || IsRefusedType(name.name);
@@ -25,8 +23,8 @@ SqlType BaseOf(const tsql::TypeName& name) {
 void Create(const tsql::TypeStatement& node, Metadata& metadata) {
     const tsql::ObjectName& name = node.name;
     const std::optional<int> schema = metadata.FindSchema(name.schema);
-    const bool system = schema && *schema > Metadata::DboSchema && *schema < FirstUserSchema;
-    if (!schema || system) throw SqlError(2760, {name.schema}, name.line);
+    if (!schema || Metadata::IsSystemSchema(*schema))
+        throw SqlError(2760, {name.schema}, name.line);
     AliasType type;
     type.schemaId = *schema;
     type.name = name.name;
