@@ -6,6 +6,7 @@
 #include "localdb/engine/SqlWriter.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/TableAlter.h"
+#include "localdb/tsql/ObjectName.h"
 #include "localdb/tsql/Select.h"
 
 namespace quarv::localdb::engine {
@@ -19,8 +20,9 @@ const QString Statement = QStringLiteral("ALTER TABLE");
 // Asked in T-SQL, so that computed columns stand for what they are computed from.
 void ExistingRows::Check(const CheckInfo& check) {
     const ObjectInfo& object = table_.object;
-    const QString text = QStringLiteral("SELECT TOP (1) 1 FROM ") + Bracketed(object.schema) +
-                         u'.' + Bracketed(object.name) + QStringLiteral(" WHERE NOT ") + check.text;
+    const QString text = QStringLiteral("SELECT TOP (1) 1 FROM ") + tsql::Bracketed(object.schema) +
+                         u'.' + tsql::Bracketed(object.name) + QStringLiteral(" WHERE NOT ") +
+                         check.text;
     SessionState& session = frame_.Session();
     const ParseCache::Statements statements = ParseBatchText(text, session);
     const VariableTable noVariables;

@@ -58,8 +58,4 @@ void TableAlter::RequireValues(const ColumnInfo& column) {
     RowChecker(metadata_, table_, QStringLiteral("UPDATE")).Check(column, null);
 }
 
-QString Bracketed(const QString& name) {
-    return u'[' + QString(name).replace(u']', QStringLiteral("]]")) + u']';
-}
-
 }  // namespace quarv::localdb::engine

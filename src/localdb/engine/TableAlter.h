@@ -42,7 +42,4 @@ class TableAlter {
     TableInfo table_;  // as it was before
 };
 
-// "[a]]b]"
-QString Bracketed(const QString& name);
-
 }  // namespace quarv::localdb::engine

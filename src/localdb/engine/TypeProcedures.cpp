@@ -2,14 +2,11 @@
 #include "localdb/engine/ProcedureCaller.h"
 #include "localdb/engine/StatementRunner.h"
 #include "localdb/engine/TypeTable.h"
+#include "localdb/tsql/ObjectName.h"
 
 namespace quarv::localdb::engine {
 
 namespace {
-
-QString Quoted(QString name) {
-    return u'[' + name.replace(u']', QStringLiteral("]]")) + u']';
-}
 
 // Raises SqlError 15600 for what is none of the words that it may be.
 QString Nullability(const QString& word) {
@@ -50,8 +47,8 @@ int ProcedureCaller::AddType(std::vector<CallArgument>& arguments) {
         {QStringLiteral("@nulltype"), MakeType(TypeKind::VarChar, 8), false, false, {}},
         {QStringLiteral("@owner"), SysnameType(), false, false, {}}};
     const std::vector<QString> texts = TextArguments(parameters, arguments, procedure);
-    const QString owner = texts[3].isEmpty() ? QString() : Quoted(texts[3]) + u'.';
-    return RunTypeText(QStringLiteral("CREATE TYPE ") + owner + Quoted(texts[0]) +
+    const QString owner = texts[3].isEmpty() ? QString() : tsql::Bracketed(texts[3]) + u'.';
+    return RunTypeText(QStringLiteral("CREATE TYPE ") + owner + tsql::Bracketed(texts[0]) +
                            QStringLiteral(" FROM ") + texts[1] + Nullability(texts[2]),
                        procedure);
 }
@@ -64,7 +61,7 @@ int ProcedureCaller::DropType(std::vector<CallArgument>& arguments) {
         {{QStringLiteral("@typename"), SysnameType(), false, true, {}}}, arguments, procedure);
     Metadata metadata(caller_.Session().store, caller_.Database());
     if (!metadata.FindType({}, texts[0])) throw SqlError(15036, {texts[0]});
-    return RunTypeText(QStringLiteral("DROP TYPE ") + Quoted(texts[0]), procedure);
+    return RunTypeText(QStringLiteral("DROP TYPE ") + tsql::Bracketed(texts[0]), procedure);
 }
 
 }  // namespace quarv::localdb::engine

@@ -12,10 +12,6 @@ QString Quoted(const QString& text) {
     return u'\'' + QString(text).replace(QStringLiteral("'"), QStringLiteral("''")) + u'\'';
 }
 
-QString Bracketed(const QString& name) {
-    return u'[' + QString(name).replace(QStringLiteral("]"), QStringLiteral("]]")) + u']';
-}
-
 QString LiteralText(const Literal& literal) {
     switch (literal.literal) {
         case LiteralKind::Null:

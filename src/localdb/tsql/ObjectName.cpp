@@ -7,6 +7,10 @@
 
 namespace quarv::localdb::tsql {
 
+QString Bracketed(const QString& name) {
+    return u'[' + QString(name).replace(u']', QStringLiteral("]]")) + u']';
+}
+
 QString ObjectName::ToText() const {
     QString text = name;
     if (!schema.isEmpty() || !database.isEmpty()) text = schema + u'.' + text;

@@ -21,6 +21,8 @@ struct ObjectName {
     QString ToText() const;
 };
 
+// The name as a delimited identifier: "[a]]b]".
+QString Bracketed(const QString& name);
 // Reads one name. Leading dots are read where `leadingDots` says so ("..sp_tables").
 ObjectName ParseObjectName(TokenReader& reader, bool leadingDots = false);
 // Reads a name that came alone, as a procedure call over the wire brings it; a version suffix ";1"
