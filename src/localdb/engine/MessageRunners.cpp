@@ -15,7 +15,6 @@ namespace quarv::localdb::engine {
 namespace {
 
 constexpr int WorstForAll = 18;   // beyond it, WITH LOG is asked for
-constexpr int FirstFatal = 20;    // ends the connection
 constexpr int FromTable = -1;     // the severity or state that the message itself has
 constexpr int FirstArgument = 4;  // its place among those of RAISERROR
 
@@ -111,7 +110,7 @@ void RunPrint(const tsql::Statement& statement, Frame& frame, ResultSink& sink) 
 void RunRaiseError(const tsql::Statement& statement, Frame& frame, ResultSink& sink) {
     const auto& node = static_cast<const tsql::RaiseError&>(statement);
     Message message = MakeRaised(node, frame);
-    if (message.severity >= FirstFatal) EndSession(message, frame, sink);
+    if (message.severity >= Message::FirstFatal) EndSession(message, frame, sink);
     if (message.severity > 10) throw SqlError(message);
     // "Database Engine error severities": 10 reaches a client as 0.
     if (message.severity == 10) message.severity = 0;

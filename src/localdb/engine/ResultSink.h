@@ -21,6 +21,10 @@ struct Column {
 
 // A message or an error, as sys.messages numbers them. Severity below 11 is information.
 struct Message {
+    // From this severity on an error ends the connection, and no CATCH block sees it ("Database
+    // Engine error severities").
+    static constexpr int FirstFatal = 20;
+
     int number = 0;
     int severity = 0;  // 0..25
     int state = 1;     // 0..255

@@ -18,9 +18,6 @@ namespace {
 
 using tsql::StatementType;
 
-// From this severity on an error ends the connection, and no CATCH block sees it.
-constexpr int FirstFatal = 20;
-
 using Runner = void (*)(const tsql::Statement&, Frame&, ResultSink&);
 
 Runner FindRunner(StatementType type) {
@@ -237,7 +234,7 @@ void StatementRunner::Fail(Message message, const tsql::Statement& statement, bo
     const bool undo = Undoes(number, statement, session.options);
     if (undo && session.transactions.Count() > 0) session.transactions.Rollback({}, sink_);
     const bool thrown = statement.type == StatementType::Throw;
-    const bool fatal = message.severity >= FirstFatal;
+    const bool fatal = message.severity >= Message::FirstFatal;
     if (undo || thrown || fatal || ErrorRules::EndsBatch(number)) throw BatchAborted();
     if (compiled && (ErrorRules::EndsScope(number) || frame_.tries > 0)) throw ScopeAborted();
 }
@@ -247,7 +244,7 @@ void StatementRunner::HandOver(const Message& message, bool compiled,
                                const tsql::Statement& statement) {
     SessionState& session = frame_.Session();
     const int waiting = session.tries - (compiled ? frame_.tries : 0);
-    if (waiting == 0 || message.severity >= FirstFatal) return;
+    if (waiting == 0 || message.severity >= Message::FirstFatal) return;
     session.transactions.CheckLost(sink_);
     if (Undoes(message.number, statement, session.options)) session.transactions.Doom();
     const StatementKind kind = KindOf(statement.type);

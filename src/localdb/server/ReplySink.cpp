@@ -18,9 +18,6 @@ using tds::Token;
 
 namespace {
 
-// From here on an error ends the connection ("Database Engine error severities").
-constexpr int FatalSeverity = 20;
-
 QByteArray DescriptorOf(uint64_t id) {
     QByteArray bytes(8, '\0');
     qToLittleEndian<quint64>(id, bytes.data());
@@ -108,13 +105,13 @@ void ReplySink::Say(const engine::Message& message) {
     wire.line = static_cast<uint32_t>(std::max(message.line, 0));
     wire.server = serverName_;
     Tell(wire);
-    if (message.logged || message.severity >= FatalSeverity) {
+    if (message.logged || message.severity >= engine::Message::FirstFatal) {
         log_.Write(QStringLiteral("session: error %1, severity %2: %3")
                        .arg(message.number)
                        .arg(message.severity)
                        .arg(message.text.simplified()));
     }
-    if (message.severity >= FatalSeverity) stream_.EndAfterReply();
+    if (message.severity >= engine::Message::FirstFatal) stream_.EndAfterReply();
 }
 
 void ReplySink::Tell(const tds::ServerMessage& message) {
