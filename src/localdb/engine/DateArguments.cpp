@@ -50,4 +50,20 @@ std::optional<SqlValue> ValueOf(const Moment& moment, const SqlType& type) {
     return value;
 }
 
+DatePart FindPart(const QString& function, const QString& word) {
+    if (word.isEmpty()) throw SqlError(1023, {QStringLiteral("1"), function});
+    const std::optional<DatePart> part = DateParts::Find(word);
+    if (!part) throw SqlError(155, {word, function});
+    return *part;
+}
+
+BoundPtr WithPart(BoundPtr call, DatePart part) {
+    static_cast<BoundCall&>(*call).option = static_cast<int>(part);
+    return call;
+}
+
+DatePart PartOf(const BoundCall& call) {
+    return static_cast<DatePart>(call.option);
+}
+
 }  // namespace quarv::localdb::engine

@@ -12,13 +12,6 @@ namespace {
 
 constexpr int64_t TicksPerSecond = 10'000'000;
 
-DatePart FindPart(const QString& function, const QString& word) {
-    if (word.isEmpty()) throw SqlError(1023, {QStringLiteral("1"), function});
-    const std::optional<DatePart> part = DateParts::Find(word);
-    if (!part) throw SqlError(155, {word, function});
-    return *part;
-}
-
 // The length of the parts that are always equally long, in 100 nanoseconds; else 0.
 int64_t TicksOf(DatePart part) {
     switch (part) {
@@ -72,7 +65,7 @@ SqlValue Stored(const Moment& moment, const SqlType& type) {
 
 SqlValue Truncate(const BoundCall& call, const SqlValue* a, const Evaluation& evaluation) {
     Moment moment = MomentOf(a[0], call.parts[0]->type);
-    const auto part = static_cast<DatePart>(call.option);
+    const DatePart part = PartOf(call);
     if (part == DatePart::Week || part == DatePart::IsoWeek) {
         const int64_t first = evaluation.environment->Ask(SystemValue::DateFirst).integer;
         const int64_t begin =
@@ -124,9 +117,7 @@ BoundPtr BindTruncate(const QString& function, const QString& word, Arguments ar
     arguments[0] = AsMoment(std::move(arguments[0]), 2, function);
     const SqlType type = arguments[0]->type;
     CheckPart(part, function, type);
-    BoundPtr call = MakeCall(Truncate, type, std::move(arguments));
-    static_cast<BoundCall&>(*call).option = static_cast<int>(part);
-    return call;
+    return WithPart(MakeCall(Truncate, type, std::move(arguments)), part);
 }
 
 int64_t MonthNumber(const Moment& moment) {
@@ -152,7 +143,7 @@ SqlValue Bucket(const BoundCall& call, const SqlValue* a, const Evaluation&) {
     const Moment moment = MomentOf(a[1], call.parts[1]->type);
     Moment origin;
     if (call.parts.size() > 2) origin = MomentOf(a[2], call.parts[2]->type);
-    const auto part = static_cast<DatePart>(call.option);
+    const DatePart part = PartOf(call);
     const int64_t unit = TicksOf(part);
     Moment begin = moment;
     if (unit == 0) {
@@ -182,9 +173,7 @@ BoundPtr BindBucket(const QString& function, const QString& word, Arguments argu
     CheckPart(part, function, type);
     if (arguments.size() > 2)
         arguments[2] = ExpressionBinder::Convert(std::move(arguments[2]), type);
-    BoundPtr call = MakeCall(Bucket, type, std::move(arguments));
-    static_cast<BoundCall&>(*call).option = static_cast<int>(part);
-    return call;
+    return WithPart(MakeCall(Bucket, type, std::move(arguments)), part);
 }
 
 }  // namespace

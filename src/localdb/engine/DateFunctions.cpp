@@ -10,19 +10,8 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-DatePart PartOf(const BoundCall& call) {
-    return static_cast<DatePart>(call.option);
-}
-
 int FirstDay(const Evaluation& evaluation) {
     return static_cast<int>(evaluation.environment->Ask(SystemValue::DateFirst).integer);
-}
-
-DatePart FindPart(const QString& function, const QString& word) {
-    if (word.isEmpty()) throw SqlError(1023, {QStringLiteral("1"), function});
-    const std::optional<DatePart> part = DateParts::Find(word);
-    if (!part) throw SqlError(155, {word, function});
-    return *part;
 }
 
 [[noreturn]] void RefusePart(DatePart part, const QString& function, const SqlType& type) {
@@ -50,17 +39,12 @@ SqlValue NamePart(const BoundCall& call, const SqlValue* a, const Evaluation& ev
     return SqlValue::Text(evaluation.arena->Keep(ToUtf8(name)));
 }
 
-BoundPtr WithOption(BoundPtr call, DatePart part) {
-    static_cast<BoundCall&>(*call).option = static_cast<int>(part);
-    return call;
-}
-
 BoundPtr ReadPartOf(DatePart part, const QString& function, Arguments arguments, bool name) {
     arguments[0] = AsDate(std::move(arguments[0]), 2, function);
     CheckPart(part, function, arguments[0]->type);
     const SqlType type = name ? MakeType(TypeKind::NVarChar, 30) : IntType();
     BoundPtr call =
-        WithOption(MakeCall(name ? NamePart : ReadPart, type, std::move(arguments)), part);
+        WithPart(MakeCall(name ? NamePart : ReadPart, type, std::move(arguments)), part);
     // Both depend on which day a week begins with.
     const bool week = part == DatePart::Weekday || part == DatePart::Week;
     static_cast<BoundCall&>(*call).isDeterministic = !week;
@@ -106,7 +90,7 @@ BoundPtr BindDateAdd(const QString& function, const QString& word, Arguments arg
     }
     const SqlType type = arguments[1]->type;
     CheckAddedPart(part, function, type);
-    return WithOption(MakeCall(Add, type, std::move(arguments)), part);
+    return WithPart(MakeCall(Add, type, std::move(arguments)), part);
 }
 
 template <bool Big>
@@ -131,7 +115,7 @@ BoundPtr BindDateDiff(const QString& function, const QString& word, Arguments ar
     arguments[1] = AsDate(std::move(arguments[1]), 3, function);
     const bool big = function == u"datediff_big";
     const SqlType type = big ? MakeType(TypeKind::BigInt) : IntType();
-    return WithOption(
+    return WithPart(
         MakeCall(big ? Difference<true> : Difference<false>, type, std::move(arguments)), part);
 }
 
