@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "localdb/engine/ColumnChanger.h"
 #include "localdb/engine/ConstraintSwitch.h"
 #include "localdb/engine/ErrorSummary.h"
@@ -64,10 +62,7 @@ void RunAlterIndex(const tsql::Statement& statement, Frame& frame, ResultSink& s
         throw SqlError(1088, {node.table.ToText()}, node.table.line);
     }
     const TableInfo table = metadata.LoadTable(*object);
-    const bool known =
-        node.index.isEmpty() ||
-        std::any_of(table.indexes.begin(), table.indexes.end(),
-                    [&node](const IndexInfo& index) { return SameName(index.name, node.index); });
+    const bool known = node.index.isEmpty() || table.FindIndex(node.index);
     if (!known) throw SqlError(2727, {node.index});
     sink.StatementDone(StatementKind::Other, -1, false);
 }

@@ -97,10 +97,8 @@ void DropIndex(const tsql::DropObject& node, const tsql::DropObject::Target& tar
     const std::optional<ObjectInfo> object = metadata.Find(target.table.schema, target.table.name);
     TableInfo table;
     if (object && object->type == u"U") table = metadata.LoadTable(*object);
-    const auto found = std::find_if(
-        table.indexes.begin(), table.indexes.end(),
-        [&target](const IndexInfo& index) { return SameName(index.name, target.name.name); });
-    if (found == table.indexes.end()) {
+    const IndexInfo* found = table.FindIndex(target.name.name);
+    if (!found) {
         if (node.ifExists) return;
         RaiseMissing(words, full, line);
     }

@@ -41,6 +41,13 @@ const ColumnInfo* TableInfo::FindColumn(int id) const {
     return found != columns.end() ? &*found : nullptr;
 }
 
+const IndexInfo* TableInfo::FindIndex(const QString& name) const {
+    const auto found =
+        std::find_if(indexes.begin(), indexes.end(),
+                     [&name](const IndexInfo& index) { return SameName(index.name, name); });
+    return found != indexes.end() ? &*found : nullptr;
+}
+
 const IndexInfo* TableInfo::Clustered() const {
     const auto found = std::find_if(indexes.begin(), indexes.end(),
                                     [](const IndexInfo& index) { return index.clustered; });

@@ -115,6 +115,7 @@ struct TableInfo {
 
     const ColumnInfo* FindColumn(const QString& name) const;
     const ColumnInfo* FindColumn(int id) const;
+    const IndexInfo* FindIndex(const QString& name) const;
     const IndexInfo* Clustered() const;
     // The index whose order the rows are stored in; nothing where they have row numbers.
     const IndexInfo* StorageKey() const;

@@ -153,10 +153,8 @@ Answer IndexProperty(Metadata& metadata, int64_t objectId, const QString& index,
     const std::optional<ObjectInfo> object = metadata.Find(objectId);
     if (!object) return std::nullopt;
     const TableInfo table = metadata.LoadTable(*object);
-    const auto found =
-        std::find_if(table.indexes.begin(), table.indexes.end(),
-                     [&index](const IndexInfo& i) { return SameName(i.name, index); });
-    if (found == table.indexes.end()) return std::nullopt;
+    const IndexInfo* found = table.FindIndex(index);
+    if (!found) return std::nullopt;
     if (property == u"indexid") return found->id;
     if (property == u"isunique") return found->unique;
     if (property == u"isclustered") return found->clustered;

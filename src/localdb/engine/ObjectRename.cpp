@@ -100,14 +100,10 @@ void ObjectRename::RenameColumn(const TableInfo& table, const ColumnInfo& column
 bool ObjectRename::TryIndex() {
     const std::optional<TableInfo> table = FindTable();
     if (!table) return false;
-    const auto find = [&table](const QString& name) {
-        return std::find_if(table->indexes.begin(), table->indexes.end(),
-                            [&name](const IndexInfo& index) { return SameName(index.name, name); });
-    };
-    const auto index = find(parts_.name);
-    if (index == table->indexes.end()) return false;
-    const auto other = find(newName_);
-    if (other != table->indexes.end() && other != index) {
+    const IndexInfo* index = table->FindIndex(parts_.name);
+    if (!index) return false;
+    const IndexInfo* other = table->FindIndex(newName_);
+    if (other && other != index) {
         throw SqlError(15335, {newName_, QStringLiteral("INDEX")});
     }
     // The index behind a constraint is that constraint.
