@@ -52,6 +52,7 @@ class Catching {
 bool BeginsTransaction(const tsql::Statement& statement) {
     using tsql::StatementType;
     switch (statement.type) {
+        case StatementType::AlterTable:
         case StatementType::CreateIndex:
         case StatementType::CreateProcedure:
         case StatementType::CreateTable:
@@ -59,7 +60,9 @@ bool BeginsTransaction(const tsql::Statement& statement) {
         case StatementType::Delete:
         case StatementType::DropObject:
         case StatementType::Insert:
+        case StatementType::Schema:
         case StatementType::Truncate:
+        case StatementType::Type:
         case StatementType::Update:
             return true;
         case StatementType::Select: {
