@@ -57,7 +57,7 @@ class Control : public Object {
     bool Visible() const { return visible_; }
     void SetVisible(bool visible);
     bool Enabled() const { return enabled_; }
-    void SetEnabled(bool enabled);
+    virtual void SetEnabled(bool enabled);
 
     QString Tag() const { return tag_; }
     void SetTag(const QString& tag) { tag_ = tag; }

@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/drawing/TwipsPerPixel.h"
+
 namespace quarv::forms {
 
-inline constexpr double TwipsPerPixel = 15.0;
+using drawing::TwipsPerPixel;
 
 inline constexpr double ToTwips(double pixels) {
     return pixels * TwipsPerPixel;
