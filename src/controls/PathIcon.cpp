@@ -11,7 +11,7 @@ namespace {
 
 class PathIconEngine : public QIconEngine {
   public:
-    explicit PathIconEngine(DrawPathIcon draw) : draw_(draw) {}
+    PathIconEngine(DrawPathIcon draw, int units) : draw_(draw), units_(units) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         const QPalette palette = QGuiApplication::palette();
@@ -21,7 +21,7 @@ class PathIconEngine : public QIconEngine {
         painter->setRenderHint(QPainter::Antialiasing);
         if (mode == QIcon::Disabled) painter->setOpacity(0.5);
         painter->translate(rect.topLeft());
-        painter->scale(rect.width() / 16.0, rect.height() / 16.0);
+        painter->scale(rect.width() / units_, rect.height() / units_);
         draw_(*painter, PathInks{palette.color(QPalette::Base), QPen(line, 1)});
         painter->restore();
     }
@@ -38,12 +38,13 @@ class PathIconEngine : public QIconEngine {
 
   private:
     DrawPathIcon draw_;
+    qreal units_;
 };
 
 }  // namespace
 
-QIcon MakePathIcon(DrawPathIcon draw) {
-    return QIcon(new PathIconEngine(draw));
+QIcon MakePathIcon(DrawPathIcon draw, int units) {
+    return QIcon(new PathIconEngine(draw, units));
 }
 
 }  // namespace quarv

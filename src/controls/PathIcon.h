@@ -16,9 +16,10 @@ struct PathInks {
     QPen line;
 };
 
-// Draws within a square of 16 units, antialiased. Whole and half units are crisp.
+// Draws within a square of as many units as the icon has, antialiased. Where a unit is a pixel,
+// whole and half units are crisp.
 using DrawPathIcon = void (*)(QPainter& painter, const PathInks& inks);
 
-QIcon MakePathIcon(DrawPathIcon draw);
+QIcon MakePathIcon(DrawPathIcon draw, int units = 16);
 
 }  // namespace quarv
