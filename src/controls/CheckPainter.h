@@ -19,7 +19,7 @@ struct CheckLook {
     bool pressed = false;
     bool checked = false;
     bool enabled = true;
-    QString caption;  // literal; printed in the painter's own font and pen
+    QString caption = {};  // literal; printed in the painter's own font and pen
 };
 
 // Draws with the top left corner at `corner`, in twips: the box one pixel further in, the tick

@@ -11,6 +11,7 @@ namespace {
 constexpr int BoxUnits = 13;
 constexpr int TickUnits = 7;
 constexpr int MarkUnits = 9;
+constexpr int DotsUnits = 8;
 
 drawing::PictureRef Make(DrawPathIcon draw, int units) {
     return std::make_shared<drawing::Picture>(MakePathIcon(draw, units), QSize(units, units));
@@ -22,7 +23,6 @@ QColor Solid(const PathInks& inks) {
     return color;
 }
 
-// The box's own line, mixed by hand: a transparent one would let the face show through its corners.
 QColor Between(const QColor& paper, const QColor& ink, int percent) {
     const auto mix = [percent](int a, int b) { return a + (b - a) * percent / 100; };
     return {mix(paper.red(), ink.red()), mix(paper.green(), ink.green()),
@@ -30,10 +30,9 @@ QColor Between(const QColor& paper, const QColor& ink, int percent) {
 }
 
 void DrawBox(QPainter& p, const PathInks& inks, int paperPercent) {
-    p.setPen(
-        QPen(Between(inks.paper, Solid(inks), 60), 1, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-    p.setBrush(Between(inks.paper, Solid(inks), paperPercent));
-    p.drawRect(QRectF(0.5, 0.5, BoxUnits - 1, BoxUnits - 1));
+    p.fillRect(QRect(0, 0, BoxUnits, BoxUnits), Between(inks.paper, Solid(inks), 60));
+    p.fillRect(QRect(1, 1, BoxUnits - 2, BoxUnits - 2),
+               Between(inks.paper, Solid(inks), paperPercent));
 }
 
 void DrawEmptyBox(QPainter& p, const PathInks& inks) {
@@ -62,7 +61,7 @@ void DrawTriangle(QPainter& p, const PathInks& inks) {
 }
 
 void DrawDots(QPainter& p, const PathInks& inks) {
-    for (const int x : {0, 3, 6}) p.fillRect(QRectF(x + 0.5, 4, 2, 2), Solid(inks));
+    for (const int x : {0, 3, 6}) p.fillRect(QRect(x, 3, 2, 2), Solid(inks));
 }
 
 }  // namespace
@@ -88,7 +87,7 @@ drawing::PictureRef CurrentRowPicture() {
 }
 
 drawing::PictureRef EllipsisPicture() {
-    static const drawing::PictureRef picture = Make(DrawDots, MarkUnits);
+    static const drawing::PictureRef picture = Make(DrawDots, DotsUnits);
     return picture;
 }
 

@@ -13,7 +13,7 @@ drawing::PictureRef PressedBoxPicture();
 drawing::PictureRef CheckMarkPicture();
 // A triangle that points right at the current row of a grid, 9 x 9 pixels.
 drawing::PictureRef CurrentRowPicture();
-// Three dots, 9 x 9 pixels: "more of this".
+// Three dots, 8 x 8 pixels: "more of this".
 drawing::PictureRef EllipsisPicture();
 
 }  // namespace quarv

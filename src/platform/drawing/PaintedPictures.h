@@ -13,16 +13,17 @@ namespace quarv::drawing {
 
 // The arguments of PaintPicture as they came. Lengths are twips; an empty Value is one left out.
 struct PaintPictureArguments {
-    PictureRef picture;
+    PictureRef picture = {};
     float X1 = 0;  // where it goes
     float Y1 = 0;
-    Value Width1;  // the size it gets there, below 0 mirrored; its part's own size where left out
-    Value Height1;
-    Value X2;  // which part of it: all from its corner where left out
-    Value Y2;
-    Value Width2;
-    Value Height2;
-    Value Opcode;  // a raster operation, for bitmaps only; a plain copy where left out
+    Value Width1 =
+        {};  // the size it gets there, below 0 mirrored; its part's own size where left out
+    Value Height1 = {};
+    Value X2 = {};  // which part of it: all from its corner where left out
+    Value Y2 = {};
+    Value Width2 = {};
+    Value Height2 = {};
+    Value Opcode = {};  // a raster operation, for bitmaps only; a plain copy where left out
 };
 
 class PaintedPictures {
