@@ -195,9 +195,11 @@ TEST_F(RButtonTest, DisabledWhilePressedItComesBackReleased) {
     EXPECT_EQ(clicked.count(), 0);
 }
 
-TEST_F(RButtonTest, HiddenUnderTheMouseItComesBackNormal) {
+TEST_F(RButtonTest, HiddenWhilePressedItComesBackNormal) {
     MoveTo(Middle);
+    Press(Middle);
     button.SetVisible(false);
+    Release(Middle);
     MoveTo(Outside);
     button.SetVisible(true);
     EXPECT_TRUE(ShowsRest());
