@@ -16,6 +16,14 @@ namespace {
 
 constexpr int RowAir = 6;
 
+// A character by itself, no command.
+bool TypesText(const QKeyEvent& event) {
+    constexpr auto Commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const QString text = event.text();
+    return (event.modifiers() & Commands) == 0 && !text.isEmpty() &&
+           (text.at(0).isPrint() || text.at(0).isSurrogate());
+}
+
 }  // namespace
 
 ComboBox::ComboBox(QWidget* container, const QString& name)
@@ -46,6 +54,11 @@ void ComboBox::SetText(const QString& text) {
     }
     chosen_ = -1;
     if (changed) Application::RunEvent([this] { Q_EMIT Change(); });
+}
+
+void ComboBox::SetLocked(bool on) {
+    locked_ = on;
+    lineEdit()->setReadOnly(on);
 }
 
 void ComboBox::SetListIndex(int position) {
@@ -111,9 +124,29 @@ void ComboBox::Edited() {
     Application::RunEvent([this] { Q_EMIT Change(); });
 }
 
+void ComboBox::ChooseNextBeginningWith(const QString& typed) {
+    for (int step = 1; step <= ListCount(); ++step) {
+        const int position = (currentIndex() + step) % ListCount();
+        if (!itemText(position).startsWith(typed, Qt::CaseInsensitive)) continue;
+        if (position == chosen_) return;
+        setCurrentIndex(position);
+        Chosen(position);
+        return;
+    }
+}
+
+bool ComboBox::event(QEvent* event) {
+    const auto raise = [this](int& key, int shift) { Q_EMIT KeyDown(key, shift); };
+    return TakenByKeyDown(*event, raise) || QComboBox::event(event);
+}
+
 void ComboBox::keyPressEvent(QKeyEvent* event) {
     const auto handled = AfterKeyPress(*event, [this](int& key) { Q_EMIT KeyPress(key); });
     if (!handled) return;
+    if (locked_ && TypesText(*handled)) {
+        ChooseNextBeginningWith(handled->text());
+        return;
+    }
     QComboBox::keyPressEvent(handled.get());
     event->setAccepted(handled->isAccepted());
 }

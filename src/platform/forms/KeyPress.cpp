@@ -11,6 +11,23 @@ int KeyAsciiOf(const QKeyEvent& event) {
     return text.at(0).unicode();
 }
 
+int ShiftOf(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers held = event.modifiers();
+    return (held.testFlag(Qt::ShiftModifier) ? 1 : 0) +
+           (held.testFlag(Qt::ControlModifier) ? 2 : 0) + (held.testFlag(Qt::AltModifier) ? 4 : 0);
+}
+
+bool TakenByKeyDown(QEvent& event, const RaiseKeyDown& raise) {
+    if (event.type() != QEvent::KeyPress) return false;
+    const auto& press = static_cast<const QKeyEvent&>(event);
+    int keyCode = press.key();
+    Application::RunEvent([&] { raise(keyCode, ShiftOf(press)); });
+    // A key without a code, as an input method sends, cannot be swallowed.
+    if (keyCode != 0 || press.key() == 0) return false;
+    event.accept();
+    return true;
+}
+
 bool ClicksItem(const QKeyEvent& event) {
     const int key = event.key();
     return (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) &&

@@ -1,5 +1,6 @@
-// KeyPress: what keys mean to controls: how one that makes a character becomes the KeyPress event
-// of a box, which may change the character or swallow the key, and which ones click an item.
+// KeyPress: what keys mean to controls: how each becomes the KeyDown event of a box and one that
+// makes a character also its KeyPress event, which may change the character; both may swallow the
+// key. And which keys click an item.
 #pragma once
 
 #include <QKeyEvent>
@@ -13,9 +14,26 @@ namespace quarv::forms {
 // Raises a box's KeyPress; the handler may change the character.
 using RaiseKeyPress = std::function<void(int&)>;
 
+// Raises a box's KeyDown; the handler may set the code to 0.
+using RaiseKeyDown = std::function<void(int&, int)>;
+
+// What an editor inside a box raises through it.
+struct RaiseKeys {
+    RaiseKeyPress press;
+    RaiseKeyDown down;
+};
+
 // The character of a key: 13 for Enter, 27 for Escape, 8 for Backspace, a code point beyond; 0
 // where the key makes none.
 int KeyAsciiOf(const QKeyEvent& event);
+
+// Which of Shift (1), Ctrl (2) and Alt (4) are held, added up.
+int ShiftOf(const QKeyEvent& event);
+
+// Raises KeyDown where `event` is a key press, by its Qt::Key. True where the handler set the code
+// to 0; the event is accepted then, and the box is not to see it. To be asked in a widget's
+// event(), as Qt takes Tab and Backtab there.
+bool TakenByKeyDown(QEvent& event, const RaiseKeyDown& raise);
 
 // Enter or Space alone: what clicks the current item of a list or tree.
 bool ClicksItem(const QKeyEvent& event);

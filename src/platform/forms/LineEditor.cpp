@@ -4,8 +4,7 @@
 
 namespace quarv::forms {
 
-LineEditor::LineEditor(QWidget* box, RaiseKeyPress raise)
-    : QLineEdit(box), raise_(std::move(raise)) {
+LineEditor::LineEditor(QWidget* box, RaiseKeys raise) : QLineEdit(box), raise_(std::move(raise)) {
     Limit(0);
 }
 
@@ -14,8 +13,16 @@ void LineEditor::Limit(int units) {
     setMaxLength(units > 0 ? units : std::numeric_limits<int>::max());
 }
 
+int LineEditor::SelectionStart() const {
+    return hasSelectedText() ? selectionStart() : cursorPosition();
+}
+
+bool LineEditor::event(QEvent* event) {
+    return TakenByKeyDown(*event, raise_.down) || QLineEdit::event(event);
+}
+
 void LineEditor::keyPressEvent(QKeyEvent* event) {
-    const auto handled = AfterKeyPress(*event, raise_);
+    const auto handled = AfterKeyPress(*event, raise_.press);
     if (!handled) return;
     QLineEdit::keyPressEvent(handled.get());
     event->setAccepted(handled->isAccepted());

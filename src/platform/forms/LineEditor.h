@@ -1,5 +1,5 @@
-// LineEditor: the editor inside a TextBox of one line, which owns it. It raises KeyPress through
-// its box and keeps text whole; it knows nothing else of the box.
+// LineEditor: the editor inside a TextBox of one line, which owns it. It raises its
+// box's key events and keeps text whole; it knows nothing else of the box.
 #pragma once
 
 #include <QLineEdit>
@@ -12,15 +12,20 @@ class LineEditor : public QLineEdit {
     Q_OBJECT
 
   public:
-    LineEditor(QWidget* box, RaiseKeyPress raise);
+    LineEditor(QWidget* box, RaiseKeys raise);
     // UTF-16 units; 0 means no limit.
     void Limit(int units);
+    // The first unit of the selection, or where the caret is; UTF-16 units.
+    int SelectionStart() const;
+    // `start` and `start + length` inside the text.
+    void Select(int start, int length) { setSelection(start, length); }
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    RaiseKeyPress raise_;
+    RaiseKeys raise_;
 };
 
 }  // namespace quarv::forms

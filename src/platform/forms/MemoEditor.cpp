@@ -21,6 +21,27 @@ QString CutToRoom(const QString& text, int units) {
     return text;
 }
 
+bool EndsLineByTwo(const QString& text, int i) {
+    return text.at(i) == u'\r' && i + 1 < text.size() && text.at(i + 1) == u'\n';
+}
+
+// How many places of a document the first `units` units of its text are.
+int PlaceOf(const QString& text, int units) {
+    int place = 0;
+    for (int i = 0; i < units; ++place) {
+        i += EndsLineByTwo(text, i) ? LineEndUnits : 1;
+        if (i > units) return place;
+    }
+    return place;
+}
+
+// The other way round.
+int UnitsBefore(const QString& text, int place) {
+    int i = 0;
+    for (; place > 0 && i < text.size(); --place) i += EndsLineByTwo(text, i) ? LineEndUnits : 1;
+    return i;
+}
+
 bool Types(const QKeyEvent& event) {
     const QString text = event.text();
     return !text.isEmpty() && (text.at(0).isPrint() || text.at(0) == u'\r');
@@ -28,7 +49,7 @@ bool Types(const QKeyEvent& event) {
 
 }  // namespace
 
-MemoEditor::MemoEditor(QWidget* box, RaiseKeyPress raise)
+MemoEditor::MemoEditor(QWidget* box, RaiseKeys raise)
     : QPlainTextEdit(box), raise_(std::move(raise)) {
     setTabChangesFocus(true);
 }
@@ -43,6 +64,21 @@ QString MemoEditor::ReadDocument() const {
     return text;
 }
 
+int MemoEditor::SelectionStart(const QString& text) const {
+    return UnitsBefore(text, textCursor().selectionStart());
+}
+
+int MemoEditor::SelectionLength(const QString& text) const {
+    return UnitsBefore(text, textCursor().selectionEnd()) - SelectionStart(text);
+}
+
+void MemoEditor::Select(const QString& text, int start, int length) {
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(PlaceOf(text, start));
+    cursor.setPosition(PlaceOf(text, start + length), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
 int MemoEditor::Room() const {
     if (limit_ == 0) return -1;
     const QTextDocument* doc = document();
@@ -54,8 +90,12 @@ int MemoEditor::Room() const {
     return std::max(0, limit_ - (length - replaced));
 }
 
+bool MemoEditor::event(QEvent* event) {
+    return TakenByKeyDown(*event, raise_.down) || QPlainTextEdit::event(event);
+}
+
 void MemoEditor::keyPressEvent(QKeyEvent* event) {
-    auto handled = AfterKeyPress(*event, raise_);
+    auto handled = AfterKeyPress(*event, raise_.press);
     if (!handled) return;
     if (handled->matches(QKeySequence::InsertLineSeparator)) {
         // A separator inside a line would not read back as a line end.

@@ -2,6 +2,7 @@
 
 #include <QResizeEvent>
 #include <QSignalBlocker>
+#include <algorithm>
 #include <memory>
 
 #include "base/RuntimeError.h"
@@ -13,9 +14,24 @@ namespace quarv::forms {
 
 TextBox::TextBox(QWidget* container, const QString& name)
     : QWidget(container), Control(this, container, name) {
-    line_ = new LineEditor(this, [this](int& key) { Q_EMIT KeyPress(key); });
-    connect(line_, &QLineEdit::textChanged, this, &TextBox::RaiseChange);
+    line_ = MakeLine();
     Adopt(line_);
+}
+
+LineEditor* TextBox::MakeLine() {
+    auto* line =
+        new LineEditor(this, {[this](int& key) { Q_EMIT KeyPress(key); },
+                              [this](int& key, int shift) { Q_EMIT KeyDown(key, shift); }});
+    connect(line, &QLineEdit::textChanged, this, &TextBox::RaiseChange);
+    return line;
+}
+
+MemoEditor* TextBox::MakeMemo() {
+    auto* memo =
+        new MemoEditor(this, {[this](int& key) { Q_EMIT KeyPress(key); },
+                              [this](int& key, int shift) { Q_EMIT KeyDown(key, shift); }});
+    connect(memo, &QPlainTextEdit::textChanged, this, &TextBox::RaiseChange);
+    return memo;
 }
 
 QWidget* TextBox::InnerWidget() const {
@@ -65,14 +81,10 @@ void TextBox::SetMultiLine(bool on) {
     const std::unique_ptr<QWidget> before(InnerWidget());
     line_ = nullptr;
     memo_ = nullptr;
-    const auto raise = [this](int& key) { Q_EMIT KeyPress(key); };
-    if (on) {
-        memo_ = new MemoEditor(this, raise);
-        connect(memo_, &QPlainTextEdit::textChanged, this, &TextBox::RaiseChange);
-    } else {
-        line_ = new LineEditor(this, raise);
-        connect(line_, &QLineEdit::textChanged, this, &TextBox::RaiseChange);
-    }
+    if (on)
+        memo_ = MakeMemo();
+    else
+        line_ = MakeLine();
     ApplySettings();
     setTabOrder(before.get(), InnerWidget());
     Adopt(InnerWidget());
@@ -124,6 +136,34 @@ void TextBox::SelectAll() {
         memo_->selectAll();
     else
         line_->selectAll();
+}
+
+int TextBox::SelStart() const {
+    return memo_ ? memo_->SelectionStart(Text()) : line_->SelectionStart();
+}
+
+int TextBox::SelLength() const {
+    return memo_ ? memo_->SelectionLength(Text()) : static_cast<int>(line_->selectedText().size());
+}
+
+void TextBox::SetSelStart(int units) {
+    Select(units, 0);
+}
+
+void TextBox::SetSelLength(int units) {
+    Select(SelStart(), units);
+}
+
+void TextBox::Select(int start, int length) {
+    if (start < 0 || length < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
+    const QString text = Text();
+    const int size = static_cast<int>(text.size());
+    const int from = std::min(start, size);
+    const int count = std::min(length, size - from);
+    if (memo_)
+        memo_->Select(text, from, count);
+    else
+        line_->Select(from, count);
 }
 
 void TextBox::resizeEvent(QResizeEvent*) {

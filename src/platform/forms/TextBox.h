@@ -22,6 +22,9 @@ class TextBox : public QWidget, public Control {
     Q_PROPERTY(int ScrollBars READ ScrollBars WRITE SetScrollBars)
     Q_PROPERTY(bool Locked READ Locked WRITE SetLocked)
     Q_PROPERTY(int MaxLength READ MaxLength WRITE SetMaxLength)
+    Q_PROPERTY(int SelStart READ SelStart WRITE SetSelStart)
+    Q_PROPERTY(int SelLength READ SelLength WRITE SetSelLength)
+    Q_PROPERTY(QString SelText READ SelText)
 
   public:
     enum Bars : int { NoBars = 0, Horizontal = 1, Vertical = 2, Both = 3 };
@@ -53,17 +56,31 @@ class TextBox : public QWidget, public Control {
     void SetMaxLength(int units);
 
     Q_INVOKABLE void SelectAll();
+    // The selection in UTF-16 units of Text, from 0; without one SelStart is where the caret is.
+    // Writing SelStart places the caret and selects nothing. Beyond the text is its end; below 0
+    // raises InvalidPropertyValue.
+    int SelStart() const;
+    void SetSelStart(int units);
+    int SelLength() const;
+    void SetSelLength(int units);
+    QString SelText() const { return Text().mid(SelStart(), SelLength()); }
 
   Q_SIGNALS:
     void Change();
     // A handler may change the character, or set it to 0 to swallow the key.
     void KeyPress(int& keyAscii);
+    // Before the box handles a key, Tab and Backtab included. `keyCode` is a Qt::Key; a handler may
+    // set it to 0 to swallow the key. `shift` adds up Shift (1), Ctrl (2) and Alt (4).
+    void KeyDown(int& keyCode, int shift);
 
   protected:
     QWidget* InnerWidget() const override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    LineEditor* MakeLine();
+    MemoEditor* MakeMemo();
+    void Select(int start, int length);
     void Adopt(QWidget* editor);
     void ApplySettings();
     void RaiseChange();

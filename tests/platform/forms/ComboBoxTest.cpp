@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -164,6 +165,111 @@ TEST_F(Combo, TheWheelOverAnUnusedBoxChangesNothing) {
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&box, &wheel);
     EXPECT_EQ(box.ListIndex(), 0);
+}
+
+TEST_F(Combo, KeyDownSeesEveryKeyOnceBeforeTheBox) {
+    using Keys = std::vector<std::pair<int, int>>;
+    Keys seen;
+    QObject::connect(&box, &ComboBox::KeyDown, &form,
+                     [&seen](int& key, int shift) { seen.emplace_back(key, shift); });
+    QTest::keyClick(&box, Qt::Key_A);
+    QTest::keyClick(&box, Qt::Key_PageDown, Qt::ControlModifier);
+    QTest::keyClick(&box, Qt::Key_Return);
+    QTest::keyClick(&box, Qt::Key_Tab);
+    EXPECT_EQ(seen, (Keys{{Qt::Key_A, 0},
+                          {Qt::Key_Control, 2},
+                          {Qt::Key_PageDown, 2},
+                          {Qt::Key_Return, 0},
+                          {Qt::Key_Tab, 0}}));
+    EXPECT_EQ(box.Text(), u"a"_qs);
+}
+
+TEST_F(Combo, ASwallowedTabLeavesTheFocusAnotherMovesIt) {
+    ComboBox after(&form, u"After"_qs);
+    after.show();
+    bool swallow = true;
+    QObject::connect(&box, &ComboBox::KeyDown, &form, [&swallow](int& key, int) {
+        if (swallow) key = 0;
+    });
+    QTest::keyClick(&box, Qt::Key_Tab);
+    QTest::keyClick(&box, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &box);
+    swallow = false;
+    QTest::keyClick(&box, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), &after);
+    box.SetFocus();
+    QTest::keyClick(&box, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &after);
+}
+
+TEST_F(Combo, ASwallowedKeyChoosesNothing) {
+    box.AddItem(u"one"_qs);
+    QObject::connect(&box, &ComboBox::KeyDown, &form, [](int& key, int) { key = 0; });
+    QTest::keyClick(&box, Qt::Key_Down);
+    EXPECT_EQ(box.ListIndex(), -1);
+}
+
+class LockedCombo : public Combo {
+  protected:
+    void SetUp() override {
+        Combo::SetUp();
+        for (const char16_t* entry : {u"alpha", u"beta", u"gamma", u"Grey"})
+            box.AddItem(QString::fromUtf16(entry));
+        box.SetLocked(true);
+    }
+};
+
+TEST_F(LockedCombo, TakesNoTextOfItsUser) {
+    box.SetText(u"keep"_qs);
+    QApplication::clipboard()->setText(u"pasted"_qs);
+    QTest::keyClicks(&box, u"xyz 1"_qs);
+    QTest::keyClick(&box, Qt::Key_Backspace);
+    QTest::keyClick(&box, Qt::Key_Delete);
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(box.Text(), u"keep"_qs);
+    EXPECT_TRUE(box.Enabled());
+}
+
+TEST_F(LockedCombo, ChoosesByUpAndDown) {
+    QSignalSpy clicked(&box, &ComboBox::Click);
+    QTest::keyClick(&box, Qt::Key_Down);
+    QTest::keyClick(&box, Qt::Key_Down);
+    EXPECT_EQ(box.Text(), u"beta"_qs);
+    QTest::keyClick(&box, Qt::Key_Up);
+    EXPECT_EQ(box.Text(), u"alpha"_qs);
+    EXPECT_EQ(box.ListIndex(), 0);
+    EXPECT_EQ(clicked.count(), 3);
+}
+
+TEST_F(LockedCombo, ChoosesTheNextEntryThatBeginsWithTheLetterTyped) {
+    QSignalSpy clicked(&box, &ComboBox::Click);
+    QTest::keyClicks(&box, u"g"_qs);
+    EXPECT_EQ(box.Text(), u"gamma"_qs);
+    EXPECT_EQ(box.ListIndex(), 2);
+    QTest::keyClicks(&box, u"g"_qs);
+    EXPECT_EQ(box.Text(), u"Grey"_qs);
+    EXPECT_EQ(box.ListIndex(), 3);
+    QTest::keyClicks(&box, u"G"_qs);
+    EXPECT_EQ(box.Text(), u"gamma"_qs);
+    QTest::keyClicks(&box, u"b"_qs);
+    EXPECT_EQ(box.Text(), u"beta"_qs);
+    EXPECT_EQ(clicked.count(), 4);
+}
+
+TEST_F(LockedCombo, ALetterOfTheChosenEntryAloneOrOfNoneChoosesNothing) {
+    box.SetListIndex(1);
+    QSignalSpy clicked(&box, &ComboBox::Click);
+    QTest::keyClicks(&box, u"bz"_qs);
+    box.Clear();
+    QTest::keyClicks(&box, u"b"_qs);
+    EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(LockedCombo, UnlockedItIsTypedIntoAgain) {
+    SetByName(&box, u"Locked"_qs, Value(false));
+    QTest::keyClicks(&box, u"x"_qs);
+    EXPECT_EQ(box.Text(), u"x"_qs);
+    EXPECT_FALSE(GetByName(&box, u"Locked"_qs).ToBoolean());
 }
 
 TEST_F(Combo, MembersAreReachedByName) {
