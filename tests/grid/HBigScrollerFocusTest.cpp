@@ -2,7 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QPaintEvent>
+#include <QClipboard>
+#include <QFocusEvent>
 #include <QSignalSpy>
 
 #include "base/LateBinding.h"
@@ -101,15 +102,20 @@ TEST_F(BigScrollerFocus, WritingTheValueMovesTheFocusOffTheBarOnly) {
     EXPECT_EQ(Focused(), after.focusProxy());
 }
 
-TEST_F(BigScrollerFocus, AHiddenOnesFocusStays) {
-    bar.SetFocus();
-    // The flag alone: the bar itself is on the screen until the form hides it.
-    bar.SetValue(1);
-    ASSERT_EQ(Focused(), grabber.focusProxy());
-    scroller.SetVisible(false);
-    after.SetFocus();
-    bar.SetValue(2);
-    EXPECT_EQ(Focused(), after.focusProxy());
+TEST_F(BigScrollerFocus, AHiddenOneMovesNoFocus) {
+    forms::Form hidden(u"Hidden"_qs);
+    HBigScroller unseen(&hidden, u"HScr"_qs);
+    auto& inner = *unseen.findChild<forms::ScrollBar*>();
+    auto& parked = *unseen.findChild<forms::TextBox*>();
+    QFocusEvent got(QEvent::FocusIn);
+    QCoreApplication::sendEvent(&inner, &got);
+    ASSERT_TRUE(unseen.HasFocus());
+    unseen.SetVisible(false);
+    inner.SetValue(1);
+    EXPECT_NE(hidden.focusWidget(), parked.focusProxy());
+    unseen.SetVisible(true);
+    inner.SetValue(2);
+    EXPECT_EQ(hidden.focusWidget(), parked.focusProxy());
 }
 
 TEST_F(BigScrollerFocus, TheGrabberNeverShowsWhatIsTyped) {
@@ -122,6 +128,15 @@ TEST_F(BigScrollerFocus, TheGrabberNeverShowsWhatIsTyped) {
 
 TEST_F(BigScrollerFocus, TheGrabberEmptiesWhateverTextItGets) {
     grabber.SetText(u"text"_qs);
+    EXPECT_EQ(grabber.Text(), u""_qs);
+}
+
+TEST_F(BigScrollerFocus, TheGrabberEmptiesWhatIsPasted) {
+    QApplication::clipboard()->setText(u"pasted"_qs);
+    grabber.SetFocus();
+    QSignalSpy changed(&grabber, &forms::TextBox::Change);
+    QTest::keyClick(Focused(), Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_GT(changed.count(), 0);
     EXPECT_EQ(grabber.Text(), u""_qs);
 }
 

@@ -11,6 +11,8 @@ namespace quarv::forms {
 
 namespace {
 
+constexpr QSize RoomForDates(760, 480);  // pixels
+
 // Qt would leave out its mark for changed documents; doubled, it is shown.
 QString Literally(QString title) {
     return title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
@@ -31,6 +33,7 @@ bool CommonDialog::ShowOpen() {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.resize(dialog.size().expandedTo(RoomForDates));
     // As on every other button, the word alone.
     for (QPushButton* button : dialog.findChildren<QPushButton*>()) button->setIcon({});
     const QStringList filters = NameFilters(filter_);

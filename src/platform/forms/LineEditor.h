@@ -1,5 +1,5 @@
-// LineEditor: the editor inside a TextBox of one line, which owns it. It raises its
-// box's key events and keeps text whole; it knows nothing else of the box.
+// LineEditor: the editor inside a TextBox of one line, which owns it. It raises the key events of
+// its box and keeps text whole; it knows nothing else of the box.
 #pragma once
 
 #include <QLineEdit>

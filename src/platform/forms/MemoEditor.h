@@ -1,5 +1,5 @@
-// MemoEditor: the editor inside a TextBox of many lines, which owns it. It raises its
-// box's key events and keeps text whole; it knows nothing else of the box.
+// MemoEditor: the editor inside a TextBox of many lines, which owns it. It raises the key events of
+// its box and keeps text whole; it knows nothing else of the box.
 #pragma once
 
 #include <QPlainTextEdit>

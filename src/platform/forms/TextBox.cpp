@@ -18,18 +18,19 @@ TextBox::TextBox(QWidget* container, const QString& name)
     Adopt(line_);
 }
 
+RaiseKeys TextBox::KeyEvents() {
+    return {[this](int& key) { Q_EMIT KeyPress(key); },
+            [this](int& key, int shift) { Q_EMIT KeyDown(key, shift); }};
+}
+
 LineEditor* TextBox::MakeLine() {
-    auto* line =
-        new LineEditor(this, {[this](int& key) { Q_EMIT KeyPress(key); },
-                              [this](int& key, int shift) { Q_EMIT KeyDown(key, shift); }});
+    auto* line = new LineEditor(this, KeyEvents());
     connect(line, &QLineEdit::textChanged, this, &TextBox::RaiseChange);
     return line;
 }
 
 MemoEditor* TextBox::MakeMemo() {
-    auto* memo =
-        new MemoEditor(this, {[this](int& key) { Q_EMIT KeyPress(key); },
-                              [this](int& key, int shift) { Q_EMIT KeyDown(key, shift); }});
+    auto* memo = new MemoEditor(this, KeyEvents());
     connect(memo, &QPlainTextEdit::textChanged, this, &TextBox::RaiseChange);
     return memo;
 }

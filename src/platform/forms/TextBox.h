@@ -12,6 +12,7 @@ namespace quarv::forms {
 
 class LineEditor;
 class MemoEditor;
+struct RaiseKeys;
 
 class TextBox : public QWidget, public Control {
     Q_OBJECT
@@ -78,6 +79,7 @@ class TextBox : public QWidget, public Control {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    RaiseKeys KeyEvents();
     LineEditor* MakeLine();
     MemoEditor* MakeMemo();
     void Select(int start, int length);

@@ -192,6 +192,7 @@ TEST_F(Combo, ASwallowedTabLeavesTheFocusAnotherMovesIt) {
         if (swallow) key = 0;
     });
     QTest::keyClick(&box, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), &box);
     QTest::keyClick(&box, Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), &box);
     swallow = false;
