@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QPushButton>
+#include <QTreeView>
 
 #include "platform/forms/FileFilters.h"
 
@@ -16,6 +18,15 @@ constexpr QSize RoomForDates(760, 480);  // pixels
 // Qt would leave out its mark for changed documents; doubled, it is shown.
 QString Literally(QString title) {
     return title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+}
+
+void Dress(QFileDialog& dialog) {
+    dialog.resize(dialog.size().expandedTo(RoomForDates));
+    // The column of the dates, the last one, is else kept too narrow for them.
+    for (QTreeView* files : dialog.findChildren<QTreeView*>())
+        files->header()->setStretchLastSection(true);
+    // As on every other button, the word alone.
+    for (QPushButton* button : dialog.findChildren<QPushButton*>()) button->setIcon({});
 }
 
 }  // namespace
@@ -33,9 +44,7 @@ bool CommonDialog::ShowOpen() {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.resize(dialog.size().expandedTo(RoomForDates));
-    // As on every other button, the word alone.
-    for (QPushButton* button : dialog.findChildren<QPushButton*>()) button->setIcon({});
+    Dress(dialog);
     const QStringList filters = NameFilters(filter_);
     StartWith(dialog, filters);
     if (dialog.exec() != QDialog::Accepted) return false;
