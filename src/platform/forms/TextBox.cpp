@@ -13,7 +13,7 @@
 namespace quarv::forms {
 
 TextBox::TextBox(QWidget* container, const QString& name)
-    : QWidget(container), Control(this, container, name) {
+    : QWidget(container), Control(this, container, name), Bordered(1) {
     line_ = MakeLine();
     Adopt(line_);
 }
@@ -113,12 +113,14 @@ void TextBox::SetMaxLength(int units) {
 
 void TextBox::ApplySettings() {
     if (line_) {
+        line_->setFrame(BorderStyle() != 0);
         line_->setEchoMode(passwordChar_.isEmpty() ? QLineEdit::Normal : QLineEdit::Password);
         line_->setReadOnly(locked_);
         const QSignalBlocker quiet(line_);
         line_->Limit(maxLength_);
         return;
     }
+    memo_->setFrameShape(BorderStyle() != 0 ? QFrame::StyledPanel : QFrame::NoFrame);
     const auto policy = [this](int bar) {
         return (bars_ & bar) != 0 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
     };

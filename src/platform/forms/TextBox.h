@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "platform/forms/Bordered.h"
 #include "platform/forms/Control.h"
 
 namespace quarv::forms {
@@ -14,7 +15,7 @@ class LineEditor;
 class MemoEditor;
 struct RaiseKeys;
 
-class TextBox : public QWidget, public Control {
+class TextBox : public QWidget, public Control, public Bordered {
     Q_OBJECT
     QUARV_CONTROL_PROPERTIES
     Q_PROPERTY(QString Text READ Text WRITE SetText)
@@ -22,6 +23,7 @@ class TextBox : public QWidget, public Control {
     Q_PROPERTY(bool MultiLine READ MultiLine WRITE SetMultiLine)
     Q_PROPERTY(int ScrollBars READ ScrollBars WRITE SetScrollBars)
     Q_PROPERTY(bool Locked READ Locked WRITE SetLocked)
+    Q_PROPERTY(int BorderStyle READ BorderStyle WRITE SetBorderStyle)
     Q_PROPERTY(int MaxLength READ MaxLength WRITE SetMaxLength)
     Q_PROPERTY(int SelStart READ SelStart WRITE SetSelStart)
     Q_PROPERTY(int SelLength READ SelLength WRITE SetSelLength)
@@ -30,6 +32,7 @@ class TextBox : public QWidget, public Control {
   public:
     enum Bars : int { NoBars = 0, Horizontal = 1, Vertical = 2, Both = 3 };
 
+    // With the desktop's frame around it at first.
     TextBox(QWidget* container, const QString& name);
 
     QString Text() const;
@@ -75,6 +78,7 @@ class TextBox : public QWidget, public Control {
     void KeyDown(int& keyCode, int shift);
 
   protected:
+    void BorderChanged() override { ApplySettings(); }
     QWidget* InnerWidget() const override;
     void resizeEvent(QResizeEvent* event) override;
 

@@ -224,5 +224,19 @@ TEST_F(Memo, ScrollBarsDecideAboutWrapping) {
     EXPECT_THROW(box.SetScrollBars(4), RuntimeError);
 }
 
+TEST_P(TextBoxes, DoesWithoutItsBorder) {
+    const auto framed = [this] {
+        if (auto* memo = box.findChild<QPlainTextEdit*>()) return memo->frameShape() != 0;
+        return box.findChild<QLineEdit*>()->hasFrame();
+    };
+    EXPECT_EQ(box.BorderStyle(), 1);
+    EXPECT_TRUE(framed());
+    SetByName(&box, u"BorderStyle"_qs, 0);
+    EXPECT_FALSE(framed());
+    box.SetMultiLine(!GetParam());
+    EXPECT_FALSE(framed());
+    EXPECT_THROW(box.SetBorderStyle(2), RuntimeError);
+}
+
 }  // namespace
 }  // namespace quarv::forms
