@@ -71,16 +71,8 @@ void RCheckbox::Redraw() {
 void RCheckbox::PaintPicture(const ObjectRef& picture, float X1, float Y1, const Value& Width1,
                              const Value& Height1, const Value& X2, const Value& Y2,
                              const Value& Width2, const Value& Height2, const Value& Opcode) {
-    painted_.Add({.picture = drawing::PictureIn(Value(picture)),
-                  .X1 = X1,
-                  .Y1 = Y1,
-                  .Width1 = Width1,
-                  .Height1 = Height1,
-                  .X2 = X2,
-                  .Y2 = Y2,
-                  .Width2 = Width2,
-                  .Height2 = Height2,
-                  .Opcode = Opcode});
+    painted_.Add({drawing::PictureIn(Value(picture)), X1, Y1, Width1, Height1, X2, Y2, Width2,
+                  Height2, Opcode});
     update();
 }
 

@@ -16,8 +16,8 @@ struct PaintPictureArguments {
     PictureRef picture = {};
     float X1 = 0;  // where it goes
     float Y1 = 0;
-    Value Width1 =
-        {};  // the size it gets there, below 0 mirrored; its part's own size where left out
+    // The size it gets there, below 0 mirrored; its part's own size where left out.
+    Value Width1 = {};
     Value Height1 = {};
     Value X2 = {};  // which part of it: all from its corner where left out
     Value Y2 = {};
