@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <limits>
 
 #include "base/Checked16.h"
 #include "base/NumberText.h"
 #include "base/RuntimeError.h"
+#include "grid/Checked32.h"
 
 namespace quarv {
 
@@ -15,12 +15,6 @@ namespace {
 constexpr qint32 DirectLow = -32700;
 constexpr qint32 DirectHigh = 32700;
 constexpr double ScaleLength = BigScrollerMapping::Scale;
-
-qint32 Narrow32(qint64 value) {
-    using Limits = std::numeric_limits<qint32>;
-    if (value < Limits::min() || value > Limits::max()) throw RuntimeError(RuntimeError::Overflow);
-    return static_cast<qint32>(value);
-}
 
 }  // namespace
 
