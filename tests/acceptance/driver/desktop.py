@@ -42,6 +42,10 @@ class Desktop:
         repeat = ["--repeat", "2", "--delay", "60"] if double else []
         self._tool(["xdotool", "mousemove", str(x), str(y), "click", *repeat, "1"])
 
+    def wheel_down(self, x, y, notches):
+        self._tool(["xdotool", "mousemove", str(x), str(y), "click", "--repeat", str(notches),
+                    "--delay", "60", "5"])
+
     def press(self, *keys):
         """Presses keys by their X names, combinations joined by a plus sign."""
         self._tool(["xdotool", "key", "--delay", "15", *keys])

@@ -12,9 +12,9 @@ TITLE_BAR = 20  # pixels
 class Program:
     """A program with windows, started in a home on a desktop. The log is what it wrote."""
 
-    def __init__(self, desktop, home_environment, path, log):
+    def __init__(self, desktop, home_environment, path, log, arguments=()):
         self.desktop = desktop
-        self.process = Process([path], log, home_environment)
+        self.process = Process([path, *arguments], log, home_environment)
         self._root = None
 
     def root(self):

@@ -6,6 +6,7 @@ import signal
 import subprocess
 import unittest
 
+from .gallery import Gallery
 from .home import Home
 from .quarv import Quarv
 from .server import Server
@@ -39,6 +40,13 @@ class Story(unittest.TestCase):
         quarv = Quarv(self.desktop, self.home.environment, self.program("quarv"), log)
         self.started.append(quarv)
         return quarv
+
+    def start_gallery(self, *arguments):
+        log = self.home.path(f"gallery-{len(self.started)}.log")
+        gallery = Gallery(self.desktop, self.home.environment, self.program("quarv-gallery"), log,
+                          arguments)
+        self.started.append(gallery)
+        return gallery
 
     def start_server(self):
         server = Server(self.home, self.program("quarv-localdb"))

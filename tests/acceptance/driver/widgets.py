@@ -12,6 +12,8 @@ from .waiting import wait_until  # noqa: E402
 # A program that is busy does not answer: give up one question soon, the waiting asks again.
 Atspi.set_timeout(3000, 15000)
 
+MOST_CHILDREN = 10_000
+
 
 class Widget:
     """One widget of a program. Questions about one that is gone raise GLib.Error, which seen()
@@ -69,11 +71,15 @@ class Widget:
                               for index in range(self.accessible.get_child_count())) if child]
 
     def descendants(self):
-        """Every widget below this one, a parent before its children. A row of a list is a leaf."""
+        """Every widget below this one, a parent before its children. A row of a list is a leaf,
+        and so is a table too long to be asked for all of its cells."""
         for child in self.children():
             yield child
-            if child.role() not in ("table cell", "list item"):
+            if child.role() not in ("table cell", "list item") and child.is_short():
                 yield from child.descendants()
+
+    def is_short(self):
+        return self.accessible.get_child_count() <= MOST_CHILDREN
 
     def all(self, role, name=None):
         """The showing widgets of a role (one or a tuple of several), in the program's own order."""
