@@ -83,7 +83,9 @@ void GridEditors::HideAll() {
 void GridEditors::Show(forms::Control& editor, const QRectF& place) {
     editor.Move(place.left(), place.top(), std::max(0.0, place.width()), place.height());
     QWidget& widget = *editor.Widget();
-    const QRect shown = visiblePart_ & widget.geometry();
+    QRect shown = visiblePart_ & widget.geometry();
+    // The list box has a frame of its own; the others leave the lines of the grid free.
+    if (&widget != combo_) shown &= widget.geometry().adjusted(0, 0, -1, -1);
     // A mask without any part would be none at all.
     widget.setMask(shown.isEmpty() ? QRegion(-1, -1, 1, 1)
                                    : QRegion(shown.translated(-widget.pos())));

@@ -102,6 +102,9 @@ TEST_F(KelEditGridPaintTest, AnEditorLiesOverItsCell) {
     QTest::mouseClick(&grid, Qt::LeftButton, Qt::NoModifier, QPoint(60, header + 5));
     ASSERT_NE(grid.ShownEditor(), nullptr);
     EXPECT_EQ(grid.ShownEditor()->geometry(), QRect(20, header, 100, row));
+    const QImage image = Picture();
+    EXPECT_EQ(image.pixelColor(119, header + 2), Qt::red);
+    EXPECT_EQ(image.pixelColor(60, header + row - 1), Qt::red);
 }
 
 TEST_F(KelEditGridPaintTest, MarksTheCurrentRow) {
