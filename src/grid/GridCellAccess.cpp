@@ -21,14 +21,15 @@ Value GridCellAccess::Content() const {
 }
 
 QString GridCellAccess::Name() const {
+    // Held: the row may replace the columns while it is asked.
+    const ColumnRef column = ColumnInfo();
     const Value content = Content();
-    const KelEditGridColumn& column = ColumnInfo();
-    if (column.Is(CellKind::Check) && content.kind() == Value::Kind::Boolean) return column.Name;
-    return ShownText(column, content).left(MostUnits);
+    if (column->Is(CellKind::Check) && content.kind() == Value::Kind::Boolean) return column->Name;
+    return ShownText(*column, content).left(MostUnits);
 }
 
 QAccessible::Role GridCellAccess::role() const {
-    const bool check = isValid() && ColumnInfo().Is(CellKind::Check);
+    const bool check = isValid() && ColumnInfo()->Is(CellKind::Check);
     return check ? QAccessible::CheckBox : QAccessible::Cell;
 }
 
@@ -36,14 +37,14 @@ QAccessible::State GridCellAccess::state() const {
     QAccessible::State state = GridPartAccess::state();
     const KelEditGrid* grid = Grid();
     if (grid == nullptr) return state;
-    const KelEditGridColumn& column = ColumnInfo();
-    const bool check = column.Is(CellKind::Check);
+    const ColumnRef column = ColumnInfo();
+    const bool check = column->Is(CellKind::Check);
     state.selectable = true;
     state.focusable = true;
     state.selected = isSelected();
     // The editor over a cell has the keyboard itself.
     state.focused = state.selected && grid->hasFocus();
-    state.editable = !check && FindCellRule(column) != nullptr;
+    state.editable = !check && FindCellRule(*column) != nullptr;
     state.checkable = check;
     if (!check) return state;
     const Value content = Content();

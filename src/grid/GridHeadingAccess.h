@@ -15,7 +15,7 @@ class GridHeadingAccess : public GridPartAccess {
     QAccessible::Role role() const override { return QAccessible::ColumnHeader; }
 
   protected:
-    QString Name() const override { return ColumnInfo().Name; }
+    QString Name() const override { return ColumnInfo()->Name; }
 };
 
 }  // namespace quarv

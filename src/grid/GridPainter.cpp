@@ -16,7 +16,8 @@ namespace {
 using drawing::SystemColor;
 using forms::ToPixels;
 
-constexpr int Air = 3;  // pixels between the edge of a cell and its text
+constexpr int Air = 3;          // pixels between the edge of a cell and its text
+constexpr int OutOfSight = 64;  // pixels beyond the edge of the control
 
 // The colour of lines on a ground: `color`, or where a dark desktop leaves no difference to see, a
 // shade of what is written there.
@@ -32,16 +33,16 @@ struct Span {
     int left;   // pixels
     int right;  // exclusive
     qint16 position;
-    const KelEditGridColumn* column;
+    ColumnRef column;  // held: a row may replace the columns while it is asked for a value
 };
 
 // The part of the grid that is painted, in pixels and lines.
 class Painting {
   public:
     Painting(QPainter& painter, const QRect& area, const GridLook& look)
-        : painter_(painter), area_(area), look_(look) {
+        : painter_(painter), area_(area), look_(look), lines_(look.state.lines) {
         FindSpans();
-        const int lines = static_cast<int>(look.state.lines.size());
+        const int lines = static_cast<int>(lines_.size());
         while (firstLine_ < lines && LineTop(firstLine_ + 1) <= area.top()) ++firstLine_;
         endLine_ = firstLine_;
         while (endLine_ < lines && LineTop(endLine_) <= area.bottom()) ++endLine_;
@@ -61,7 +62,7 @@ class Painting {
     }
     int HeaderBottom() const { return ToPixels(look_.geometry.HeaderHeight()); }
     int MarginRight() const { return ToPixels(GridGeometry::LeftMargin); }
-    int DataBottom() const { return LineTop(static_cast<int>(look_.state.lines.size())); }
+    int DataBottom() const { return LineTop(static_cast<int>(lines_.size())); }
     QColor Color(SystemColor color) const {
         return drawing::TranslateColor(drawing::Stored(color), look_.palette);
     }
@@ -75,6 +76,7 @@ class Painting {
     QPainter& painter_;
     const QRect& area_;
     const GridLook& look_;
+    const std::vector<RowRef> lines_;  // of their own, for the same reason as the columns
     std::vector<Span> spans_;
     int columnsRight_ = 0;
     int firstLine_ = 0;
@@ -85,11 +87,13 @@ void Painting::FindSpans() {
     const GridState& state = look_.state;
     columnsRight_ = MarginRight();
     for (qint16 i = 1; i <= state.columns->Count(); ++i) {
-        const KelEditGridColumn& column = *state.columns->Items(i);
-        const double left = double(GridGeometry::LeftMargin) + column.Left - state.horizontalOffset;
-        const Span span{ToPixels(left), ToPixels(left + column.Width), i, &column};
+        const ColumnRef& column = state.columns->Items(i);
+        const double left =
+            double(GridGeometry::LeftMargin) + column->Left - state.horizontalOffset;
+        const Span span{ToPixels(left), ToPixels(left + column->Width), i, column};
         columnsRight_ = std::max(columnsRight_, span.right);
-        if (span.right > std::max(area_.left(), MarginRight()) && span.left <= area_.right())
+        if (span.right > span.left && span.right > std::max(area_.left(), MarginRight()) &&
+            span.left <= area_.right())
             spans_.push_back(span);
     }
 }
@@ -102,7 +106,9 @@ void Painting::Backgrounds() {
 }
 
 void Painting::Text(const QString& text, int left, int right, int top, int bottom) {
-    const QString shown = look_.fitter.Fit(text, right - left - 2 * Air);
+    // What lies beyond the control is not even measured.
+    const int end = std::min(right, ToPixels(look_.geometry.Width()) + OutOfSight);
+    const QString shown = look_.fitter.Fit(text, end - left - 2 * Air);
     if (shown.isEmpty()) return;
     const double base = top + (bottom - top - look_.fitter.Height()) / 2 + look_.fitter.Ascent();
     painter_.drawText(QPointF(left + Air, base), shown);
@@ -134,7 +140,7 @@ void Painting::Markers() {
     for (int line = firstLine_; line < endLine_; ++line) {
         const int bottom = LineTop(line + 1);
         painter_.fillRect(0, bottom - 1, right, 1, shadow);
-        if (look_.state.lines[static_cast<size_t>(line)] != look_.state.currentRow) continue;
+        if (lines_[static_cast<size_t>(line)] != look_.state.currentRow) continue;
         look_.drawMark(painter_, QRectF(0, LineTop(line), right - 1, bottom - LineTop(line) - 1));
     }
 }
@@ -157,7 +163,11 @@ void Painting::Cell(const Span& span, const KelEditGridRow& row, int line) {
         const QRectF place =
             CheckPlace(look_.geometry.Cell(*span.column, look_.state.horizontalOffset, line),
                        look_.checkHeight);
+        const bool cut = place.left() + look_.checkHeight > forms::ToTwips(span.right);
+        if (cut) painter_.save();
+        if (cut) painter_.setClipRect(QRect(span.left, 0, span.right - span.left, DataBottom()));
         look_.drawCheck(painter_, value.ToBoolean(), place.left(), place.top());
+        if (cut) painter_.restore();
         return;
     }
     Text(ShownText(*span.column, value), span.left, span.right - 1, LineTop(line),
@@ -168,7 +178,7 @@ std::exception_ptr Painting::Cells() {
     std::exception_ptr first;
     painter_.setPen(Color(SystemColor::WindowText));
     for (int line = firstLine_; line < endLine_; ++line) {
-        const KelEditGridRow& row = *look_.state.lines[static_cast<size_t>(line)];
+        const KelEditGridRow& row = *lines_[static_cast<size_t>(line)];
         for (const Span& span : spans_) {
             try {
                 Cell(span, row, line);

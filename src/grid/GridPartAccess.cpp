@@ -42,8 +42,8 @@ KelEditGrid* GridPartAccess::Grid() const {
     return isValid() ? table_.Grid() : nullptr;
 }
 
-const KelEditGridColumn& GridPartAccess::ColumnInfo() const {
-    return *Grid()->State().columns->Items(static_cast<qint16>(column_ + 1));
+ColumnRef GridPartAccess::ColumnInfo() const {
+    return Grid()->State().columns->Items(static_cast<qint16>(column_ + 1));
 }
 
 }  // namespace quarv

@@ -47,7 +47,7 @@ class GridPartAccess : public QAccessibleInterface {
     // Null once invalid.
     KelEditGrid* Grid() const;
     // The description of its column; only while valid.
-    const KelEditGridColumn& ColumnInfo() const;
+    ColumnRef ColumnInfo() const;
 
   private:
     KelEditGridAccess& table_;

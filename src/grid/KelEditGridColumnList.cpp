@@ -5,7 +5,7 @@
 
 namespace quarv {
 
-void KelEditGridColumnList::Add(const ColumnRef& col) {
+void KelEditGridColumnList::Add(ColumnRef col) {
     if (!col) throw RuntimeError(RuntimeError::ObjectNotSet);
     qint32 left = col->Left;
     if (Count() > 0) {

@@ -12,7 +12,7 @@ class KelEditGridColumnList {
     // Appends, and writes the column's Index and, unless it is the first, its Left: where the
     // column before it ends now. Raises Overflow where that place does not fit 32 bits or the list
     // is full, and ObjectNotSet for no column; then nothing is added.
-    void Add(const ColumnRef& col);
+    void Add(ColumnRef col);
     // A new column, appended.
     ColumnRef AddColumn(const QString& Name, qint32 Width, qint32 ColType);
     // Makes room for `n` columns and ten more where there is none for `n`.

@@ -156,5 +156,12 @@ TEST(KelEditGridColumnList, ALeftEdgeBelongsToTheColumnBefore) {
     EXPECT_EQ(KelEditGridColumnList().FindFromX(1), -1);
 }
 
+TEST(KelEditGridColumnList, AColumnOfTheListItselfIsStoredAgainThoughTheListGrows) {
+    const ColumnListRef list = ColumnsOf(std::vector<qint32>(10, 100));
+    list->Add(list->Items(1));
+    EXPECT_EQ(list->Items(11), list->Items(1));
+    EXPECT_EQ(list->Items(11)->Index, 11);
+}
+
 }  // namespace
 }  // namespace quarv
