@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include "base/RuntimeError.h"
+
 namespace quarv::gallery {
 
 namespace {
@@ -57,6 +59,7 @@ Value GalleryRow::ColumnValue(qint16 ColNum) const {
 }
 
 void GalleryRow::SetColumnValue(qint16 ColNum, const Value& value) {
+    if (ColNum < 1) throw RuntimeError(RuntimeError::SubscriptOutOfRange);
     const auto index = static_cast<size_t>(ColNum) - 1;
     if (index >= values_.size()) values_.resize(index + 1);
     values_[index] = value;

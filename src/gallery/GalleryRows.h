@@ -31,7 +31,7 @@ class GalleryRow : public KelEditGridRow {
 
 // Text, text with choices, numbered choices, check box, file and custom text.
 ColumnListRef AllKinds();
-// A dozen rows for AllKinds, two of them deleted.
+// Eleven rows for AllKinds, two of them deleted.
 RowListRef SomeRows();
 // As many rows as a list holds, of three columns of text.
 ColumnListRef LongColumns();

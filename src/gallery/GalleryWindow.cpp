@@ -97,10 +97,10 @@ void GalleryWindow::MakeSmallGrid() {
     connect(grid_, &KelEditGrid::CustomColumnElipsis, this, [](RowRef& row, ColumnRef& column) {
         row->SetColumnValue(column->Index, Value(u"filled in by the host"));
     });
-    auto* hide = new forms::ButtonPlus(this, QStringLiteral("DeleteRow"));
-    hide->SetCaption(QStringLiteral("Delete row"));
-    PlaceInPixels(*hide, Edge, 560, 110, 28);
-    connect(hide, &forms::ButtonPlus::Click, this, &GalleryWindow::HideCurrentRow);
+    auto* remove = new forms::ButtonPlus(this, QStringLiteral("DeleteRow"));
+    remove->SetCaption(QStringLiteral("Delete row"));
+    PlaceInPixels(*remove, Edge, 560, 110, 28);
+    connect(remove, &forms::ButtonPlus::Click, this, &GalleryWindow::DeleteCurrentRow);
     auto* add = new forms::ButtonPlus(this, QStringLiteral("AddRow"));
     add->SetCaption(QStringLiteral("Add row"));
     PlaceInPixels(*add, Edge + 120, 560, 110, 28);
@@ -110,7 +110,7 @@ void GalleryWindow::MakeSmallGrid() {
     });
 }
 
-void GalleryWindow::HideCurrentRow() {
+void GalleryWindow::DeleteCurrentRow() {
     grid_->CommitAnyChanges();
     grid_->DeleteCurrentRow();
 }

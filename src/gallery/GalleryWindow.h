@@ -1,5 +1,5 @@
 // GalleryWindow: the window of the gallery. It owns its controls by the widget tree and answers the
-// small grid as a host does: it gives new rows away, hides deleted ones and fills in notes.
+// small grid as a host does: it gives new rows away, deletes rows and fills in notes.
 #pragma once
 
 #include "gallery/GalleryRows.h"
@@ -27,7 +27,7 @@ class GalleryWindow : public forms::Form {
     void MakeButtons();
     void MakeSmallGrid();
     void MakeLongGrid(bool filled);
-    void HideCurrentRow();
+    void DeleteCurrentRow();
     RButton* MakeButton(const QString& name, double left, double top);
 
     ColumnListRef columns_ = AllKinds();
