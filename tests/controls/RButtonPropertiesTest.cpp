@@ -7,6 +7,7 @@
 #include "controls/RButton.h"
 #include "platform/forms/Form.h"
 #include "support/FilledPicture.h"
+#include "support/PaintCounter.h"
 #include "support/Raised.h"
 
 namespace quarv {
@@ -68,6 +69,26 @@ TEST_F(RButtonProperties, EnabledIsAnnouncedThroughTheBaseClassToo) {
 }
 
 TEST_F(RButtonProperties, EachWriterRepaints) {
+    form.Show();
+    button.Move(0, 0, 600, 450);
+    test::PaintCounter counter(button);
+    counter.Taken();
+    const std::function<void()> writers[] = {
+        [this] { button.SetPicture(FilledPicture(Qt::red)); },
+        [this] { button.SetPictureDown(FilledPicture(Qt::blue)); },
+        [this] { button.SetDown(true); },
+        [this] { button.SetDotNet(true); },
+        [this] { button.SetBackColor(0x000000FF); },
+        [this] { button.SetEnabled(true); },
+    };
+    for (const auto& write : writers) {
+        write();
+        EXPECT_EQ(counter.Taken(), 1);
+    }
+    EXPECT_EQ(counter.Taken(), 0);
+}
+
+TEST_F(RButtonProperties, EachPropertyHasItsLook) {
     form.Show();
     button.Move(0, 0, 600, 450);
     button.setPalette(test::ClassicPalette());

@@ -12,6 +12,7 @@
 #include "platform/forms/Label.h"
 #include "platform/forms/ScrollBar.h"
 #include "platform/forms/TextBox.h"
+#include "support/PaintCounter.h"
 #include "support/Raised.h"
 #include "support/ScrollBarMouse.h"
 
@@ -19,17 +20,7 @@ namespace quarv {
 namespace {
 
 using test::ClickOn;
-
-class PaintCounter : public QObject {
-  public:
-    explicit PaintCounter(QWidget& watched) { watched.installEventFilter(this); }
-    int paints = 0;
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint) ++paints;
-        return QObject::eventFilter(watched, event);
-    }
-};
+using test::PaintCounter;
 
 class BigScrollerFocus : public testing::Test {
   protected:
@@ -167,14 +158,12 @@ TEST_F(BigScrollerFocus, WritingEnabledIsAnnouncedAndReachesTheBar) {
 }
 
 TEST_F(BigScrollerFocus, ReadingAndWritingEnabledDrawTheBarAnew) {
-    QCoreApplication::processEvents();
     PaintCounter counter(bar);
+    counter.Taken();
     EXPECT_TRUE(scroller.Enabled());
-    QCoreApplication::processEvents();
-    EXPECT_EQ(counter.paints, 1);
+    EXPECT_EQ(counter.Taken(), 1);
     scroller.SetEnabled(true);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(counter.paints, 2);
+    EXPECT_EQ(counter.Taken(), 1);
 }
 
 }  // namespace
