@@ -23,6 +23,9 @@ GridBars::GridBars(QWidget* grid, std::function<void()> repaint)
       vertical_(new forms::ScrollBar(grid, QStringLiteral("VScr"), Qt::Vertical)),
       horizontal_(new HBigScroller(grid, QStringLiteral("HScr"))) {
     vertical_->SetMin(1);
+    // Tab goes past the bars; the keys that scroll belong to the cells.
+    vertical_->setFocusPolicy(Qt::ClickFocus);
+    horizontal_->focusProxy()->setFocusPolicy(Qt::ClickFocus);
     horizontal_->SetSmallChange(SmallStep);
     vertical_->SetVisible(false);
     horizontal_->SetVisible(false);
@@ -73,6 +76,7 @@ void GridBars::ShowVertical(qint16 max, qint16 page) {
 }
 
 void GridBars::HideVertical() {
+    const QSignalBlocker quiet(vertical_);
     vertical_->SetVisible(false);
 }
 

@@ -1,6 +1,7 @@
 #include "grid/GridEditing.h"
 
 #include <QScopedValueRollback>
+#include <utility>
 
 #include "grid/CellRules.h"
 
@@ -38,9 +39,14 @@ void GridEditing::LeaveAddRowMode() {
 }
 
 void GridEditing::CommitAnyChanges() {
-    Commit();
-    LeaveAddRowMode();
-    layout_.HideEditors();
+    try {
+        Commit();
+        LeaveAddRowMode();
+        layout_.HideEditors();
+    } catch (...) {
+        layout_.Redraw();
+        throw;
+    }
     layout_.Redraw();
 }
 
@@ -86,7 +92,6 @@ void GridEditing::DropNewRow() {
     const qint16 last = rows.Count();
     if (last > 0 && rows.Items(last) == state_.currentRow) rows.Remove(last);
     Deselect();
-    layout_.RepairTopRow();
     layout_.NumVisibleMayHaveChanged();
     layout_.Redraw();
 }
@@ -102,33 +107,28 @@ bool GridEditing::Select(qint32 p, qint16 c) {
 
 bool GridEditing::SelectNewRow(qint16 c) {
     Deselect();
+    layout_.Redraw();
     RowRef row;
     host_.AddRow(row);
-    if (!row) {
-        layout_.Redraw();
-        return false;
-    }
-    KelEditGridRowList& rows = *state_.rows;
-    rows.Add(row);
-    if (rows.Count() == 1) layout_.SetTopRow(row, 1);
-    layout_.RepairTopRow();
+    if (!row) return false;
+    const RowListRef rows = state_.rows;
+    rows->Add(row);
+    if (rows->Count() == 1) layout_.SetTopRow(row, 1);
     layout_.NumVisibleMayHaveChanged();
     layout_.Redraw();
-    const bool placed = Select(rows.Count(), c);
-    if (state_.currentRow == row) state_.mode = GridMode::NewRow;
-    return placed;
+    if (state_.topRow) SelectRow(rows->Count());
+    // The handler may have dropped it at once.
+    if (state_.currentRow != row) return false;
+    state_.mode = GridMode::NewRow;
+    Place(c);
+    return true;
 }
 
 void GridEditing::SelectRow(qint16 p) {
     const RowRef row = state_.rows->Items(p);
-    const qint16 number = row->VisibleIndex();
-    const qint16 top = state_.topRow->VisibleIndex();
+    layout_.BringRowIntoView(row, p);
     layout_.HideEditors();
     state_.mode = GridMode::Row;
-    if (number < top || number >= top + state_.rowsThatFit) {
-        layout_.SetTopRow(row, p);
-        layout_.FollowTopRow();
-    }
     state_.currentPosition = p;
     state_.currentRow = row;
     layout_.Redraw();
@@ -140,6 +140,15 @@ void GridEditing::Enter(qint32 p, qint16 c) {
     if (p == state_.currentPosition) return Place(c);
     LeaveAddRowMode();
     Select(p, c);
+}
+
+void GridEditing::EnterInView(qint32 p, qint16 c) {
+    if (p == state_.currentPosition && state_.currentRow) {
+        layout_.BringRowIntoView(state_.currentRow, state_.currentPosition);
+        layout_.Redraw();
+    }
+    Enter(p, c);
+    Reveal();
 }
 
 void GridEditing::Place(qint16 c) {
@@ -190,12 +199,15 @@ void GridEditing::PressElipsis() {
 }
 
 void GridEditing::Browse(ColumnRef column) {
+    const RowRef row = state_.currentRow;
+    const qint16 c = state_.currentColumn;
     QString directory;
     host_.GetDirectoryForBrowse(state_.currentRow, column, directory);
     if (!column) return;
     const std::optional<QString> path = host_.ChooseFile(directory, *column);
-    // The handler may have ended the editing.
-    if (path && editors_.IsButtonShown()) editors_.SetText(*path);
+    // Handlers that ran meanwhile may have led to another cell.
+    const bool there = state_.currentRow == row && state_.currentColumn == c;
+    if (path && there && editors_.IsButtonShown()) editors_.SetText(*path);
 }
 
 void GridEditing::AskHost(ColumnRef column) {
@@ -214,20 +226,39 @@ void GridEditing::Reveal() {
     layout_.Redraw();
 }
 
+// Where the cell cannot be written the view stays, and the bars with it.
 void GridEditing::ScrollVertically(qint16 value) {
-    Commit();
-    LeaveAddRowMode();
+    try {
+        Commit();
+        LeaveAddRowMode();
+    } catch (...) {
+        layout_.FollowTopRow();
+        throw;
+    }
     layout_.ShowFrom(value);
     layout_.Redraw();
 }
 
 void GridEditing::ScrollHorizontally(qint32 value) {
-    state_.horizontalOffset = value;
+    const qint32 before = std::exchange(state_.horizontalOffset, value);
     const qint16 c = state_.currentColumn;
     if (state_.mode != GridMode::NoRow && c > 0) {
-        Commit();
+        try {
+            Commit();
+        } catch (...) {
+            layout_.ScrollBack(before);
+            throw;
+        }
         Place(c);
     }
+    layout_.Redraw();
+}
+
+void GridEditing::SetWidths() {
+    layout_.SetWidths();
+    const ColumnRef column = CurrentColumn();
+    if (column && state_.currentRow)
+        editors_.MoveTo(geometry_.Cell(*column, 0, layout_.LineOf(*state_.currentRow)));
     layout_.Redraw();
 }
 

@@ -21,7 +21,8 @@ class GridEditing {
     void CommitAnyChanges();
     // Selects the add-row line, so that the host is asked for a new row, and presses the button of
     // its first cell where `activateHelper` says so and there is one. Gives the current row;
-    // nothing where the host refused. What was being typed elsewhere is deliberately not written.
+    // nothing where the host refused, and then none is selected. Raises Overflow where the list is
+    // full. What was being typed elsewhere is deliberately not written.
     RowRef AddRowMode(bool& activateHelper);
     // Tells the host and removes the current row; nothing without one.
     void DeleteCurrentRow();
@@ -37,6 +38,9 @@ class GridEditing {
     // another row, selects.
     void Enter(qint32 p, qint16 c);
 
+    // As Enter, and the cell is brought into view.
+    void EnterInView(qint32 p, qint16 c);
+
     // A mouse button was released, twips from the control's top left corner.
     void Release(double x, double y);
     // Drops an empty new row; in an ordinary row undoes the typing.
@@ -46,8 +50,10 @@ class GridEditing {
     void EnterKey();
     void PressElipsis();
 
-    // Scrolls the edited cell into view, where the keyboard went out of it.
+    // Scrolls aside to the edited cell, where the keyboard went out of view.
     void Reveal();
+    // Lays the columns out anew, scrolled to the left end, and an open editor with them.
+    void SetWidths();
 
     // The vertical bar stands at `value` now.
     void ScrollVertically(qint16 value);

@@ -82,22 +82,28 @@ void GridEditors::HideAll() {
 
 void GridEditors::Show(forms::Control& editor, const QRectF& place) {
     editor.Move(place.left(), place.top(), std::max(0.0, place.width()), place.height());
-    QWidget& widget = *editor.Widget();
+    Mask(*editor.Widget());
+    editor.SetVisible(true);
+}
+
+void GridEditors::SetVisiblePart(const QRect& pixels) {
+    visiblePart_ = pixels;
+    if (QWidget* shown = Shown()) Mask(*shown);
+    if (button_->Visible()) Mask(*button_);
+}
+
+void GridEditors::Mask(QWidget& widget) {
     QRect shown = visiblePart_ & widget.geometry();
     // The list box has a frame of its own; the others leave the lines of the grid free.
     if (&widget != combo_) shown &= widget.geometry().adjusted(0, 0, -1, -1);
     // A mask without any part would be none at all.
     widget.setMask(shown.isEmpty() ? QRegion(-1, -1, 1, 1)
                                    : QRegion(shown.translated(-widget.pos())));
-    editor.SetVisible(true);
 }
 
 void GridEditors::ShowText(const TextStart& start, const QRectF& place) {
-    // A limit keeps more from being typed; what the cell holds is never cut.
-    editor_->SetMaxLength(0);
-    editor_->SetText(start.text);
-    if (start.maxLength > 0)
-        editor_->SetMaxLength(std::max(start.maxLength, static_cast<qint32>(start.text.size())));
+    maxLength_ = start.maxLength;
+    SetText(start.text);
     PlaceText(place, start.withButton);
     editor_->SetSelStart(0);
     editor_->SetSelLength(static_cast<int>(start.text.size()));
@@ -140,8 +146,12 @@ QString GridEditors::Text() const {
     return editor_->Text();
 }
 
+// A limit keeps more from being typed; what the program puts in is never cut.
 void GridEditors::SetText(const QString& text) {
+    editor_->SetMaxLength(0);
     editor_->SetText(text);
+    if (maxLength_ > 0)
+        editor_->SetMaxLength(std::max(maxLength_, static_cast<qint32>(text.size())));
 }
 
 QString GridEditors::ListText() const {

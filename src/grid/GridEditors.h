@@ -29,7 +29,7 @@ class GridEditors : public QObject, public CellEditors {
     explicit GridEditors(QWidget* grid);
 
     // The editors show in this part of the grid alone, in pixels.
-    void SetVisiblePart(const QRect& pixels) { visiblePart_ = pixels; }
+    void SetVisiblePart(const QRect& pixels);
     // Twips.
     double EditorHeight() const;
     void MakeButtonSquare(double side);
@@ -62,13 +62,15 @@ class GridEditors : public QObject, public CellEditors {
 
   private:
     void Show(forms::Control& editor, const QRectF& place);
+    void Mask(QWidget& widget);
     void PlaceText(const QRectF& place, bool withButton);
 
     forms::TextBox* editor_;
     forms::ComboBox* combo_;
     RCheckbox* check_;
     RButton* button_;
-    double buttonSide_ = 0;
+    double buttonSide_ = 0;  // twips
+    qint32 maxLength_ = 0;   // UTF-16 units that may be typed; 0 means no limit
     QRect visiblePart_;
 };
 

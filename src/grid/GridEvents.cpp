@@ -37,6 +37,7 @@ std::optional<QString> GridEvents::ChooseFile(const QString& directory,
                                               const KelEditGridColumn& column) {
     finder_.SetInitDir(directory);
     finder_.SetFilter(column.BrowseText);
+    finder_.SetFilterIndex(1);
     finder_.SetDialogTitle(column.Name);
     finder_.SetFileName(QString());
     if (!finder_.ShowOpen()) return std::nullopt;

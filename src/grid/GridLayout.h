@@ -22,7 +22,8 @@ class GridLayout {
     // The row at position 1 becomes the first one shown, deleted or not.
     void SetRowList(RowListRef rows);
 
-    // Numbers the visible rows and shows the vertical bar where they do not all fit.
+    // Numbers the visible rows and shows the vertical bar where they do not all fit. A first row
+    // that is gone is replaced.
     void NumVisibleMayHaveChanged();
     // Lays the columns out anew, scrolled to the left end. Raises Overflow where their widths do
     // not add up within 32 bits.
@@ -37,14 +38,22 @@ class GridLayout {
     void SetTopRow(const RowRef& row, qint16 position);
     // The vertical bar follows the first row shown.
     void FollowTopRow();
-    // Where no row is shown first, or one that is deleted or gone, another takes its place.
+    // Where no row is shown first, or one that is deleted or gone, another takes its place: the
+    // next visible one, else the one before.
     void RepairTopRow();
+    // As RepairTopRow, but leaves a deleted row where it is. True where another row is first now.
+    bool ReplaceLostTopRow();
+    // A row out of view becomes the first one shown.
+    void BringRowIntoView(const RowRef& row, qint16 position);
 
     // Collects the lines to draw and asks for painting.
     void Redraw();
     // The line of the data area that shows the row; where the last redraw drew it nowhere, the one
     // that its number puts it on.
     int LineOf(const KelEditGridRow& row) const;
+
+    // To an offset that the scroller has left, twips.
+    void ScrollBack(qint32 offset);
 
     // What is drawn at a point, twips from the control's corner: a cell, or a column's heading
     // where there is no row, or nothing.
@@ -63,6 +72,9 @@ class GridLayout {
     void HideEditors();
 
   private:
+    // The visible row nearest to a list position, first those behind it, becomes the first one
+    // shown; nothing changes where there is none.
+    void ShowNear(qint16 position);
     // In the row list, 1-based; -1 where the first row shown is not in it.
     qint16 TopPosition();
 

@@ -14,7 +14,9 @@ int GridNavigation::Page() const {
 qint16 GridNavigation::NextVisible(qint16 from, Way way) const {
     const KelEditGridRowList& rows = *state_.rows;
     const int step = way == Way::Forward ? 1 : -1;
-    for (int i = from + step; i >= 1 && i <= rows.Count(); i += step) {
+    // The host may have taken rows away without a word.
+    const int start = std::min<int>(from, rows.Count() + 1);
+    for (int i = start + step; i >= 1 && i <= rows.Count(); i += step) {
         const auto position = static_cast<qint16>(i);
         if (!rows.Items(position)->IsDeleted()) return position;
     }

@@ -78,8 +78,7 @@ void KelEditGrid::Connect() {
 
 void KelEditGrid::EnterCell(qint16 row, qint16 column) {
     KelEditGridAccess::NoteChange(*this);
-    editing_.Enter(row, column);
-    editing_.Reveal();
+    editing_.EnterInView(row, column);
 }
 
 QWidget* KelEditGrid::ShownEditor() const {

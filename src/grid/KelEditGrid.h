@@ -1,7 +1,8 @@
 // KelEditGrid: shows the rows of a row list in the columns of a column list and edits one cell at a
 // time with an editor laid over it. The host owns rows, columns and values; the grid keeps
 // references to both lists and reads the host's later changes through them. It translates events
-// into what layout, editing and navigation do, and paints; it decides nothing itself.
+// into what layout, editing and navigation do, and paints; it decides nothing itself. A handler of
+// its events may change rows and lists, but destroys the grid by deleteLater alone.
 #pragma once
 
 #include <memory>
@@ -33,7 +34,8 @@ class KelEditGrid : public forms::UserControl {
     KelEditGrid(QWidget* container, const QString& name);
     ~KelEditGrid() override;
 
-    // Keep a reference to the host's list; no row is selected then. Raise ObjectNotSet for none.
+    // Keep a reference to the host's list; no cell is edited then. Raise ObjectNotSet for none, and
+    // Overflow where the widths of the columns do not add up within 32 bits.
     Q_INVOKABLE void SetColList(const std::shared_ptr<KelEditGridColumnList>& List) {
         layout_.SetColList(List);
     }
@@ -47,7 +49,7 @@ class KelEditGrid : public forms::UserControl {
     // For the host, after it has changed the rows: repairs which one is shown first.
     void DataHasChanged() { layout_.DataHasChanged(); }
     // Lays the columns out anew, scrolled to the left end.
-    void SetWidths() { layout_.SetWidths(); }
+    void SetWidths() { editing_.SetWidths(); }
     // Repaints everything, pictures that were painted onto the grid aside.
     void Redraw() { layout_.Redraw(); }
 

@@ -20,8 +20,8 @@ class KelEditGridRowList {
 
     // Nothing above the count; raises SubscriptOutOfRange outside the storage.
     const RowRef& Items(qint16 Index) const { return items_.At(Index); }
-    // Closes the gap. Numbers nothing anew and tells the row nothing. Raises SubscriptOutOfRange on
-    // an empty list and for a position outside the storage.
+    // Closes the gap. Numbers nothing anew and tells the row nothing. A position beyond the count
+    // takes the last row; one below 1, and an empty list, raise SubscriptOutOfRange.
     void Remove(qint16 Index) { items_.Remove(Index); }
     // Appends the rows of `r`, which are shared.
     void Copy(const KelEditGridRowList& r);

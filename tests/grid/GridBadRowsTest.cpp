@@ -71,7 +71,7 @@ TEST_P(GridBadRowsTest, LeaveTheGridConsistentAndUsable) {
     rows->Add(std::make_shared<FakeRow>());
     rows->Add(bad);
     for (int i = 0; i < 12; ++i) rows->Add(std::make_shared<FakeRow>());
-    Fill(rows);
+    Fill(rows, ColumnsOf({6000, 4000}));
     host.onAddRow = [&bad](RowRef& row) {
         auto added = std::make_shared<BadRow>();
         added->bad = bad->bad;
@@ -85,6 +85,7 @@ TEST_P(GridBadRowsTest, LeaveTheGridConsistentAndUsable) {
     Try([&] { editing.EnterKey(); });
     Try([&] { editing.Escape(); });
     Try([&] { editing.ScrollVertically(2); });
+    screen.horizontalValue = 100;
     Try([&] { editing.ScrollHorizontally(100); });
     Try([&] { editing.AddRowMode(helper); });
     Try([&] { Click(0, 400); });
@@ -99,6 +100,8 @@ TEST_P(GridBadRowsTest, LeaveTheGridConsistentAndUsable) {
     ExpectConsistent();
     EXPECT_EQ(state.currentPosition, 2);
     EXPECT_EQ(editors.shown, Kind::Text);
+    EXPECT_EQ(screen.verticalValue, state.topRow->VisibleIndex());
+    EXPECT_EQ(screen.horizontalValue, state.horizontalOffset);
 }
 
 }  // namespace

@@ -290,5 +290,63 @@ TEST_F(GridEditingRowsTest, OtherCellsHaveNoButton) {
     EXPECT_TRUE(host.told.empty());
 }
 
+TEST_F(GridEditingRowsTest, DroppingANewRowInFrontShowsTheRowsBeforeIt) {
+    Fill(PlainRows(20));
+    OfferRow();
+    bool helper = false;
+    editing.AddRowMode(helper);
+    ASSERT_EQ(screen.verticalValue, 21);
+    editing.Escape();
+    EXPECT_EQ(state.topRow, state.rows->Items(20));
+    EXPECT_EQ(screen.verticalValue, 20);
+}
+
+TEST_F(GridEditingRowsTest, ARowBehindTheNewOneIsNotDroppedForIt) {
+    Fill(PlainRows(2));
+    OfferRow();
+    bool helper = false;
+    editing.AddRowMode(helper);
+    const auto behind = std::make_shared<FakeRow>();
+    state.rows->Add(behind);
+    editing.Escape();
+    EXPECT_EQ(state.rows->Count(), 4);
+    EXPECT_EQ(state.rows->Items(4), behind);
+    ExpectNothingSelected();
+}
+
+TEST_F(GridEditingRowsTest, ANewRowThatCannotBeReadIsANewRowAllTheSame) {
+    Fill(PlainRows(2));
+    const FakeRowRef row = OfferRow();
+    row->failing = true;
+    bool helper = false;
+    EXPECT_EQ(Raised([&] { editing.AddRowMode(helper); }), 11);
+    EXPECT_EQ(state.mode, GridMode::NewRow);
+    Click(0, 400);
+    EXPECT_EQ(state.rows->Count(), 2);
+}
+
+TEST_F(GridEditingRowsTest, ADeletedFirstRowStaysFirstWhenARowIsAdded) {
+    const RowListRef rows = RowsOf({1, 0});
+    Fill(rows);
+    OfferRow();
+    bool helper = false;
+    editing.AddRowMode(helper);
+    EXPECT_EQ(state.topRow, rows->Items(1));
+    editing.Escape();
+    EXPECT_EQ(state.topRow, rows->Items(1));
+}
+
+TEST_F(GridEditingRowsTest, AFileChosenForOneCellGoesIntoNoOther) {
+    const ColumnListRef columns = ColumnsOf({1400, 1400});
+    columns->Items(1)->ColType = 4;
+    columns->Items(2)->ColType = 4;
+    Fill(PlainRows(1), columns);
+    editing.Select(1, 1);
+    host.chosenFile = QStringLiteral("chosen");
+    host.onChooseFile = [this] { editing.Select(1, 2); };
+    editing.PressElipsis();
+    EXPECT_EQ(editors.text, u"");
+}
+
 }  // namespace
 }  // namespace quarv::test

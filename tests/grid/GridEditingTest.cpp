@@ -255,5 +255,42 @@ TEST_F(GridEditingTest, ACellThatCannotBeWrittenKeepsItsEditor) {
     EXPECT_EQ(RowAt(rows, 1).values[1].Text(), u"typed");
 }
 
+TEST_F(GridEditingTest, ACellThatCannotBeWrittenKeepsTheViewWhereItIs) {
+    const RowListRef rows = PlainRows(20);
+    Fill(rows, ColumnsOf({6000, 4000}));
+    editing.Select(1, 1);
+    RowAt(rows, 1).failing = true;
+    screen.verticalValue = 5;
+    EXPECT_EQ(Raised([&] { editing.ScrollVertically(5); }), 11);
+    EXPECT_EQ(state.topRow, rows->Items(1));
+    EXPECT_EQ(screen.verticalValue, 1);
+    screen.horizontalValue = 700;
+    EXPECT_EQ(Raised([&] { editing.ScrollHorizontally(700); }), 11);
+    EXPECT_EQ(state.horizontalOffset, 0);
+    EXPECT_EQ(screen.horizontalValue, 0);
+    const int before = screen.repaints;
+    EXPECT_EQ(Raised([&] { editing.CommitAnyChanges(); }), 11);
+    EXPECT_GT(screen.repaints, before);
+    EXPECT_EQ(editors.shown, Kind::Text);
+}
+
+TEST_F(GridEditingTest, LayingOutColumnsTakesTheEditorAlong) {
+    Fill(PlainRows(1), ColumnsOf({6000, 4000}));
+    editing.Select(1, 1);
+    editing.ScrollHorizontally(700);
+    editing.SetWidths();
+    EXPECT_EQ(editors.place, QRectF(300, 300, 6000, 300));
+    EXPECT_EQ(editors.shown, Kind::Text);
+}
+
+TEST_F(GridEditingTest, ScrollingAsideWithARowButNoCellOnlyRepaints) {
+    Fill(PlainRows(2), ColumnsOf({6000, 4000}));
+    editing.Select(1, 0);
+    host.told.clear();
+    editing.ScrollHorizontally(700);
+    EXPECT_TRUE(host.told.empty());
+    EXPECT_EQ(editors.shown, Kind::None);
+}
+
 }  // namespace
 }  // namespace quarv::test

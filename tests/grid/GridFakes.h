@@ -2,6 +2,7 @@
 // screen, editors and a host that remember what they were asked.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <optional>
@@ -76,9 +77,12 @@ class FakeScreen : public GridScreen {
         verticalShown = true;
         verticalMax = max;
         verticalPage = page;
+        verticalValue = std::min(verticalValue, max);
     }
     void HideVertical() override { verticalShown = false; }
-    void SetVerticalValue(qint16 value) override { verticalValue = value; }
+    void SetVerticalValue(qint16 value) override {
+        verticalValue = std::clamp<qint16>(value, 1, verticalMax);
+    }
     void SetVerticalToMin() override { verticalValue = 1; }
     void ShowHorizontal(qint32 max, qint16 page) override {
         horizontalShown = true;
@@ -91,9 +95,9 @@ class FakeScreen : public GridScreen {
     void Repaint() override { ++repaints; }
 
     bool verticalShown = false;
-    qint16 verticalMax = 0;
+    qint16 verticalMax = 32767;
     qint16 verticalPage = 0;
-    qint16 verticalValue = 0;
+    qint16 verticalValue = 1;
     bool horizontalShown = false;
     qint32 horizontalMax = 0;
     qint16 horizontalPage = 0;
@@ -170,6 +174,7 @@ class FakeHost : public GridHost {
                                       const KelEditGridColumn& column) override {
         told.push_back("ChooseFile " + directory.toStdString() + " " +
                        column.BrowseText.toStdString() + " " + column.Name.toStdString());
+        if (onChooseFile) onChooseFile();
         return chosenFile;
     }
     void ShowNoEditor() override { told.push_back("boom"); }
@@ -179,6 +184,7 @@ class FakeHost : public GridHost {
     std::function<void(RowRef&)> onDeleteRow;
     std::function<void(RowRef&)> onColumnChanged;
     std::function<void(RowRef&)> onElipsis;
+    std::function<void()> onChooseFile;
     QString givenDirectory;
     std::optional<QString> chosenFile;
 };

@@ -120,5 +120,11 @@ TEST(GridGeometry, HitsColumnsBehindTheMargin) {
     EXPECT_EQ(GridGeometry::ColumnHit(4001, *columns), -1);
 }
 
+TEST(GridGeometry, ASizeBeyondAllBoundsIsKeptAndOverflows) {
+    GridGeometry geometry = At(6000, 2700);
+    EXPECT_EQ(Raised([&] { geometry.Resize(1e30, 1e30); }), 6);
+    EXPECT_EQ(geometry.Height(), 1e30);
+}
+
 }  // namespace
 }  // namespace quarv

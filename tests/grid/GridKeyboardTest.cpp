@@ -105,5 +105,16 @@ TEST_F(GridKeyboardTest, OutsideAnEditorTabPassesBy) {
     ExpectNothingSelected();
 }
 
+TEST_F(GridKeyboardTest, EnterBringsTheCurrentRowBackIntoView) {
+    const RowListRef rows = PlainRows(40);
+    Fill(rows);
+    editing.Select(2, 1);
+    editing.ScrollVertically(20);
+    keyboard.PressOutside(GridKey::Enter);
+    ExpectAt(2, 1);
+    EXPECT_EQ(state.topRow, rows->Items(2));
+    EXPECT_EQ(editors.place.top(), 300);
+}
+
 }  // namespace
 }  // namespace quarv::test

@@ -183,13 +183,24 @@ TEST_F(GridLayoutTest, ATopRowThatIsNotDeletedStays) {
     EXPECT_EQ(screen.verticalValue, 3);
 }
 
-TEST_F(GridLayoutTest, ATopRowThatIsGoneIsReplaced) {
-    const RowListRef rows = PlainRows(4);
+TEST_F(GridLayoutTest, ATopRowThatIsGoneIsReplacedByTheNext) {
+    const RowListRef rows = PlainRows(20);
     Fill(rows);
     layout.ShowFrom(3);
+    const RowRef next = rows->Items(4);
     rows->Remove(3);
     layout.DataHasChanged();
+    EXPECT_EQ(state.topRow, next);
+}
+
+TEST_F(GridLayoutTest, WhereTheTopRowIsGoneRowsThatFitAreAllShown) {
+    const RowListRef rows = PlainRows(9);
+    Fill(rows);
+    layout.ShowFrom(9);
+    rows->Remove(9);
+    layout.NumVisibleMayHaveChanged();
     EXPECT_EQ(state.topRow, rows->Items(1));
+    EXPECT_FALSE(screen.verticalShown);
 }
 
 TEST_F(GridLayoutTest, ColumnsThatFitNeedNoScroller) {
@@ -238,6 +249,16 @@ TEST_F(GridLayoutTest, ARowThatRaisesLeavesTheLinesWhole) {
     row->broken = true;
     EXPECT_EQ(Raised([&] { layout.Redraw(); }), 11);
     EXPECT_EQ(state.lines.size(), 3U);
+}
+
+TEST_F(GridLayoutTest, RowsTakenFromTheEndTakeTheViewAlong) {
+    const RowListRef rows = PlainRows(20);
+    Fill(rows);
+    layout.ShowFrom(18);
+    while (rows->Count() > 12) rows->Remove(rows->Count());
+    layout.NumVisibleMayHaveChanged();
+    EXPECT_EQ(state.topRow, rows->Items(12));
+    EXPECT_EQ(screen.verticalValue, 12);
 }
 
 }  // namespace

@@ -112,5 +112,14 @@ TEST_F(GridNavigationTest, AnEmptyGridHasNowhereToGo) {
     EXPECT_EQ(navigation.Page(), 1);
 }
 
+TEST_F(GridNavigationTest, RowsThatTheHostTookAwayDoNotHoldTheKeyboard) {
+    const RowListRef rows = PlainRows(20);
+    Fill(rows);
+    editing.Select(15, 2);
+    while (rows->Count() > 5) rows->Remove(rows->Count());
+    navigation.MoveRows(Way::Back, 1);
+    ExpectAt(5, 2);
+}
+
 }  // namespace
 }  // namespace quarv::test

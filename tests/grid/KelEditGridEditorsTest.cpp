@@ -197,5 +197,41 @@ TEST_F(KelEditGridEditorsTest, AColumnOfUnknownKindShowsBoom) {
     EXPECT_EQ(grid.ShownEditor(), nullptr);
 }
 
+TEST_F(KelEditGridEditorsTest, WhatTheHostPutsInIsNotCutByTheMaximumLength) {
+    const RowListRef rows = PlainRows(1);
+    const ColumnListRef columns = ColumnsOf({1500});
+    columns->Items(1)->ColType = 5;
+    columns->Items(1)->MaxLength = 3;
+    Fill(rows, columns);
+    QObject::connect(&grid, &KelEditGrid::CustomColumnElipsis, [](RowRef& row, ColumnRef&) {
+        row->SetColumnValue(1, Value(u"longer than three"));
+    });
+    Click(0, 0);
+    Key(Qt::Key_F4);
+    EXPECT_EQ(Find<forms::TextBox>(u"Editor").Text(), u"longer than three");
+    grid.CommitAnyChanges();
+    EXPECT_EQ(RowAt(rows, 1).values[1].Text(), u"longer than three");
+}
+
+TEST_F(KelEditGridEditorsTest, TabLeavesPastTheScrollBars) {
+    Fill(PlainRows(40), ColumnsOf({6000, 6000}));
+    Click(0, 0);
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(HasFocus(before));
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(HasFocus(Find<forms::TextBox>(u"FocusTaker")));
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(HasFocus(after));
+}
+
+TEST_F(KelEditGridEditorsTest, AnOpenEditorIsCutAnewWhenTheGridShrinks) {
+    Fill(PlainRows(2), ColumnsOf({6000}));
+    Click(0, 0);
+    const QWidget& editor = *grid.ShownEditor();
+    EXPECT_EQ(editor.mask().boundingRect().width(), 399);
+    grid.Move(0, 0, 3000, 3000);
+    EXPECT_EQ(editor.mask().boundingRect().width(), 180);
+}
+
 }  // namespace
 }  // namespace quarv::test

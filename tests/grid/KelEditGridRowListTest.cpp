@@ -136,5 +136,15 @@ TEST(KelEditGridRowList, RoomFor32758IsRefused) {
     EXPECT_EQ(Raised([&] { other.EnsureCanHold(32758); }), Overflow);
 }
 
+TEST(KelEditGridRowList, RemoveBeyondTheCountTakesTheLastRow) {
+    const RowListRef list = PlainRows(3);
+    const RowRef second = list->Items(2);
+    list->Remove(100);
+    EXPECT_EQ(list->Count(), 2);
+    EXPECT_EQ(list->Items(2), second);
+    EXPECT_EQ(Raised([&] { list->Remove(0); }), Subscript);
+    EXPECT_EQ(list->Count(), 2);
+}
+
 }  // namespace
 }  // namespace quarv

@@ -212,5 +212,55 @@ TEST_F(KelEditGridTest, ACutTextIsWholeInItsToolTip) {
     QToolTip::hideText();
 }
 
+TEST_F(KelEditGridTest, RowsComeAndGoByTheHostsHandlers) {
+    Fill(PlainRows(2));
+    const auto row = std::make_shared<FakeRow>();
+    RowRef gone;
+    QObject::connect(&grid, &KelEditGrid::AddRow, [&row](RowRef& asked) { asked = row; });
+    QObject::connect(&grid, &KelEditGrid::DeleteRow, [&gone](RowRef& asked) { gone = asked; });
+    bool helper = false;
+    EXPECT_EQ(grid.AddRowMode(helper), row);
+    EXPECT_EQ(grid.RowList()->Count(), 3);
+    grid.DeleteCurrentRow();
+    EXPECT_EQ(gone, row);
+    EXPECT_EQ(grid.RowList()->Count(), 2);
+}
+
+TEST_F(KelEditGridTest, ADragOfTheVerticalBarScrollsAsItGoes) {
+    const RowListRef rows = PlainRows(40);
+    Fill(rows);
+    auto& bar = Find<forms::ScrollBar>(u"VScr");
+    bar.setSliderDown(true);
+    bar.setSliderPosition(9);
+    Q_EMIT bar.Scroll();
+    EXPECT_EQ(grid.State().topRow, rows->Items(9));
+    bar.setSliderDown(false);
+}
+
+TEST_F(KelEditGridTest, ARowThatReplacesTheListsWhileItIsPaintedDoesNoHarm) {
+    class Restless : public FakeRow {
+      public:
+        explicit Restless(KelEditGrid& owner) : grid(owner) {}
+        KelEditGrid& grid;
+        mutable bool done = false;
+        Value ColumnValue(qint16) const override {
+            if (!done) {
+                done = true;
+                grid.SetColList(ColumnsOf({1500}));
+                grid.SetRowList(PlainRows(1));
+            }
+            return Value(u"text");
+        }
+    };
+    const RowListRef rows = PlainRows(0);
+    rows->Add(std::make_shared<Restless>(grid));
+    rows->Add(std::make_shared<FakeRow>());
+    Fill(rows);
+    form.repaint();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(grid.RowList()->Count(), 1);
+    EXPECT_EQ(grid.State().columns->Count(), 1);
+}
+
 }  // namespace
 }  // namespace quarv::test
