@@ -11,8 +11,15 @@ namespace quarv {
 
 QuarvBAS::QuarvBAS(ado::ConnectionFactory newConnection, Registry& registry)
     : newConnection_(std::move(newConnection)), registry_(registry) {
+    SetHooks();
+}
+
+void QuarvBAS::SetHooks() {
     forms::RegisterMessageHooks();
     ProgramHooks().mainWindow = [this]() -> QObject* { return mainWindow_.get(); };
+    ProgramHooks().centreForm = [this](QObject& form, QObject*& mainWindow) {
+        monitors_.CenterFormOnMonitor(form, mainWindow);
+    };
 }
 
 QuarvBAS::~QuarvBAS() {

@@ -4,9 +4,11 @@
 
 #include <memory>
 
+#include "controls/Monitors.h"
 #include "db/MainWindow.h"
 #include "db/Registry.h"
 #include "platform/ado/Connection.h"
+#include "platform/desktop/QtDesktop.h"
 
 namespace quarv {
 
@@ -31,8 +33,12 @@ class QuarvBAS : public MainWindow {
   private:
     void EndAfter(const QString& description);
 
+    void SetHooks();
+
     ado::ConnectionFactory newConnection_;
     Registry& registry_;
+    desktop::QtDesktop desktop_;
+    Monitors monitors_{desktop_};
     std::unique_ptr<SQLServerConnectionDetails> dialog_;
     std::unique_ptr<DatabaseView> mainWindow_;
     int status_ = 0;

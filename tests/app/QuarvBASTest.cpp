@@ -4,13 +4,16 @@
 
 #include <QApplication>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
 
 #include "app/DatabaseView.h"
 #include "app/FakeDatabase.h"
 #include "base/DataError.h"
+#include "base/UTIL.h"
 #include "db/SQLServerConnectionDetails.h"
+#include "platform/forms/Form.h"
 #include "support/BoxWatcher.h"
 
 namespace quarv {
@@ -89,6 +92,15 @@ TEST_F(QuarvBASTest, DuplicateNodeKeyIsShownAndEndsTheProgram) {
     EXPECT_EQ(watch_.Seen()[0].title, "Quarv");
     EXPECT_EQ(watch_.Seen()[0].icon, forms::BoxIcon::Critical);
     EXPECT_EQ(Visible<QWidget>(), nullptr);
+}
+
+TEST_F(QuarvBASTest, WindowsAreCentredOnAMonitor) {
+    forms::Form form(QStringLiteral("Form"));
+    form.Move(0, 0, 3000, 1500);
+    CentreOnMainMonitor(form);
+    const QRect work = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_EQ(form.Left(), work.left() * 15 + (work.width() * 15 - 3000) / 2);
+    EXPECT_EQ(form.Top(), work.top() * 15 + (work.height() * 15 - 1500) / 2);
 }
 
 }  // namespace

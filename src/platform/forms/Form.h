@@ -16,6 +16,7 @@ class Form : public QWidget, public Control, public ControlHost {
     Q_PROPERTY(QString Caption READ Caption WRITE SetCaption)
     Q_PROPERTY(int BorderStyle READ BorderStyle WRITE SetBorderStyle)
     Q_PROPERTY(double ScaleWidth READ ScaleWidth)
+    Q_PROPERTY(qlonglong hwnd READ hwnd)
     Q_PROPERTY(double ScaleHeight READ ScaleHeight)
 
   public:
@@ -32,6 +33,9 @@ class Form : public QWidget, public Control, public ControlHost {
     // One of Border; any other value raises InvalidPropertyValue.
     int BorderStyle() const { return border_; }
     void SetBorderStyle(int border);
+
+    // The window's handle on the desktop; asking makes the window where it was not made yet.
+    qlonglong hwnd() const { return static_cast<qlonglong>(winId()); }
 
     // The inner size in twips.
     double ScaleWidth() const { return Width(); }
