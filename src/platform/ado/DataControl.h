@@ -1,0 +1,74 @@
+// DataControl: runs a record source on a connection of its own and keeps the rows that were read.
+// Owned by the window that shows them; it knows no widget and no driver.
+#pragma once
+
+#include <QStringList>
+#include <deque>
+#include <vector>
+
+#include "base/DataError.h"
+#include "platform/ado/Connection.h"
+#include "platform/ado/RowStore.h"
+
+namespace quarv::ado {
+
+class DataControl {
+  public:
+    explicit DataControl(ConnectionFactory factory) : factory_(std::move(factory)) {}
+
+    // Both count from the next Refresh on.
+    const QString& ConnectionString() const { return connectionString_; }
+    void SetConnectionString(const QString& text) { connectionString_ = text; }
+    const QString& RecordSource() const { return recordSource_; }
+    void SetRecordSource(const QString& sql) { recordSource_ = sql; }
+
+    // Runs the record source. Its result is the first one of the batch that has columns, empty
+    // where there is none; an empty text gives that too and sends nothing. Raises DataError where
+    // the connection, a statement before the result or its first row fails: the earlier result then
+    // stays as it was, and the rest of the batch is run without a word, as Execute does. A lost
+    // connection is not noticed before it is used: one Refresh raises it, the next one connects.
+    void Refresh();
+
+    // Column names as the server gave them, empty and equal ones included.
+    const QStringList& Fields() const { return result_.fields; }
+    int ColumnCount() const { return result_.rows.ColumnCount(); }
+    // Rows read so far.
+    qint64 RowCount() const { return result_.rows.RowCount(); }
+    // No further row will come and no error is left to be raised.
+    bool AtEnd() const { return !result_.records && result_.errors.empty(); }
+    // Reads on until the 0-based `row` is there or the end is met; nothing where it is there. At
+    // the end the rest of the batch is run. Raises DataError where a row or the rest fails, with
+    // the rows before it kept. Of several errors each call raises the next one, until AtEnd. A row
+    // of which a value cannot be read is left out; the next call goes on behind it.
+    void ReadTo(qint64 row);
+    // A cell of a row that was read, 0-based. Raises SubscriptOutOfRange for another.
+    Value ValueAt(qint64 row, int column) const { return result_.rows.ValueAt(row, column); }
+
+  private:
+    struct Result {
+        QStringList fields;
+        RowStore rows;
+        RecordsetPtr records;              // empty once its batch was run to the end
+        std::vector<const Field*> source;  // the columns of `records`
+        std::deque<DataError> errors;      // met and not yet raised
+    };
+
+    bool MayReuseConnection() const;
+    ConnectionPtr Connect() const;
+    // Raises DataError, with the batch run to its end.
+    Result Run(Connection& connection) const;
+    // Puts a result that succeeded in the place of the earlier one.
+    void Show(ConnectionPtr connection, Result result);
+    void CloseConnection();
+    void ReadRow();
+    void AppendRow();
+    void RunRest();
+
+    ConnectionFactory factory_;
+    QString connectionString_;
+    QString recordSource_;
+    ConnectionPtr connection_;  // that of the result, or idle; closed where it was lost
+    Result result_;
+};
+
+}  // namespace quarv::ado

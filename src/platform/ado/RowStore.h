@@ -1,0 +1,63 @@
+// RowStore: the rows of a result as they were read, packed into bytes; a cell takes about what its
+// value needs and no object. Owned by the DataControl; it knows no record set.
+#pragma once
+
+#include <deque>
+
+#include "base/Value.h"
+#include "platform/ado/ByteLog.h"
+
+namespace quarv::ado {
+
+class RowStore {
+  public:
+    // Without columns nothing can be stored.
+    explicit RowStore(int columnCount = 0) : columnCount_(columnCount) {}
+
+    int ColumnCount() const { return columnCount_; }
+    // Whole rows; one that is still being written is not counted.
+    qint64 RowCount() const { return rowCount_; }
+
+    // Writes the next cell, the columns of a row in turn. Raises TypeMismatch for an object, which
+    // writes nothing, and InvalidProcedureCall without columns.
+    void Append(const Value& value);
+    // Gives up the cells of the row that is being written.
+    void DropUnfinishedRow();
+
+    // The value as it was written. Positions are 0-based; raises SubscriptOutOfRange outside the
+    // whole rows.
+    Value ValueAt(qint64 row, int column) const;
+
+    // Bytes of memory taken by the rows.
+    quint64 MemoryUsed() const { return log_.Capacity() + marks_.size() * sizeof(quint64); }
+
+  private:
+    // A cell as it lies in the log: a tag byte, for longer ones their length, then the bytes.
+    struct Cell {
+        quint8 code;
+        quint64 start;   // offset of its bytes
+        quint64 length;  // of its bytes
+    };
+
+    void WriteValue(const Value& value);
+    void Write(quint8 code, const void* bytes, quint64 length);
+    // `count` bytes of a number, without the zeros at their end.
+    void WriteTrimmed(quint8 code, const void* bytes, quint64 count);
+    void WriteText(const QString& text);
+    Cell CellAt(quint64 offset) const;
+    Value Decode(const Cell& cell) const;
+    QString TextOf(const Cell& cell) const;
+    QByteArray BytesOf(const Cell& cell) const;
+
+    // Every so many cells the offset is noted; from there a cell is found by skipping.
+    static constexpr quint64 MarkDistance = 16;
+
+    int columnCount_;
+    qint64 rowCount_ = 0;
+    int unfinished_ = 0;    // cells of the row that is being written
+    quint64 rowStart_ = 0;  // where that row starts in the log
+    ByteLog log_;
+    std::deque<quint64> marks_;
+};
+
+}  // namespace quarv::ado
