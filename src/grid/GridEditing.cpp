@@ -151,6 +151,10 @@ void GridEditing::EnterInView(qint32 p, qint16 c) {
     Reveal();
 }
 
+QRectF GridEditing::PlaceOf(const KelEditGridColumn& column, const KelEditGridRow& row) const {
+    return geometry_.Cell(column, state_.horizontalOffset, layout_.LineOf(row));
+}
+
 void GridEditing::Place(qint16 c) {
     layout_.HideEditors();
     const RowRef row = state_.currentRow;
@@ -158,7 +162,7 @@ void GridEditing::Place(qint16 c) {
     const ColumnRef column = state_.columns->Items(c);
     const CellRule* rule = FindCellRule(*column);
     if (rule) {
-        const QRectF place = geometry_.Cell(*column, state_.horizontalOffset, layout_.LineOf(*row));
+        const QRectF place = PlaceOf(*column, *row);
         rule->show(editors_, *column, row->ColumnValue(c), place);
     }
     state_.currentColumn = c;
@@ -221,8 +225,7 @@ void GridEditing::AskHost(ColumnRef column) {
 void GridEditing::Reveal() {
     const ColumnRef column = CurrentColumn();
     if (!column || !state_.currentRow || !layout_.BringIntoView(*column)) return;
-    editors_.MoveTo(
-        geometry_.Cell(*column, state_.horizontalOffset, layout_.LineOf(*state_.currentRow)));
+    editors_.MoveTo(PlaceOf(*column, *state_.currentRow));
     layout_.Redraw();
 }
 
@@ -257,8 +260,7 @@ void GridEditing::ScrollHorizontally(qint32 value) {
 void GridEditing::SetWidths() {
     layout_.SetWidths();
     const ColumnRef column = CurrentColumn();
-    if (column && state_.currentRow)
-        editors_.MoveTo(geometry_.Cell(*column, 0, layout_.LineOf(*state_.currentRow)));
+    if (column && state_.currentRow) editors_.MoveTo(PlaceOf(*column, *state_.currentRow));
     layout_.Redraw();
 }
 

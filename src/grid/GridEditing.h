@@ -66,6 +66,8 @@ class GridEditing {
     void Deselect();
     void DropNewRow();
     void Place(qint16 c);
+    // Where the cell is drawn now, twips from the control's top left corner.
+    QRectF PlaceOf(const KelEditGridColumn& column, const KelEditGridRow& row) const;
     // The column being edited; nothing where there is none.
     ColumnRef CurrentColumn() const;
     void Browse(ColumnRef column);
