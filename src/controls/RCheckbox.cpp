@@ -15,9 +15,6 @@ using forms::Application;
 
 namespace {
 
-// Keys held with these are commands, not characters.
-constexpr auto CommandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-
 CheckMetrics ScreenMetrics() {
     constexpr auto Twips = static_cast<qint16>(forms::TwipsPerPixel);
     return {.twipsPerPixelX = Twips, .twipsPerPixelY = Twips};
@@ -106,8 +103,8 @@ void RCheckbox::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void RCheckbox::keyPressEvent(QKeyEvent* event) {
-    const bool command = (event->modifiers() & CommandKeys) != 0;
-    const auto next = command ? std::nullopt : state_.AfterKey(forms::KeyAsciiOf(*event));
+    const auto next =
+        forms::IsCommand(*event) ? std::nullopt : state_.AfterKey(forms::KeyAsciiOf(*event));
     if (!next.has_value() || !UserMode()) {
         forms::UserControl::keyPressEvent(event);
         return;

@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <algorithm>
 
+#include "platform/forms/KeyPress.h"
+
 namespace quarv {
 
 namespace {
@@ -21,16 +23,13 @@ constexpr Meaning Table[] = {
     {Qt::Key_PageDown, GridKey::PageDown, true}, {Qt::Key_F4, GridKey::Button, true},
 };
 
-// Keys held with these are commands of the editor or the window.
-constexpr auto CommandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-
 }  // namespace
 
 GridKey GridKeyOf(const QKeyEvent& event, KeyPlace place) {
     const auto* found = std::find_if(std::begin(Table), std::end(Table), [&](const Meaning& entry) {
         return entry.key == event.key();
     });
-    if (found == std::end(Table) || (event.modifiers() & CommandKeys) != 0) return GridKey::None;
+    if (found == std::end(Table) || forms::IsCommand(event)) return GridKey::None;
     return found->usedByLists && place == KeyPlace::List ? GridKey::None : found->meaning;
 }
 

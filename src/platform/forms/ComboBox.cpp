@@ -18,9 +18,8 @@ constexpr int RowAir = 6;
 
 // A character by itself, no command.
 bool TypesText(const QKeyEvent& event) {
-    constexpr auto Commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
     const QString text = event.text();
-    return (event.modifiers() & Commands) == 0 && !text.isEmpty() &&
+    return !IsCommand(event) && !text.isEmpty() &&
            (text.at(0).isPrint() || text.at(0).isSurrogate());
 }
 

@@ -28,6 +28,11 @@ bool TakenByKeyDown(QEvent& event, const RaiseKeyDown& raise) {
     return true;
 }
 
+bool IsCommand(const QKeyEvent& event) {
+    constexpr auto Held = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    return (event.modifiers() & Held) != 0;
+}
+
 bool ClicksItem(const QKeyEvent& event) {
     const int key = event.key();
     return (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) &&

@@ -35,6 +35,9 @@ int ShiftOf(const QKeyEvent& event);
 // event(), as Qt takes Tab and Backtab there.
 bool TakenByKeyDown(QEvent& event, const RaiseKeyDown& raise);
 
+// Ctrl, Alt or Meta is held: the key is a command of an editor or the window, no text.
+bool IsCommand(const QKeyEvent& event);
+
 // Enter or Space alone: what clicks the current item of a list or tree.
 bool ClicksItem(const QKeyEvent& event);
 
