@@ -2,17 +2,17 @@
 // Owned by the window that shows them; it knows no widget and no driver.
 #pragma once
 
-#include <QStringList>
 #include <deque>
 #include <vector>
 
 #include "base/DataError.h"
+#include "base/RowSource.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/RowStore.h"
 
 namespace quarv::ado {
 
-class DataControl {
+class DataControl : public RowSource {
   public:
     explicit DataControl(ConnectionFactory factory) : factory_(std::move(factory)) {}
 
@@ -29,20 +29,19 @@ class DataControl {
     // connection is not noticed before it is used: one Refresh raises it, the next one connects.
     void Refresh();
 
-    // Column names as the server gave them, empty and equal ones included.
-    const QStringList& Fields() const { return result_.fields; }
+    const QStringList& Fields() const override { return result_.fields; }
     int ColumnCount() const { return result_.rows.ColumnCount(); }
-    // Rows read so far.
-    qint64 RowCount() const { return result_.rows.RowCount(); }
-    // No further row will come and no error is left to be raised.
-    bool AtEnd() const { return !result_.records && result_.errors.empty(); }
-    // Reads on until the 0-based `row` is there or the end is met; nothing where it is there. At
-    // the end the rest of the batch is run. Raises DataError where a row or the rest fails, with
-    // the rows before it kept. Of several errors each call raises the next one, until AtEnd. A row
-    // of which a value cannot be read is left out; the next call goes on behind it.
-    void ReadTo(qint64 row);
-    // A cell of a row that was read, 0-based. Raises SubscriptOutOfRange for another.
-    Value ValueAt(qint64 row, int column) const { return result_.rows.ValueAt(row, column); }
+    qint64 RowCount() const override { return result_.rows.RowCount(); }
+    bool AtEnd() const override { return !result_.records && result_.errors.empty(); }
+    // At the end the rest of the batch is run. Raises DataError where a row or the rest fails. A
+    // row of which a value cannot be read is left out; the next call goes on behind it.
+    void ReadTo(qint64 row) override;
+    Value ValueAt(qint64 row, int column) const override {
+        return result_.rows.ValueAt(row, column);
+    }
+    CellStart StartOf(qint64 row, int column, qint64 most) const override {
+        return result_.rows.StartOf(row, column, most);
+    }
 
   private:
     struct Result {

@@ -191,6 +191,19 @@ void RowStore::DropUnfinishedRow() {
 }
 
 Value RowStore::ValueAt(qint64 row, int column) const {
+    return Decode(Find(row, column));
+}
+
+CellStart RowStore::StartOf(qint64 row, int column, qint64 most) const {
+    Cell cell = Find(row, column);
+    const quint64 unit = cell.code == WideText ? sizeof(QChar) : 1;
+    const bool mayBeLong = cell.code == Latin1Text || cell.code == WideText || cell.code == Bytes;
+    const auto length = static_cast<qint64>(mayBeLong ? cell.length / unit : 0);
+    if (length > most) cell.length = static_cast<quint64>(most) * unit;
+    return {Decode(cell), length};
+}
+
+RowStore::Cell RowStore::Find(qint64 row, int column) const {
     if (row < 0 || row >= rowCount_ || column < 0 || column >= columnCount_)
         throw RuntimeError(RuntimeError::SubscriptOutOfRange);
     const quint64 number = static_cast<quint64>(row) * static_cast<quint64>(columnCount_) +
@@ -198,7 +211,7 @@ Value RowStore::ValueAt(qint64 row, int column) const {
     Cell cell = CellAt(marks_[number / MarkDistance]);
     for (quint64 skip = number % MarkDistance; skip > 0; --skip)
         cell = CellAt(cell.start + cell.length);
-    return Decode(cell);
+    return cell;
 }
 
 void RowStore::Write(quint8 code, const void* bytes, quint64 length) {

@@ -4,7 +4,7 @@
 
 #include <deque>
 
-#include "base/Value.h"
+#include "base/RowSource.h"
 #include "platform/ado/ByteLog.h"
 
 namespace quarv::ado {
@@ -27,6 +27,8 @@ class RowStore {
     // The value as it was written. Positions are 0-based; raises SubscriptOutOfRange outside the
     // whole rows.
     Value ValueAt(qint64 row, int column) const;
+    // As ValueAt, but copies at most `most` UTF-16 units or bytes of a long one.
+    CellStart StartOf(qint64 row, int column, qint64 most) const;
 
     // Bytes of memory taken by the rows.
     quint64 MemoryUsed() const { return log_.Capacity() + marks_.size() * sizeof(quint64); }
@@ -44,6 +46,8 @@ class RowStore {
     // `count` bytes of a number, without the zeros at their end.
     void WriteTrimmed(quint8 code, const void* bytes, quint64 count);
     void WriteText(const QString& text);
+    // Raises SubscriptOutOfRange outside the whole rows.
+    Cell Find(qint64 row, int column) const;
     Cell CellAt(quint64 offset) const;
     Value Decode(const Cell& cell) const;
     QString TextOf(const Cell& cell) const;

@@ -100,6 +100,36 @@ TEST(RowStore, KeepsBytes) {
         EXPECT_EQ(Stored(bytes).Bytes(), bytes);
 }
 
+TEST(RowStore, GivesTheStartOfALongCell) {
+    RowStore rows(5);
+    rows.Append(QString(40, u'x'));
+    rows.Append(QStringLiteral(u"\u65E5\u672C\u8A9E"));
+    rows.Append(QByteArray("\x01\x02\x03\x04", 4));
+    rows.Append(123456789);
+    rows.Append(Value::Null());
+    const CellStart narrow = rows.StartOf(0, 0, 3);
+    EXPECT_EQ(narrow.value.Text(), QStringLiteral("xxx"));
+    EXPECT_EQ(narrow.length, 40);
+    const CellStart wide = rows.StartOf(0, 1, 2);
+    EXPECT_EQ(wide.value.Text(), QStringLiteral(u"\u65E5\u672C"));
+    EXPECT_EQ(wide.length, 3);
+    const CellStart bytes = rows.StartOf(0, 2, 1);
+    EXPECT_EQ(bytes.value.Bytes(), QByteArray("\x01", 1));
+    EXPECT_EQ(bytes.length, 4);
+    const CellStart number = rows.StartOf(0, 3, 1);
+    EXPECT_EQ(number.value.ToInteger(), 123456789);
+    EXPECT_EQ(number.length, 0);
+    EXPECT_TRUE(rows.StartOf(0, 4, 1).value.IsNull());
+}
+
+TEST(RowStore, GivesAShortCellWholeAsItsStart) {
+    RowStore rows(1);
+    rows.Append(QStringLiteral("abc"));
+    EXPECT_EQ(rows.StartOf(0, 0, 3).value.Text(), QStringLiteral("abc"));
+    EXPECT_EQ(rows.StartOf(0, 0, 100).value.Text(), QStringLiteral("abc"));
+    EXPECT_EQ(CodeOf([&] { rows.StartOf(1, 0, 3); }), RuntimeError::SubscriptOutOfRange);
+}
+
 TEST(RowStore, RefusesObjectsAndRowsWithoutColumns) {
     RowStore rows(2);
     rows.Append(1);
