@@ -1,10 +1,12 @@
 #include "platform/forms/Application.h"
 
+#include <QKeyEvent>
 #include <QWidget>
 #include <cstdio>
 #include <exception>
 
 #include "base/Error.h"
+#include "platform/forms/Form.h"
 
 namespace quarv::forms {
 
@@ -60,8 +62,17 @@ void Application::DoEvents() {
     processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// A key comes here once, on its way to the widget with the keyboard; an event filter would see it
+// again at each of that widget's containers.
+bool Application::PreviewedKeyUp(QObject& receiver, const QEvent& event) {
+    if (event.type() != QEvent::KeyRelease || !receiver.isWidgetType()) return false;
+    auto* form = qobject_cast<Form*>(static_cast<QWidget&>(receiver).window());
+    return form && form->TakesKeyUp(static_cast<const QKeyEvent&>(event));
+}
+
 bool Application::notify(QObject* receiver, QEvent* event) {
     try {
+        if (PreviewedKeyUp(*receiver, *event)) return true;
         return QApplication::notify(receiver, event);
     } catch (...) {
         ReportError();

@@ -35,7 +35,12 @@ class Application : public QApplication {
     // about to block. What the user does meanwhile waits: it must not run into the caller.
     static void DoEvents();
 
+    // Gives a key that is let go to the form around `receiver` first.
     bool notify(QObject* receiver, QEvent* event) override;
+
+  private:
+    // True where the form took the key.
+    static bool PreviewedKeyUp(QObject& receiver, const QEvent& event);
 };
 
 }  // namespace quarv::forms

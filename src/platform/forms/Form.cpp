@@ -8,6 +8,7 @@
 #include "base/RuntimeError.h"
 #include "platform/forms/Application.h"
 #include "platform/forms/ButtonPlus.h"
+#include "platform/forms/KeyPress.h"
 #include "platform/forms/Mnemonics.h"
 
 namespace quarv::forms {
@@ -134,6 +135,14 @@ void Form::closeEvent(QCloseEvent* event) {
     event->accept();
     NoteVisible(false);
     Application::RunEvent([this] { Q_EMIT Closed(); });
+}
+
+bool Form::TakesKeyUp(const QKeyEvent& event) {
+    if (!keyPreview_ || event.isAutoRepeat()) return false;
+    int keyCode = event.key();
+    Application::RunEvent([&] { Q_EMIT KeyUp(keyCode, ShiftOf(event)); });
+    // A key without a code, as an input method sends, cannot be swallowed.
+    return keyCode == 0 && event.key() != 0;
 }
 
 void Form::keyPressEvent(QKeyEvent* event) {

@@ -18,6 +18,7 @@ class Form : public QWidget, public Control, public ControlHost {
     Q_PROPERTY(double ScaleWidth READ ScaleWidth)
     Q_PROPERTY(qlonglong hwnd READ hwnd)
     Q_PROPERTY(double ScaleHeight READ ScaleHeight)
+    Q_PROPERTY(bool KeyPreview READ KeyPreview WRITE SetKeyPreview)
 
   public:
     enum Border : int { NoBorder = 0, FixedSingle = 1, Sizable = 2, FixedDialog = 3 };
@@ -41,6 +42,10 @@ class Form : public QWidget, public Control, public ControlHost {
     double ScaleWidth() const { return Width(); }
     double ScaleHeight() const { return Height(); }
 
+    // On, the form raises KeyUp before the control with the keyboard sees the key. Off at first.
+    bool KeyPreview() const { return keyPreview_; }
+    void SetKeyPreview(bool on) { keyPreview_ = on; }
+
     // Raises Form_Load where that has not happened yet.
     void Load();
     // Loads, shows without making modal, and brings to the front.
@@ -57,6 +62,10 @@ class Form : public QWidget, public Control, public ControlHost {
   Q_SIGNALS:
     void Resize();
     void Closed();
+    // A key was let go while the form previews keys: its Qt::Key, and which of Shift (1), Ctrl (2)
+    // and Alt (4) are held, added up. A handler may set the code to 0: the control does not see the
+    // key then. A key that is held down and repeats raises it once.
+    void KeyUp(int& keyCode, int shift);
 
   protected:
     virtual void Form_Load() {}
@@ -72,12 +81,16 @@ class Form : public QWidget, public Control, public ControlHost {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    friend class Application;
+    // Raises KeyUp; true where the handler took the key.
+    bool TakesKeyUp(const QKeyEvent& event);
     void ApplySize(const QSize& pixels);
 
     int border_ = Sizable;
     bool loaded_ = false;
     bool shownOnce_ = false;
     bool userMode_ = true;
+    bool keyPreview_ = false;
 };
 
 }  // namespace quarv::forms

@@ -218,6 +218,75 @@ TEST_F(FormKeys, TabWalksTheControlsInCreationOrder) {
     EXPECT_EQ(names, (QStringList{u"Cancel"_qs, u"Line"_qs, u"Memo"_qs, u"Combo"_qs, u"Okay"_qs}));
 }
 
+class FormKeyPreview : public testing::Test {
+  protected:
+    FormKeyPreview() {
+        form.SetKeyPreview(true);
+        QObject::connect(&form, &Form::KeyUp, &form, [this](int& keyCode, int shift) {
+            seen.append({keyCode, shift});
+            if (swallowing) keyCode = 0;
+        });
+        form.Show();
+        QApplication::setActiveWindow(&form);
+        box.SetFocus();
+    }
+
+    Form form{u"F"_qs};
+    FramePlus frame{&form, u"Frame"_qs};
+    TextBox box{&frame, u"Box"_qs};
+    QList<QPair<int, int>> seen;
+    bool swallowing = false;
+};
+
+TEST_F(FormKeyPreview, SeesEachKeyOnceWhereverTheFocusIs) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+    EXPECT_EQ(seen, (QList<QPair<int, int>>{{Qt::Key_F5, 0}}));
+    QTest::keyClick(&form, Qt::Key_F6);
+    EXPECT_EQ(seen.last(), (QPair<int, int>{Qt::Key_F6, 0}));
+    EXPECT_EQ(seen.size(), 2);
+}
+
+TEST_F(FormKeyPreview, TellsWhichModifiersAreHeld) {
+    const auto shiftAtF5 = [this](Qt::KeyboardModifiers held) {
+        seen.clear();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5, held);
+        return seen.value(0);  // the modifier is let go after it
+    };
+    EXPECT_EQ(shiftAtF5(Qt::ShiftModifier), (QPair<int, int>{Qt::Key_F5, 1}));
+    EXPECT_EQ(shiftAtF5(Qt::ControlModifier), (QPair<int, int>{Qt::Key_F5, 2}));
+    EXPECT_EQ(shiftAtF5(Qt::AltModifier), (QPair<int, int>{Qt::Key_F5, 4}));
+}
+
+TEST_F(FormKeyPreview, KeysThatRepeatWhileHeldAreNotLetGo) {
+    QKeyEvent repeated(QEvent::KeyRelease, Qt::Key_F5, Qt::NoModifier, {}, true);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &repeated);
+    EXPECT_TRUE(seen.isEmpty());
+}
+
+TEST_F(FormKeyPreview, AHandlerMaySwallowTheKey) {
+    struct KeyUps : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::KeyRelease ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    } reached;
+    QWidget* const editor = QApplication::focusWidget();
+    editor->installEventFilter(&reached);
+    QTest::keyClick(editor, Qt::Key_A);
+    EXPECT_EQ(reached.count, 1);
+    swallowing = true;
+    QTest::keyClick(editor, Qt::Key_B);
+    EXPECT_EQ(reached.count, 1);
+    EXPECT_EQ(seen.size(), 2);
+}
+
+TEST_F(FormKeyPreview, OffTheFormSeesNoKeys) {
+    form.SetKeyPreview(false);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+    EXPECT_TRUE(seen.isEmpty());
+}
+
 TEST(Form, GivesItsDesignMarkToItsUser) {
     Form form(u"F"_qs);
     EXPECT_TRUE(form.UserMode());
