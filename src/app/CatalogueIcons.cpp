@@ -90,8 +90,8 @@ void DrawRoutines(QPainter& p, const PathInks& inks) {
 }  // namespace
 
 QIcon MakeCatalogueIcon(CatalogueIcon which) {
-    static constexpr DrawPathIcon Drawings[] = {DrawTable,  DrawDatabase,  DrawView,
-                                                DrawTables, DrawProcedure, DrawRoutines};
+    static constexpr void (*Drawings[])(QPainter&, const PathInks&) = {
+        DrawTable, DrawDatabase, DrawView, DrawTables, DrawProcedure, DrawRoutines};
     return MakePathIcon(Drawings[which - TableIcon]);
 }
 

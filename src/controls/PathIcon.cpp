@@ -11,7 +11,7 @@ namespace {
 
 class PathIconEngine : public QIconEngine {
   public:
-    PathIconEngine(DrawPathIcon draw, int units) : draw_(draw), units_(units) {}
+    PathIconEngine(DrawPathIcon draw, const QSize& units) : draw_(std::move(draw)), units_(units) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         const QPalette palette = QGuiApplication::palette();
@@ -21,8 +21,9 @@ class PathIconEngine : public QIconEngine {
         painter->setRenderHint(QPainter::Antialiasing);
         if (mode == QIcon::Disabled) painter->setOpacity(0.5);
         painter->translate(rect.topLeft());
-        painter->scale(rect.width() / units_, rect.height() / units_);
-        draw_(*painter, PathInks{palette.color(QPalette::Base), QPen(line, 1)});
+        painter->scale(rect.width() / units_.width(), rect.height() / units_.height());
+        draw_(*painter, PathInks{palette.color(QPalette::Base), QPen(line, 1),
+                                 palette.color(QPalette::ButtonText)});
         painter->restore();
     }
 
@@ -38,13 +39,13 @@ class PathIconEngine : public QIconEngine {
 
   private:
     DrawPathIcon draw_;
-    qreal units_;
+    QSizeF units_;
 };
 
 }  // namespace
 
-QIcon MakePathIcon(DrawPathIcon draw, int units) {
-    return QIcon(new PathIconEngine(draw, units));
+QIcon MakePathIcon(DrawPathIcon draw, const QSize& units) {
+    return QIcon(new PathIconEngine(std::move(draw), units));
 }
 
 }  // namespace quarv

@@ -5,6 +5,8 @@
 #include <QColor>
 #include <QIcon>
 #include <QPen>
+#include <QSize>
+#include <functional>
 
 class QPainter;
 
@@ -14,12 +16,13 @@ namespace quarv {
 struct PathInks {
     QColor paper;
     QPen line;
+    QColor words;  // on the face of a button
 };
 
-// Draws within a square of as many units as the icon has, antialiased. Where a unit is a pixel,
+// Draws within a rectangle of as many units as the icon has, antialiased. Where a unit is a pixel,
 // whole and half units are crisp.
-using DrawPathIcon = void (*)(QPainter& painter, const PathInks& inks);
+using DrawPathIcon = std::function<void(QPainter& painter, const PathInks& inks)>;
 
-QIcon MakePathIcon(DrawPathIcon draw, int units = 16);
+QIcon MakePathIcon(DrawPathIcon draw, const QSize& units = {16, 16});
 
 }  // namespace quarv

@@ -1,5 +1,6 @@
 #include "controls/StockPictures.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -14,7 +15,8 @@ constexpr int MarkUnits = 9;
 constexpr int DotsUnits = 8;
 
 drawing::PictureRef Make(DrawPathIcon draw, int units) {
-    return std::make_shared<drawing::Picture>(MakePathIcon(draw, units), QSize(units, units));
+    const QSize size(units, units);
+    return std::make_shared<drawing::Picture>(MakePathIcon(std::move(draw), size), size);
 }
 
 QColor Solid(const PathInks& inks) {
@@ -89,6 +91,17 @@ drawing::PictureRef CurrentRowPicture() {
 drawing::PictureRef EllipsisPicture() {
     static const drawing::PictureRef picture = Make(DrawDots, DotsUnits);
     return picture;
+}
+
+drawing::PictureRef WordsPicture(const QString& words, const QFont& font) {
+    const QFontMetrics metrics(font);
+    const QSize size(metrics.horizontalAdvance(words), metrics.height());
+    const auto draw = [words, font, ascent = metrics.ascent()](QPainter& p, const PathInks& inks) {
+        p.setFont(font);
+        p.setPen(inks.words);
+        p.drawText(QPoint(0, ascent), words);
+    };
+    return std::make_shared<drawing::Picture>(MakePathIcon(draw, size), size);
 }
 
 }  // namespace quarv

@@ -2,6 +2,8 @@
 // paths when painted, follow the desktop's palette and are shared by all who ask for them.
 #pragma once
 
+#include <QFont>
+
 #include "platform/drawing/Picture.h"
 
 namespace quarv {
@@ -15,5 +17,8 @@ drawing::PictureRef CheckMarkPicture();
 drawing::PictureRef CurrentRowPicture();
 // Three dots, 8 x 8 pixels: "more of this".
 drawing::PictureRef EllipsisPicture();
+// The words as a button carries them, for buttons that show pictures alone; as large as the words
+// in that font. Each call makes another picture.
+drawing::PictureRef WordsPicture(const QString& words, const QFont& font);
 
 }  // namespace quarv

@@ -105,5 +105,31 @@ TEST(StockPictures, TheEllipsisIsThreeSharpDots) {
     }
 }
 
+TEST(StockPictures, WordsAreAsLargeAsTheirText) {
+    const QFont font;
+    const auto words = WordsPicture(QStringLiteral("Run Query"), font);
+    EXPECT_EQ(words->Width(),
+              15 * QFontMetrics(font).horizontalAdvance(QStringLiteral("Run Query")));
+    EXPECT_EQ(words->Height(), 15 * QFontMetrics(font).height());
+    EXPECT_GT(words->Width(), WordsPicture(QStringLiteral("Run"), font)->Width());
+    EXPECT_FALSE(Inked(words->Render(1)).isEmpty());
+}
+
+TEST(StockPictures, WordsAreInTheColourOfAButtonsWords) {
+    const QPalette before = QGuiApplication::palette();
+    QPalette palette;
+    palette.setColor(QPalette::ButtonText, Qt::red);
+    QGuiApplication::setPalette(palette);
+    QFont large;
+    large.setPointSize(40);
+    const QImage image = WordsPicture(QStringLiteral("I"), large)->Render(1);
+    QGuiApplication::setPalette(before);
+    int red = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            red += image.pixelColor(x, y) == QColor(Qt::red) ? 1 : 0;
+    EXPECT_GT(red, 20);
+}
+
 }  // namespace
 }  // namespace quarv
