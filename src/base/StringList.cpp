@@ -86,14 +86,7 @@ bool StringList::SaveToFile(const QString& path) const {
 
 bool StringList::LoadFromFile(const QString& path) {
     if (!FileExists(path)) return false;
-    const QString text = LineFile::Read(path);
-    qsizetype start = 0;
-    while (start < text.size()) {
-        qsizetype end = start;
-        while (end < text.size() && text[end] != u'\r' && text[end] != u'\n') ++end;
-        Add(text.sliced(start, end - start));
-        start = end + (QStringView(text).sliced(end).startsWith(LineEnd) ? 2 : 1);
-    }
+    for (const QString& line : LineFile::Read(path, MaxCount - count_)) Add(line);
     return true;
 }
 

@@ -12,7 +12,10 @@ namespace quarv {
 
 class StringList : public Object {
   public:
-    // Raises Overflow for item 32758, whose capacity no longer fits 16 bits.
+    // The capacity for one item more no longer fits 16 bits.
+    static constexpr qint16 MaxCount = 32757;
+
+    // Raises Overflow for item MaxCount + 1.
     void Add(const QString& s);
     void AddFromStringList(const StringList& s);
     // The lines of `s`, which CR LF pairs part; a rest behind the last pair counts if not empty. A
@@ -49,13 +52,16 @@ class StringList : public Object {
     // Appends the items of `r`.
     void Copy(const StringList& r, bool clearFirst = false);
 
-    // Files are UTF-8, a line an item. Replaces the file, lines ended by CR LF. False, and nothing
+    // A line an item, in UTF-8. Replaces the file, lines ended by CR LF. False, and nothing
     // written, where an existing file cannot be deleted. Raises PermissionDenied or PathFileAccess
-    // where opening or writing fails, a full disk included.
+    // where opening or writing fails, a full disk included. An item with a character of code 0
+    // gives a file that LoadFromFile refuses.
     bool SaveToFile(const QString& path) const;
-    // Appends the lines of the file, whichever of CR LF, CR and LF ends them. False where there is
-    // no such file. Raises PermissionDenied or PathFileAccess where it cannot be read, is no UTF-8
-    // or is larger than 64 MiB; then nothing is added.
+    // Appends the lines of the file, whichever of CR LF, CR and LF ends them: UTF-8, or UTF-16
+    // where a byte order mark says so. False where there is no such file. Raises PermissionDenied
+    // or PathFileAccess where it cannot be read, is no such text, holds a character of code 0 or is
+    // larger than 64 MiB, and Overflow where the list cannot hold all its lines; each names the
+    // file, and nothing is added.
     bool LoadFromFile(const QString& path);
 
     // Each item followed by CR LF.
