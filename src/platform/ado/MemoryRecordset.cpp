@@ -1,5 +1,7 @@
 #include "platform/ado/MemoryRecordset.h"
 
+#include <utility>
+
 #include "platform/ado/DataErrors.h"
 
 namespace quarv::ado {
@@ -45,7 +47,8 @@ void MemoryRecordset::MoveNext() {
 RecordsetPtr MemoryRecordset::NextRecordset() {
     if (!*walk_->connectionOpen) throw MakeDataError(DataErrorCode::InvalidConnection);
     if (handedOn_) throw MakeDataError(DataErrorCode::ObjectClosed);
-    open_ = false;
+    // Going on reads the rows that nobody read, and meets what they end in.
+    if (std::exchange(open_, false)) RaiseBehindLastRow();
     RecordsetPtr next = Step(walk_);
     handedOn_ = next != nullptr;
     return next;

@@ -16,7 +16,8 @@ struct MemoryResult {
 
     QStringList columns;  // names; none means a result without rows
     std::vector<Row> rows;
-    // Raised in place of the result or, where there are columns, once `rows` have been read.
+    // Raised in place of the result or, where there are columns, once `rows` have been read or are
+    // passed over.
     std::optional<DataError> error;
 
     // A rowset: MemoryResult::Rows({"id", "name"}, {{1, u"one"}, {2, Value::Null()}}). A row
