@@ -18,6 +18,9 @@ class PaintCounter : public QObject {
         return std::exchange(paints_, 0);
     }
 
+    // What was painted already; what is still to be painted keeps waiting.
+    int TakenAtOnce() { return std::exchange(paints_, 0); }
+
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Paint) ++paints_;
         return QObject::eventFilter(watched, event);
