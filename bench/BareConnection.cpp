@@ -81,6 +81,12 @@ Binding DescribedBinding(SQLHSTMT statement, SQLUSMALLINT column) {
     return BindingOf(type, size);
 }
 
+void RunToEnd(SQLHSTMT statement, SQLRETURN code) {
+    while (SQL_SUCCEEDED(code)) code = SQLMoreResults(statement);
+    // "No data" is a statement that touched no row.
+    if (code != SQL_NO_DATA) CheckStatement(code, statement, "SQLExecDirect");
+}
+
 int FetchAll(SQLHSTMT statement) {
     int rows = 0;
     SQLRETURN code = SQL_SUCCESS;
@@ -114,10 +120,15 @@ BareConnection::~BareConnection() {
 void BareConnection::Execute(const QByteArray& sql) {
     QByteArray text = sql;
     WithStatement([&text](SQLHSTMT statement) {
-        SQLRETURN code = SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS);
-        // "No data" is a statement that touched no row.
-        while (SQL_SUCCEEDED(code)) code = SQLMoreResults(statement);
-        if (code != SQL_NO_DATA) CheckStatement(code, statement, "SQLExecDirect");
+        RunToEnd(statement,
+                 SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS));
+    });
+}
+
+void BareConnection::ExecuteUtf16(const QString& sql) {
+    WithStatement([&sql](SQLHSTMT statement) {
+        auto* text = reinterpret_cast<SQLWCHAR*>(const_cast<ushort*>(sql.utf16()));
+        RunToEnd(statement, SQLExecDirectW(statement, text, static_cast<SQLINTEGER>(sql.size())));
     });
 }
 

@@ -6,6 +6,7 @@
 #include <sqlext.h>
 
 #include <QByteArray>
+#include <QString>
 #include <functional>
 
 namespace quarv::bench {
@@ -19,6 +20,8 @@ class BareConnection {
 
     // Runs a batch to its end.
     void Execute(const QByteArray& sql);
+    // The same with a text that the driver takes as it is.
+    void ExecuteUtf16(const QString& sql);
     // Runs a query, every column bound to the C type that a program would choose by hand, and
     // fetches every row; how many there were.
     int Loop(const QByteArray& query);

@@ -122,9 +122,11 @@ void Serve(int fd, int rows, const QByteArray& cycle) {
     if (!SkipMessage(fd) || !Send(fd, FakeTds::PreLogin())) return;
     if (!SkipMessage(fd) || !Send(fd, FakeTds::LoginOk("bench"))) return;
     constexpr int attention = 6;
+    const QByteArray oneChanged = FakeTds().Done(1);
     while (const int type = SkipMessage(fd)) {
-        const bool sent =
-            type == attention ? Send(fd, FakeTds::AttentionDone()) : SendRows(fd, rows, cycle);
+        const bool sent = type == attention ? Send(fd, FakeTds::AttentionDone())
+                          : rows == 0       ? Send(fd, oneChanged)
+                                            : SendRows(fd, rows, cycle);
         if (!sent) return;
     }
 }
