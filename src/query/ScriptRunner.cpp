@@ -45,6 +45,7 @@ void ScriptRunner::Run(const QString& path, const Progress& progress) {
     ScriptBatches batches(lines);
     const int total = batches.Count();
     const NoTimeLimit unlimited(*connection_);
+    if (progress) progress(0, total);
     for (int done = 1; done <= total; ++done) {
         RunBatch(batches.Next());
         if (progress) progress(done, total);

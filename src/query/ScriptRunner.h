@@ -20,8 +20,8 @@ class ScriptRunner {
     explicit ScriptRunner(ado::ConnectionPtr connection) : connection_(std::move(connection)) {}
 
     // Runs the batches of the file, which ScriptBatches parts, and one more behind the last
-    // separator, each to its end; `progress` is told after each. A batch has no time limit; the
-    // connection's own is set again afterwards.
+    // separator, each to its end; `progress` is told before the first and after each. A batch has
+    // no time limit; the connection's own is set again afterwards.
     //
     // Raises FileNotFound where there is no such file, what StringList::LoadFromFile raises, and
     // Overflow where the list has no room for the last separator; then nothing was sent. Raises the
