@@ -9,7 +9,7 @@ namespace quarv::bench {
 
 namespace {
 
-void Check(SQLRETURN code, SQLSMALLINT kind, SQLHANDLE handle, const char* what) {
+void CheckHandle(SQLRETURN code, SQLSMALLINT kind, SQLHANDLE handle, const char* what) {
     if (SQL_SUCCEEDED(code)) return;
     std::array<SQLCHAR, 6> state{};
     std::array<SQLCHAR, 512> message{};
@@ -18,16 +18,7 @@ void Check(SQLRETURN code, SQLSMALLINT kind, SQLHANDLE handle, const char* what)
                              reinterpret_cast<const char*>(message.data()));
 }
 
-void CheckStatement(SQLRETURN code, SQLHSTMT statement, const char* what) {
-    Check(code, SQL_HANDLE_STMT, statement, what);
-}
-
-struct Binding {
-    SQLSMALLINT type;
-    SQLLEN width;
-};
-
-Binding BindingOf(SQLSMALLINT sqlType, SQLULEN size) {
+BareConnection::Binding BindingOfType(SQLSMALLINT sqlType, SQLULEN size) {
     switch (sqlType) {
         case SQL_BIT:
         case SQL_TINYINT:
@@ -42,6 +33,8 @@ Binding BindingOf(SQLSMALLINT sqlType, SQLULEN size) {
         case SQL_DECIMAL:
         case SQL_NUMERIC:
             return {SQL_C_CHAR, 64};
+        case SQL_GUID:
+            return {SQL_C_GUID, sizeof(SQLGUID)};
         case SQL_TYPE_DATE:
             return {SQL_C_TYPE_DATE, sizeof(SQL_DATE_STRUCT)};
         case SQL_TYPE_TIMESTAMP:
@@ -60,55 +53,59 @@ using Cells = std::vector<Cell>;  // as many as columns: bound, so it must not g
 
 int ColumnsOf(SQLHSTMT statement) {
     SQLSMALLINT count = 0;
-    CheckStatement(SQLNumResultCols(statement, &count), statement, "SQLNumResultCols");
+    BareConnection::Check(SQLNumResultCols(statement, &count), statement, "SQLNumResultCols");
     return count;
 }
 
-void Bind(SQLHSTMT statement, SQLUSMALLINT column, Binding binding, Cell& cell) {
+void Bind(SQLHSTMT statement, SQLUSMALLINT column, BareConnection::Binding binding, Cell& cell) {
     cell.bytes.resize(static_cast<std::size_t>(binding.width));
-    CheckStatement(
+    BareConnection::Check(
         SQLBindCol(statement, column, binding.type, cell.bytes.data(), binding.width, &cell.length),
         statement, "SQLBindCol");
-}
-
-Binding DescribedBinding(SQLHSTMT statement, SQLUSMALLINT column) {
-    std::array<SQLCHAR, 256> name{};
-    SQLSMALLINT length = 0, type = 0, digits = 0, nullable = 0;
-    SQLULEN size = 0;
-    CheckStatement(SQLDescribeCol(statement, column, name.data(), name.size(), &length, &type,
-                                  &size, &digits, &nullable),
-                   statement, "SQLDescribeCol");
-    return BindingOf(type, size);
 }
 
 void RunToEnd(SQLHSTMT statement, SQLRETURN code) {
     while (SQL_SUCCEEDED(code)) code = SQLMoreResults(statement);
     // "No data" is a statement that touched no row.
-    if (code != SQL_NO_DATA) CheckStatement(code, statement, "SQLExecDirect");
+    if (code != SQL_NO_DATA) BareConnection::Check(code, statement, "SQLExecDirect");
 }
 
 int FetchAll(SQLHSTMT statement) {
     int rows = 0;
     SQLRETURN code = SQL_SUCCESS;
     while (SQL_SUCCEEDED(code = SQLFetch(statement))) ++rows;
-    if (code != SQL_NO_DATA) CheckStatement(code, statement, "SQLFetch");
+    if (code != SQL_NO_DATA) BareConnection::Check(code, statement, "SQLFetch");
     return rows;
 }
 
 }  // namespace
 
+void BareConnection::Check(SQLRETURN code, SQLHSTMT statement, const char* what) {
+    CheckHandle(code, SQL_HANDLE_STMT, statement, what);
+}
+
+BareConnection::Binding BareConnection::BindingOf(SQLHSTMT statement, SQLUSMALLINT column) {
+    std::array<SQLCHAR, 256> name{};
+    SQLSMALLINT length = 0, type = 0, digits = 0, nullable = 0;
+    SQLULEN size = 0;
+    Check(SQLDescribeCol(statement, column, name.data(), name.size(), &length, &type, &size,
+                         &digits, &nullable),
+          statement, "SQLDescribeCol");
+    return BindingOfType(type, size);
+}
+
 BareConnection::BareConnection(const QByteArray& connectionString) {
-    Check(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_), SQL_HANDLE_ENV, nullptr,
-          "SQLAllocHandle");
-    Check(SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION,
-                        reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0),
-          SQL_HANDLE_ENV, environment_, "SQLSetEnvAttr");
-    Check(SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_), SQL_HANDLE_ENV, environment_,
-          "SQLAllocHandle");
+    CheckHandle(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_), SQL_HANDLE_ENV,
+                nullptr, "SQLAllocHandle");
+    CheckHandle(SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION,
+                              reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0),
+                SQL_HANDLE_ENV, environment_, "SQLSetEnvAttr");
+    CheckHandle(SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_), SQL_HANDLE_ENV,
+                environment_, "SQLAllocHandle");
     QByteArray text = connectionString;
-    Check(SQLDriverConnect(connection_, nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS,
-                           nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT),
-          SQL_HANDLE_DBC, connection_, "SQLDriverConnect");
+    CheckHandle(SQLDriverConnect(connection_, nullptr, reinterpret_cast<SQLCHAR*>(text.data()),
+                                 SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT),
+                SQL_HANDLE_DBC, connection_, "SQLDriverConnect");
 }
 
 BareConnection::~BareConnection() {
@@ -136,13 +133,13 @@ int BareConnection::Loop(const QByteArray& query) {
     QByteArray text = query;
     int rows = 0;
     WithStatement([&](SQLHSTMT statement) {
-        CheckStatement(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS),
-                       statement, "SQLExecDirect");
+        Check(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS), statement,
+              "SQLExecDirect");
         Cells cells(static_cast<std::size_t>(ColumnsOf(statement)));
         SQLUSMALLINT column = 0;
         for (Cell& cell : cells) {
             ++column;
-            Bind(statement, column, DescribedBinding(statement, column), cell);
+            Bind(statement, column, BindingOf(statement, column), cell);
         }
         rows = FetchAll(statement);
     });
@@ -152,7 +149,7 @@ int BareConnection::Loop(const QByteArray& query) {
 int BareConnection::Count(const std::function<SQLRETURN(SQLHSTMT)>& catalogueCall) {
     int rows = 0;
     WithStatement([&](SQLHSTMT statement) {
-        CheckStatement(catalogueCall(statement), statement, "the catalogue call");
+        Check(catalogueCall(statement), statement, "the catalogue call");
         Cells cells(static_cast<std::size_t>(ColumnsOf(statement)));
         SQLUSMALLINT column = 0;
         for (Cell& cell : cells) Bind(statement, ++column, {SQL_C_WCHAR, 512}, cell);
@@ -161,10 +158,15 @@ int BareConnection::Count(const std::function<SQLRETURN(SQLHSTMT)>& catalogueCal
     return rows;
 }
 
-void BareConnection::WithStatement(const std::function<void(SQLHSTMT)>& use) {
+SQLHSTMT BareConnection::MakeStatement() {
     SQLHSTMT statement = nullptr;
-    Check(SQLAllocHandle(SQL_HANDLE_STMT, connection_, &statement), SQL_HANDLE_DBC, connection_,
-          "SQLAllocHandle");
+    CheckHandle(SQLAllocHandle(SQL_HANDLE_STMT, connection_, &statement), SQL_HANDLE_DBC,
+                connection_, "SQLAllocHandle");
+    return statement;
+}
+
+void BareConnection::WithStatement(const std::function<void(SQLHSTMT)>& use) {
+    SQLHSTMT statement = MakeStatement();
     try {
         use(statement);
     } catch (...) {

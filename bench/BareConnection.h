@@ -13,6 +13,12 @@ namespace quarv::bench {
 
 class BareConnection {
   public:
+    // A C type that loses nothing of a column's values, and the bytes that hold one.
+    struct Binding {
+        SQLSMALLINT type;
+        SQLLEN width;
+    };
+
     explicit BareConnection(const QByteArray& connectionString);
     ~BareConnection();
     BareConnection(const BareConnection&) = delete;
@@ -27,6 +33,13 @@ class BareConnection {
     int Loop(const QByteArray& query);
     // As Loop for a catalogue call, every column bound as text.
     int Count(const std::function<SQLRETURN(SQLHSTMT)>& catalogueCall);
+
+    // The caller frees it.
+    SQLHSTMT MakeStatement();
+    // Raises what went wrong on `statement`, nothing where `code` says success.
+    static void Check(SQLRETURN code, SQLHSTMT statement, const char* what);
+    // `column` counts from 1.
+    static Binding BindingOf(SQLHSTMT statement, SQLUSMALLINT column);
 
   private:
     void WithStatement(const std::function<void(SQLHSTMT)>& use);

@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <algorithm>
 #include <csignal>
 
 #include "platform/ado/odbc/FakeTds.h"
@@ -24,42 +25,28 @@ constexpr int PacketSize = 4096;
 constexpr int HeaderSize = 8;
 constexpr int CycleRows = 1000;  // after so many rows the same ones come again
 
-// Cuts bytes into packets as they come, and sends the last one as such.
-class Reply {
-  public:
-    explicit Reply(int fd) : fd_(fd) {}
+// What is sent over and over, cut into packets once.
+struct RowBlocks {
+    QByteArray header;
+    QByteArray cycle;
+};
 
-    bool Add(const QByteArray& bytes) {
-        pending_ += bytes;
-        QByteArray packets;
-        qsizetype at = 0;
-        // At least one byte stays for the last packet.
-        for (; pending_.size() - at > Room; at += Room) Packet(packets, pending_.mid(at, Room), 0);
-        pending_.remove(0, at);
-        return SendAll(fd_, packets);
-    }
-    bool End() {
-        QByteArray packets;
-        Packet(packets, pending_, 1);
-        return SendAll(fd_, packets);
-    }
-
-  private:
-    static constexpr qsizetype Room = PacketSize - HeaderSize;
-
-    static void Packet(QByteArray& packets, const QByteArray& body, char status) {
-        const auto length = static_cast<int>(body.size()) + HeaderSize;
+// Cuts `tokens` into packets of one message; its last one ends the message where `last`.
+QByteArray Packets(const QByteArray& tokens, bool last) {
+    constexpr qsizetype room = PacketSize - HeaderSize;
+    QByteArray packets;
+    for (qsizetype at = 0; at < tokens.size(); at += room) {
+        const qsizetype part = std::min(room, tokens.size() - at);
+        const auto length = static_cast<int>(part) + HeaderSize;
         packets += '\4';
-        packets += status;
+        packets += last && at + part == tokens.size() ? '\1' : '\0';
         packets += static_cast<char>(length >> 8);
         packets += static_cast<char>(length);
         packets += QByteArray::fromHex("00330100");
-        packets += body;
+        packets += tokens.mid(at, part);
     }
-
-    int fd_;
-    QByteArray pending_;
-};
+    return packets;
+}
 
 FakeTds Header() {
     FakeTds tokens;
@@ -67,7 +54,7 @@ FakeTds Header() {
                     FakeColumn::Float("d"), FakeColumn::Decimal("e", 18, 4),
                     FakeColumn::NVarChar("f", 40), FakeColumn::NVarChar("g", 100),
                     FakeColumn::VarChar("h", 20), FakeColumn::DateTime2("i", 3),
-                    FakeColumn::Date("j")});
+                    FakeColumn::Guid("j")});
     return tokens;
 }
 
@@ -85,48 +72,75 @@ QByteArray Rows(int count) {
                     QByteArray(1, 1) + Le(n * 12345, 8), orNull(Utf16(QString("name %1").arg(i))),
                     Utf16(QString("a description of row %1, Größe 5 €").arg(i)),
                     QByteArray("code ") + QByteArray::number(i), Le(n * 1000, 4) + Le(737000, 3),
-                    Le(737000 + n, 3)});
+                    Le(n * 0x9E3779B97F4A7C15ULL, 8) + Le(n * 0xC2B2AE3D27D4EB4FULL, 8)});
     }
     return tokens.Bytes().mid(start);
 }
 
-// The type of the client's next message; its end where 0.
-int SkipMessage(int fd) {
+struct Request {
+    int type = 0;  // 0: the client is gone
+    QByteArray body;
+};
+
+Request Receive(int fd) {
+    Request request;
     for (;;) {
         unsigned char header[HeaderSize];
-        if (recv(fd, header, sizeof header, MSG_WAITALL) != HeaderSize) return 0;
+        if (recv(fd, header, sizeof header, MSG_WAITALL) != HeaderSize) return {};
         const int rest = (header[2] << 8 | header[3]) - HeaderSize;
-        if (rest < 0) return 0;
+        if (rest < 0) return {};
         QByteArray body(rest, 0);
         // Reading nothing would wait for the next message.
         if (rest > 0 && recv(fd, body.data(), static_cast<std::size_t>(body.size()), MSG_WAITALL) !=
                             body.size())
-            return 0;
-        if (header[1] & 1) return header[0];
+            return {};
+        request.body += body;
+        request.type = header[0];
+        if (header[1] & 1) return request;
     }
 }
 
-bool Send(int fd, const QByteArray& tokens) {
-    Reply reply(fd);
-    return reply.Add(tokens) && reply.End();
+// The first number in a statement's text, else `otherwise`.
+int RowsAskedFor(const QByteArray& batch, int otherwise) {
+    constexpr int headers = 22;  // the text, UTF-16, lies behind them
+    int number = -1;
+    for (qsizetype at = headers; at + 1 < batch.size(); at += 2) {
+        const char digit = batch[at];
+        if (digit >= '0' && digit <= '9')
+            number = std::max(number, 0) * 10 + (digit - '0');
+        else if (number >= 0)
+            break;
+    }
+    return number >= 0 ? number : otherwise;
 }
 
-bool SendRows(int fd, int rows, const QByteArray& cycle) {
-    Reply reply(fd);
-    bool sent = reply.Add(Header().Bytes());
-    for (int i = 0; sent && i < rows; i += CycleRows) sent = reply.Add(cycle);
-    return sent && reply.Add(FakeTds().Done(rows).Bytes()) && reply.End();
+bool HasWord(int fd) {
+    char byte = 0;
+    return recv(fd, &byte, 1, MSG_PEEK | MSG_DONTWAIT) > 0;
 }
 
-void Serve(int fd, int rows, const QByteArray& cycle) {
-    if (!SkipMessage(fd) || !Send(fd, FakeTds::PreLogin())) return;
-    if (!SkipMessage(fd) || !Send(fd, FakeTds::LoginOk("bench"))) return;
+// Ends early where the client speaks up meanwhile: all that it can say is that it wants no more.
+bool SendRows(int fd, int rows, const RowBlocks& blocks) {
+    bool sent = SendAll(fd, blocks.header);
+    int left = rows;
+    for (; sent && left >= CycleRows && !HasWord(fd); left -= CycleRows)
+        sent = SendAll(fd, blocks.cycle);
+    if (left < CycleRows) sent = sent && SendAll(fd, Packets(Rows(left), false));
+    return sent && SendAll(fd, Packets(FakeTds().Done(rows), true));
+}
+
+void Serve(int fd, int rows, const RowBlocks& blocks) {
+    const auto send = [fd](const QByteArray& tokens) { return SendAll(fd, Packets(tokens, true)); };
+    if (!Receive(fd).type || !send(FakeTds::PreLogin())) return;
+    if (!Receive(fd).type || !send(FakeTds::LoginOk("bench"))) return;
     constexpr int attention = 6;
     const QByteArray oneChanged = FakeTds().Done(1);
-    while (const int type = SkipMessage(fd)) {
-        const bool sent = type == attention ? Send(fd, FakeTds::AttentionDone())
-                          : rows == 0       ? Send(fd, oneChanged)
-                                            : SendRows(fd, rows, cycle);
+    for (;;) {
+        const Request request = Receive(fd);
+        if (request.type == 0) return;
+        const bool sent = request.type == attention ? send(FakeTds::AttentionDone())
+                          : rows == 0               ? send(oneChanged)
+                                      : SendRows(fd, RowsAskedFor(request.body, rows), blocks);
         if (!sent) return;
     }
 }
@@ -141,14 +155,14 @@ RowServer::RowServer(int rows) {
         return;
     }
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const QByteArray cycle = Rows(CycleRows);
+    const RowBlocks blocks{Packets(Header(), false), Packets(Rows(CycleRows), false)};
     signal(SIGCHLD, SIG_IGN);
     for (;;) {
         const int fd = accept(listener, nullptr, nullptr);
         if (fd < 0) _exit(0);
         if (fork() == 0) {
             prctl(PR_SET_PDEATHSIG, SIGKILL);
-            Serve(fd, rows, cycle);
+            Serve(fd, rows, blocks);
             _exit(0);
         }
         close(fd);

@@ -10,9 +10,10 @@ namespace quarv::bench {
 
 class RowServer {
   public:
-    // Each answer has `rows` rows of ten columns: int, bigint, bit, float, decimal(18,4),
-    // nvarchar(40), nvarchar(100), varchar(20), datetime2(3) and date; every tenth row has nulls.
-    // With 0, each answer is that of a statement that changed one row.
+    // Each answer has as many rows as the first number in the statement says, `rows` without one.
+    // Their ten columns: int, bigint, bit, float, decimal(18,4), nvarchar(40), nvarchar(100),
+    // varchar(20), datetime2(3) and uniqueidentifier; every tenth row has nulls. With 0 `rows` each
+    // answer is that of a statement that changed one row.
     explicit RowServer(int rows);
     ~RowServer();
     RowServer(const RowServer&) = delete;
