@@ -1,11 +1,10 @@
 #include "platform/ado/ByteLog.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace quarv::ado {
 
-void ByteLog::Append(const void* bytes, quint64 count) {
+void ByteLog::AppendAcross(const void* bytes, quint64 count) {
     const char* from = static_cast<const char*>(bytes);
     while (count > 0) {
         const quint64 within = size_ % PieceSize;
@@ -31,6 +30,16 @@ quint64 ByteLog::Read(quint64 offset, void* to, quint64 count) const {
         left -= part;
     }
     return total;
+}
+
+quint64 ByteLog::ReadCount(quint64 offset, quint64& count) const {
+    count = 0;
+    quint64 size = 0;
+    for (quint8 byte = 0x80; byte & 0x80 && offset + size < size_ && size < 10; ++size) {
+        byte = At(offset + size);
+        count |= quint64{byte & 0x7FU} << (7 * size);
+    }
+    return size;
 }
 
 void ByteLog::Truncate(quint64 size) {

@@ -85,10 +85,7 @@ DataControl::Result DataControl::Run(Connection& connection) const {
     if (!records) return result;
     const ado::Fields& fields = records->Fields();
     result.rows = RowStore(fields.Count());
-    for (int i = 0; i < fields.Count(); ++i) {
-        result.source.push_back(&fields[i]);
-        result.fields.append(fields[i].Name());
-    }
+    for (int i = 0; i < fields.Count(); ++i) result.fields.append(fields[i].Name());
     result.records = std::move(records);
     return result;
 }
@@ -121,7 +118,7 @@ void DataControl::ReadRow() {
 // Leaves the record set on the next row whether or not this one could be read.
 void DataControl::AppendRow() {
     try {
-        for (const Field* field : result_.source) result_.rows.Append(field->Value());
+        result_.records->WriteRow(result_.rows);
     } catch (const DataError& error) {
         result_.rows.DropUnfinishedRow();
         if (IsLoss(error)) throw;
@@ -134,7 +131,6 @@ void DataControl::AppendRow() {
 }
 
 void DataControl::RunRest() {
-    result_.source.clear();
     const RecordsetPtr records = std::move(result_.records);
     for (const DataError& error : ErrorsOfRest(*connection_, records))
         result_.errors.push_back(error);

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <deque>
-#include <vector>
 
 #include "base/DataError.h"
 #include "base/RowSource.h"
@@ -47,9 +46,8 @@ class DataControl : public RowSource {
     struct Result {
         QStringList fields;
         RowStore rows;
-        RecordsetPtr records;              // empty once its batch was run to the end
-        std::vector<const Field*> source;  // the columns of `records`
-        std::deque<DataError> errors;      // met and not yet raised
+        RecordsetPtr records;          // empty once its batch was run to the end
+        std::deque<DataError> errors;  // met and not yet raised
     };
 
     bool MayReuseConnection() const;

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "base/Value.h"
+#include "platform/ado/CellSink.h"
 #include "platform/ado/ObjectState.h"
 
 #undef EOF  // a macro of <cstdio> that nothing here needs; the record set's member has the name
@@ -51,6 +52,9 @@ class Recordset {
     // Steps to the next row. Raises 3704 when closed, 3021 when already past the end.
     virtual void MoveNext() = 0;
     virtual const ado::Fields& Fields() const = 0;
+    // Appends the value of every field of the current row. Raises what EOF and Value raise, with
+    // the values before the failing one appended.
+    virtual void WriteRow(CellSink& sink) const;
     // The next result of the same command: open, or closed for a result without rows; null when
     // there is none left. This record set is closed by it. Errors of later statements are raised
     // here, each once; calling again goes on behind the failed statement.

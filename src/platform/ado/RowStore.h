@@ -6,10 +6,16 @@
 
 #include "base/RowSource.h"
 #include "platform/ado/ByteLog.h"
+#include "platform/ado/CellSink.h"
+#include "platform/ado/PackedText.h"
 
 namespace quarv::ado {
 
-class RowStore {
+class PackedNumber;
+
+// What is appended is the next cell, the columns of a row in turn. Without columns that raises
+// InvalidProcedureCall.
+class RowStore : public CellSink {
   public:
     // Without columns nothing can be stored.
     explicit RowStore(int columnCount = 0) : columnCount_(columnCount) {}
@@ -18,9 +24,16 @@ class RowStore {
     // Whole rows; one that is still being written is not counted.
     qint64 RowCount() const { return rowCount_; }
 
-    // Writes the next cell, the columns of a row in turn. Raises TypeMismatch for an object, which
-    // writes nothing, and InvalidProcedureCall without columns.
-    void Append(const Value& value);
+    void AppendEmpty() override;
+    void AppendNull() override;
+    void AppendBoolean(bool value) override;
+    void AppendInteger(qint64 value) override;
+    void AppendSingle(float value) override;
+    void AppendFloating(double value) override;
+    void AppendDecimal(const Decimal& value) override;
+    void AppendText(QStringView value) override;
+    void AppendDateTime(const DateTime& value) override;
+    void AppendBytes(QByteArrayView value) override;
     // Gives up the cells of the row that is being written.
     void DropUnfinishedRow();
 
@@ -41,20 +54,20 @@ class RowStore {
         quint64 length;  // of its bytes
     };
 
-    void WriteValue(const Value& value);
-    void Write(quint8 code, const void* bytes, quint64 length);
-    // `count` bytes of a number, without the zeros at their end.
-    void WriteTrimmed(quint8 code, const void* bytes, quint64 count);
-    void WriteText(const QString& text);
+    void BeginCell();
+    void EndCell();
+    void AppendNumber(quint8 code, const PackedNumber& number);
+    void WriteHead(quint8 code, quint64 length);
     // Raises SubscriptOutOfRange outside the whole rows.
     Cell Find(qint64 row, int column) const;
     Cell CellAt(quint64 offset) const;
-    Value Decode(const Cell& cell) const;
-    QString TextOf(const Cell& cell) const;
-    QByteArray BytesOf(const Cell& cell) const;
+    static PackedText::Place PlaceOf(const Cell& cell);
+    // At most `most` units of a text or bytes.
+    Value Decode(const Cell& cell, qint64 most) const;
+    Value NumberOf(const Cell& cell) const;
 
     // Every so many cells the offset is noted; from there a cell is found by skipping.
-    static constexpr quint64 MarkDistance = 16;
+    static constexpr quint64 MarkDistance = 32;
 
     int columnCount_;
     qint64 rowCount_ = 0;

@@ -1,6 +1,7 @@
 #include "platform/ado/Conformance.h"
 
 #include "platform/ado/ErrorOf.h"
+#include "platform/ado/WrittenRow.h"
 
 namespace quarv::test {
 
@@ -59,6 +60,24 @@ TEST_P(ConformanceTest, RowsArriveInOrderWithNullsAndText) {
     EXPECT_EQ(ErrorOf([&] { rows->MoveNext(); }).Number(), -2146825267);
     EXPECT_EQ(ErrorOf([&] { (*rows)["id"]; }).Number(), -2146825267);
     EXPECT_EQ(rows->NextRecordset(), nullptr);
+}
+
+TEST_P(ConformanceTest, RowsAreWrittenWhole) {
+    const auto rows = connection_->Execute(AllRows);
+    for (int again = 0; again < 2; ++again) {
+        const std::vector<Value> row = WrittenRow(*rows);
+        EXPECT_EQ(row.at(0).ToInteger(), 1);
+        EXPECT_EQ(row.at(1).Text(), QStringLiteral("one"));
+    }
+    EXPECT_EQ((*rows)["name"].Text(), QStringLiteral("one"));
+    rows->MoveNext();
+    EXPECT_TRUE(WrittenRow(*rows).at(1).IsNull());
+    rows->MoveNext();
+    EXPECT_EQ((*rows)["name"].Text(), QStringLiteral("drei 😀"));
+    EXPECT_EQ(WrittenRow(*rows).at(0).ToInteger(), 3);
+    EXPECT_EQ(WrittenRow(*rows).at(1).Text(), QStringLiteral("drei 😀"));
+    rows->MoveNext();
+    EXPECT_EQ(ErrorOf([&] { WrittenRow(*rows); }).Number(), -2146825267);
 }
 
 TEST_P(ConformanceTest, UnknownFieldIsRefused) {

@@ -16,40 +16,92 @@ bool Load(const Cell& cell, T& value) {
     return true;
 }
 
-template <class T>
-Value Number(const Cell& cell) {
-    T value{};
-    return Load(cell, value) ? Value(value) : Value::Null();
+// The value last appended.
+class ValueMaker final : public CellSink {
+  public:
+    Value Take() { return std::move(value_); }
+
+    void AppendEmpty() override { value_ = Value(); }
+    void AppendNull() override { value_ = Value::Null(); }
+    void AppendBoolean(bool value) override { value_ = value; }
+    void AppendInteger(qint64 value) override { value_ = value; }
+    void AppendSingle(float value) override { value_ = value; }
+    void AppendFloating(double value) override { value_ = value; }
+    void AppendDecimal(const Decimal& value) override { value_ = value; }
+    void AppendText(QStringView value) override { value_ = value.toString(); }
+    void AppendDateTime(const DateTime& value) override { value_ = value; }
+    void AppendBytes(QByteArrayView value) override { value_ = value.toByteArray(); }
+
+  private:
+    Value value_;
+};
+
+void WriteBoolean(const Cell& cell, CellSink& sink) {
+    qint64 value = 0;
+    Load(cell, value) ? sink.AppendBoolean(value != 0) : sink.AppendNull();
 }
 
-Value Boolean(const Cell& cell) {
+void WriteInteger(const Cell& cell, CellSink& sink) {
     qint64 value = 0;
-    return Load(cell, value) ? Value(value != 0) : Value::Null();
+    Load(cell, value) ? sink.AppendInteger(value) : sink.AppendNull();
+}
+
+void WriteSingle(const Cell& cell, CellSink& sink) {
+    float value = 0;
+    Load(cell, value) ? sink.AppendSingle(value) : sink.AppendNull();
+}
+
+void WriteFloating(const Cell& cell, CellSink& sink) {
+    double value = 0;
+    Load(cell, value) ? sink.AppendFloating(value) : sink.AppendNull();
 }
 
 // Digits are widened on the stack: one decimal a cell must not cost a string.
-Value DecimalNumber(const Cell& cell) {
+void WriteDecimal(const Cell& cell, CellSink& sink) {
     std::array<char16_t, 64> digits;
     const auto count = static_cast<std::size_t>(cell.length);
     if (count < digits.size()) {
         for (std::size_t i = 0; i < count; ++i)
             digits[i] = static_cast<unsigned char>(cell.data[i]);
         if (const auto decimal = Decimal::Parse(QStringView(digits.data(), cell.length)))
-            return Value(*decimal);
+            return sink.AppendDecimal(*decimal);
     }
-    return Value(QString::fromLatin1(cell.data, cell.length));
+    sink.AppendText(QString::fromLatin1(cell.data, cell.length));
 }
 
-Value Text(const Cell& cell, bool withoutMark) {
-    QString text(cell.length / 2, Qt::Uninitialized);
-    if (!text.isEmpty())
-        std::memcpy(text.data(), cell.data, static_cast<std::size_t>(text.size()) * 2);
-    if (withoutMark && text.startsWith(QChar(0xFEFF))) text.remove(0, 1);
-    return Value(std::move(text));
+// Every result keeps its cells' bytes at even addresses.
+QStringView TextOf(const Cell& cell) {
+    return {reinterpret_cast<const char16_t*>(cell.data), cell.length / 2};
 }
 
-Value Checked(const DateTime& value) {
-    return value.IsValid() ? Value(value) : Value::Null();
+void WriteXml(const Cell& cell, CellSink& sink) {
+    const QStringView text = TextOf(cell);
+    sink.AppendText(text.startsWith(QChar(0xFEFF)) ? text.sliced(1) : text);
+}
+
+// As the server writes it: groups of capital digits, the first three of them numbers.
+void WriteGuid(const Cell& cell, CellSink& sink) {
+    SQLGUID guid{};
+    if (!Load(cell, guid)) return sink.AppendNull();
+    std::array<char16_t, 36> text;
+    char16_t* at = text.data();
+    const auto put = [&at](quint32 number, int digits) {
+        while (digits-- > 0) *at++ = u"0123456789ABCDEF"[(number >> (4 * digits)) & 15];
+    };
+    put(guid.Data1, 8);
+    for (const quint32 group : {guid.Data2, guid.Data3}) {
+        *at++ = u'-';
+        put(group, 4);
+    }
+    for (int i = 0; i < 8; ++i) {
+        if (i == 0 || i == 2) *at++ = u'-';
+        put(guid.Data4[i], 2);
+    }
+    sink.AppendText(QStringView(text.data(), text.size()));
+}
+
+void WriteChecked(const DateTime& value, CellSink& sink) {
+    value.IsValid() ? sink.AppendDateTime(value) : sink.AppendNull();
 }
 
 template <class T>
@@ -82,22 +134,22 @@ void SetTimestamp(DateTime& value, const SQL_TIMESTAMP_STRUCT& raw, quint8 digit
     SetFraction(value, raw.fraction, digits);  // the driver counts nanoseconds
 }
 
-Value Date(const Cell& cell) {
+void WriteDate(const Cell& cell, CellSink& sink) {
     SQL_DATE_STRUCT raw{};
-    if (!Load(cell, raw)) return Value::Null();
+    if (!Load(cell, raw)) return sink.AppendNull();
     DateTime value;
     value.kind = DateTime::Kind::Date;
     SetDate(value, raw);
-    return Checked(value);
+    WriteChecked(value, sink);
 }
 
-Value Time(const Cell& cell) {
+void WriteTime(const Cell& cell, CellSink& sink) {
     SQL_TIME_STRUCT raw{};
-    if (!Load(cell, raw)) return Value::Null();
+    if (!Load(cell, raw)) return sink.AppendNull();
     DateTime value;
     value.kind = DateTime::Kind::Time;
     SetTime(value, raw);
-    return Checked(value);
+    WriteChecked(value, sink);
 }
 
 struct ExactTime {
@@ -105,22 +157,22 @@ struct ExactTime {
     quint32 nanoseconds;
 };
 
-Value TimeExact(const Column& column, const Cell& cell) {
+void WriteTimeExact(const Column& column, const Cell& cell, CellSink& sink) {
     ExactTime raw{};
-    if (!Load(cell, raw)) return Value::Null();
+    if (!Load(cell, raw)) return sink.AppendNull();
     DateTime value;
     value.kind = DateTime::Kind::Time;
     SetTime(value, raw);
     SetFraction(value, raw.nanoseconds, column.fractionDigits);
-    return Checked(value);
+    WriteChecked(value, sink);
 }
 
-Value Timestamp(const Column& column, const Cell& cell) {
+void WriteTimestamp(const Column& column, const Cell& cell, CellSink& sink) {
     SQL_TIMESTAMP_STRUCT raw{};
-    if (!Load(cell, raw)) return Value::Null();
+    if (!Load(cell, raw)) return sink.AppendNull();
     DateTime value;
     SetTimestamp(value, raw, column.fractionDigits);
-    return Checked(value);
+    WriteChecked(value, sink);
 }
 
 struct TimestampOffset {
@@ -128,51 +180,57 @@ struct TimestampOffset {
     qint16 hours, minutes;
 };
 
-Value TimeOffset(const Column& column, const Cell& cell) {
+void WriteTimeOffset(const Column& column, const Cell& cell, CellSink& sink) {
     TimestampOffset raw{};
-    if (!Load(cell, raw)) return Value::Null();
+    if (!Load(cell, raw)) return sink.AppendNull();
     DateTime value;
     value.kind = DateTime::Kind::DateTimeOffset;
     SetTimestamp(value, raw.local, column.fractionDigits);
     value.offsetMinutes = static_cast<qint16>(raw.hours * 60 + raw.minutes);
-    return Checked(value);
+    WriteChecked(value, sink);
 }
 
 }  // namespace
 
-Value ToValue(const Column& column, const Cell& cell) {
-    if (cell.IsNull()) return Value::Null();
+void WriteCell(const Column& column, const Cell& cell, CellSink& sink) {
+    if (cell.IsNull()) return sink.AppendNull();
     switch (column.kind) {
         case CellKind::Boolean:
-            return Boolean(cell);
+            return WriteBoolean(cell, sink);
         case CellKind::Integer:
-            return Number<qint64>(cell);
+            return WriteInteger(cell, sink);
         case CellKind::Single:
-            return Number<float>(cell);
+            return WriteSingle(cell, sink);
         case CellKind::Floating:
-            return Number<double>(cell);
+            return WriteFloating(cell, sink);
         case CellKind::Decimal:
-            return DecimalNumber(cell);
+            return WriteDecimal(cell, sink);
         case CellKind::Text:
-            return Text(cell, false);
+            return sink.AppendText(TextOf(cell));
         case CellKind::Xml:
-            return Text(cell, true);
+            return WriteXml(cell, sink);
         case CellKind::Guid:
-            return Value(QString::fromLatin1(cell.data, cell.length));
+            return WriteGuid(cell, sink);
         case CellKind::Bytes:
-            return Value(QByteArray(cell.data, cell.length));
+            return sink.AppendBytes(QByteArrayView(cell.data, cell.length));
         case CellKind::Date:
-            return Date(cell);
+            return WriteDate(cell, sink);
         case CellKind::Time:
-            return Time(cell);
+            return WriteTime(cell, sink);
         case CellKind::TimeExact:
-            return TimeExact(column, cell);
+            return WriteTimeExact(column, cell, sink);
         case CellKind::Timestamp:
-            return Timestamp(column, cell);
+            return WriteTimestamp(column, cell, sink);
         case CellKind::TimeOffset:
-            return TimeOffset(column, cell);
+            return WriteTimeOffset(column, cell, sink);
     }
-    return Value::Null();
+    sink.AppendNull();
+}
+
+Value ToValue(const Column& column, const Cell& cell) {
+    ValueMaker value;
+    WriteCell(column, cell, value);
+    return value.Take();
 }
 
 }  // namespace quarv::ado::odbc

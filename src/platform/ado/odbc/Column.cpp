@@ -48,7 +48,7 @@ constexpr std::array Types{
     TypeRow{SQL_WLONGVARCHAR, SQL_C_WCHAR, CellKind::Text, Width::Unbounded, 0},
     TypeRow{SqlVariant, SQL_C_WCHAR, CellKind::Text, Width::Unbounded, 0},
     TypeRow{SqlXml, SQL_C_WCHAR, CellKind::Xml, Width::Unbounded, 0},
-    TypeRow{SQL_GUID, SQL_C_CHAR, CellKind::Guid, Width::Fixed, 37},
+    TypeRow{SQL_GUID, SQL_C_GUID, CellKind::Guid, Width::Fixed, sizeof(SQLGUID)},
     TypeRow{SQL_BINARY, SQL_C_BINARY, CellKind::Bytes, Width::ByteCount, 0},
     TypeRow{SQL_VARBINARY, SQL_C_BINARY, CellKind::Bytes, Width::ByteCount, 0},
     TypeRow{SQL_LONGVARBINARY, SQL_C_BINARY, CellKind::Bytes, Width::Unbounded, 0},

@@ -17,7 +17,7 @@ enum class CellKind : quint8 {
     Decimal,   // ASCII digits
     Text,      // UTF-16
     Xml,       // UTF-16, perhaps with a byte order mark
-    Guid,      // ASCII
+    Guid,      // SQLGUID
     Bytes,
     Date,        // SQL_DATE_STRUCT
     Time,        // SQL_TIME_STRUCT

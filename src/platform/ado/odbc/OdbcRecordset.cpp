@@ -34,8 +34,15 @@ bool OdbcRecordset::EOF() const {
 }
 
 void OdbcRecordset::MoveNext() {
-    if (EOF()) throw MakeDataError(DataErrorCode::NoCurrentRow);
+    RequireRow();
     position_ = Position::BeforeRow;
+}
+
+void OdbcRecordset::WriteRow(CellSink& sink) const {
+    RequireRow();
+    Result& result = *command_->Current();
+    const std::vector<Column>& columns = result.Columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) WriteCell(columns[i], result.Read(i), sink);
 }
 
 RecordsetPtr OdbcRecordset::NextRecordset() {
@@ -76,6 +83,10 @@ void OdbcRecordset::RequireOpen() const {
     if (State() != adStateOpen) throw MakeDataError(DataErrorCode::ObjectClosed);
 }
 
+void OdbcRecordset::RequireRow() const {
+    if (EOF()) throw MakeDataError(DataErrorCode::NoCurrentRow);
+}
+
 void OdbcRecordset::FetchIfNeeded() const {
     if (position_ != Position::BeforeRow) return;
     position_ = Position::AtEnd;  // holds where Fetch raises
@@ -83,7 +94,7 @@ void OdbcRecordset::FetchIfNeeded() const {
 }
 
 quarv::Value OdbcRecordset::OdbcField::Value() const {
-    if (owner_.EOF()) throw MakeDataError(DataErrorCode::NoCurrentRow);
+    owner_.RequireRow();
     const Cell cell = owner_.command_->Current()->Read(index_);
     if (column_.kind != CellKind::Text) return ToValue(column_, cell);
     if (IsLast(cell)) return last_;

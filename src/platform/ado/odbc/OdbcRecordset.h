@@ -20,6 +20,7 @@ class OdbcRecordset : public Recordset, private ado::Fields {
     bool EOF() const override;
     void MoveNext() override;
     const ado::Fields& Fields() const override { return *this; }
+    void WriteRow(CellSink& sink) const override;
     RecordsetPtr NextRecordset() override;
     void Close() override;
 
@@ -48,6 +49,7 @@ class OdbcRecordset : public Recordset, private ado::Fields {
     const Field& operator[](int index) const override;
     const Field& operator[](const QString& name) const override;
     void RequireOpen() const;
+    void RequireRow() const;
     void FetchIfNeeded() const;
 
     std::shared_ptr<OdbcCommand> command_;  // empty once handed on or given up

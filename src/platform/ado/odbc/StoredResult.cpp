@@ -9,6 +9,11 @@ namespace {
 
 constexpr std::size_t BlockSize = 1024 * 1024;
 
+// UTF-16 is read where it lies, so every cell begins at an even offset.
+std::size_t Padded(std::size_t size) {
+    return size + size % 2;
+}
+
 }  // namespace
 
 StoredResult::StoredResult(Result& source, bool onRow)
@@ -30,6 +35,7 @@ void StoredResult::Append(Result& source) {
         const auto* length = reinterpret_cast<const char*>(&cell.length);
         building_.insert(building_.end(), length, length + sizeof cell.length);
         if (!cell.IsNull()) building_.insert(building_.end(), cell.data, cell.data + cell.length);
+        building_.resize(Padded(building_.size()));
     }
     if (blocks_.empty() ||
         blocks_.back().bytes.capacity() - blocks_.back().bytes.size() < building_.size()) {
@@ -67,7 +73,7 @@ void StoredResult::FindCells() {
         std::memcpy(&cell.length, data + at_, sizeof cell.length);
         at_ += sizeof cell.length;
         cell.data = cell.IsNull() ? nullptr : data + at_;
-        if (!cell.IsNull()) at_ += static_cast<std::size_t>(cell.length);
+        if (!cell.IsNull()) at_ += Padded(static_cast<std::size_t>(cell.length));
     }
 }
 

@@ -22,7 +22,8 @@ class StoredResult : public Result {
     Cell Read(std::size_t column) override;
 
   private:
-    // A row is, cell by cell, the length (qint64, Cell::NullLength for null) and the bytes.
+    // A row is, cell by cell, the length (qint64, Cell::NullLength for null) and the bytes,
+    // an even number of them.
     struct Block {
         std::vector<char> bytes;
     };
