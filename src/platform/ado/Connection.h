@@ -22,8 +22,11 @@ class Connection : public Object {
     // accepted for its callers' sake (-1: unspecified). Raises DataError within the timeout.
     virtual void Open(const QString& connectionString = {}, const QString& user = {},
                       const QString& password = {}, int options = -1) = 0;
+    // A connection that was found lost is closed: it may be opened again, what else is asked of it
+    // raises the loss. Nothing is sent to find out, so a loss shows only once something was asked.
     virtual ObjectState State() const = 0;
-    // Raises 3704 where not open. Record sets of this connection end.
+    // Raises 3704 where never opened or already closed; not for a lost one. Record sets of this
+    // connection end.
     virtual void Close() = 0;
 
     // Runs `sql`; its first result, closed where that has no rows. An empty text succeeds with a

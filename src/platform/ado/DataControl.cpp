@@ -6,14 +6,19 @@ namespace quarv::ado {
 
 namespace {
 
-// No further answer comes over the connection. SQLSTATE class 08 is "connection exception".
-bool IsLoss(const DataError& error) {
+// No further answer comes over the connection. SQLSTATE class 08 is "connection exception"; where
+// the server said other last words, the connection knows.
+bool IsLost(const Connection& connection, const DataError& error) {
     return error.SqlState().startsWith(QLatin1String("08")) ||
-           error.Number() == DataErrorNumber(DataErrorCode::InvalidConnection);
+           error.Number() == DataErrorNumber(DataErrorCode::InvalidConnection) ||
+           connection.State() == adStateClosed;
 }
 
-void CloseIfLost(Connection& connection, const DataError& error) {
-    if (IsLoss(error) && connection.State() == adStateOpen) connection.Close();
+// True where the connection was lost: what it had to say is said.
+bool ClosedAsLost(Connection& connection, const DataError& error) {
+    if (!IsLost(connection, error)) return false;
+    if (connection.State() == adStateOpen) connection.Close();
+    return true;
 }
 
 bool HasColumns(const Recordset& records) {
@@ -23,12 +28,12 @@ bool HasColumns(const Recordset& records) {
 // Runs the batch behind the current result of `records` to its end; the errors met.
 std::deque<DataError> ErrorsOfRest(Connection& connection, RecordsetPtr records) {
     std::deque<DataError> errors;
-    while (records && connection.State() == adStateOpen) {
+    while (records) {
         try {
             records = records->NextRecordset();
         } catch (const DataError& error) {
             errors.push_back(error);
-            CloseIfLost(connection, error);
+            if (ClosedAsLost(connection, error)) break;
         }
     }
     return errors;
@@ -78,8 +83,7 @@ DataControl::Result DataControl::Run(Connection& connection) const {
         // Many a failure shows only where the first row is made: a division by zero.
         if (records) records->EOF();
     } catch (const DataError& error) {
-        CloseIfLost(connection, error);
-        ErrorsOfRest(connection, records);
+        if (!ClosedAsLost(connection, error)) ErrorsOfRest(connection, records);
         throw;
     }
     if (!records) return result;
@@ -110,7 +114,10 @@ void DataControl::ReadRow() {
         }
     } catch (const DataError& error) {
         result_.errors.push_back(error);
-        CloseIfLost(*connection_, error);
+        if (ClosedAsLost(*connection_, error)) {
+            result_.records.reset();
+            return;
+        }
     }
     RunRest();
 }
@@ -121,7 +128,7 @@ void DataControl::AppendRow() {
         result_.records->WriteRow(result_.rows);
     } catch (const DataError& error) {
         result_.rows.DropUnfinishedRow();
-        if (IsLoss(error)) throw;
+        if (IsLost(*connection_, error)) throw;
         result_.errors.push_back(error);
     } catch (...) {
         result_.rows.DropUnfinishedRow();

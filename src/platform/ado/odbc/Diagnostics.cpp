@@ -2,6 +2,7 @@
 
 #include <sqlext.h>
 
+#include <algorithm>
 #include <array>
 
 #include "platform/ado/DataErrors.h"
@@ -10,8 +11,13 @@ namespace quarv::ado::odbc {
 
 namespace {
 
-// The driver's extension of SQLGetDiagField that gives the line within the batch.
+// The driver's extensions of SQLGetDiagField: the line within the batch, and what is named the
+// message's state, in which this driver gives the severity.
 constexpr SQLSMALLINT LineField = -1154;
+constexpr SQLSMALLINT SeverityField = -1150;
+
+// From here on the server ends the session with its message ("Database Engine Error Severities").
+constexpr int FatalSeverity = 20;
 
 // A hostile server can send as many messages as it likes; nobody reads beyond these.
 constexpr SQLSMALLINT MostRecords = 64;
@@ -36,13 +42,14 @@ QString ReadMessage(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number,
     return QString::fromUtf16(reinterpret_cast<const char16_t*>(text.data()));
 }
 
-int ReadLine(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number) {
-    // The field has 16 bits; a driver that writes more finds room.
-    std::array<quint16, 4> line{};
+// 0 where the driver does not have the field.
+int ReadField(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT number, SQLSMALLINT field) {
+    // It has 16 bits; a driver that writes more finds room.
+    std::array<quint16, 4> value{};
     SQLSMALLINT length = 0;
     const SQLRETURN rc =
-        SQLGetDiagFieldW(type, handle, number, LineField, line.data(), sizeof line, &length);
-    return SQL_SUCCEEDED(rc) ? line[0] : 0;
+        SQLGetDiagFieldW(type, handle, number, field, value.data(), sizeof value, &length);
+    return SQL_SUCCEEDED(rc) ? value[0] : 0;
 }
 
 }  // namespace
@@ -74,7 +81,8 @@ Diagnostics::Diagnostics(SQLSMALLINT type, SQLHANDLE handle) {
         const QString message = ReadMessage(type, handle, number, record);
         if (record.sqlState.isEmpty()) break;
         record.message = WithoutPrefixes(message).trimmed();
-        record.line = ReadLine(type, handle, number);
+        record.line = ReadField(type, handle, number, LineField);
+        record.severity = ReadField(type, handle, number, SeverityField);
         records_.push_back(std::move(record));
     }
 }
@@ -89,6 +97,12 @@ bool Diagnostics::HasState(const char* sqlState) const {
     for (const DiagnosticRecord& record : records_)
         if (record.sqlState == QLatin1String(sqlState)) return true;
     return false;
+}
+
+bool Diagnostics::EndsSession() const {
+    return std::any_of(records_.begin(), records_.end(), [](const DiagnosticRecord& record) {
+        return record.severity >= FatalSeverity && !record.IsFromDriver();
+    });
 }
 
 const DiagnosticRecord* Diagnostics::FindNative(std::initializer_list<int> numbers) const {

@@ -14,8 +14,9 @@ namespace quarv::ado::odbc {
 struct DiagnosticRecord {
     QString sqlState;
     int nativeError = 0;
-    QString message;  // without prefixes
-    int line = 0;     // 1-based within the batch; 0 where unknown
+    QString message;   // without prefixes
+    int line = 0;      // 1-based within the batch; 0 where unknown
+    int severity = 0;  // as the server counts it; 0 where unknown
 
     // A note that accompanies success, by its class "01".
     bool IsNote() const { return sqlState.startsWith(QLatin1String("01")); }
@@ -33,6 +34,8 @@ class Diagnostics {
     // The first record that is an error, else the first one; null where there is none.
     const DiagnosticRecord* Cause() const;
     bool HasState(const char* sqlState) const;
+    // The server says why it ends the session; the connection is lost behind it.
+    bool EndsSession() const;
     // The first record with one of the numbers, in the order of the numbers; null where none has.
     const DiagnosticRecord* FindNative(std::initializer_list<int> numbers) const;
 

@@ -132,7 +132,8 @@ void OdbcCommand::SkipRows() {
 bool OdbcCommand::AdvanceLive() {
     SkipRows();
     const SQLRETURN rc = SQLMoreResults(statement_.get());
-    if (rc == SQL_NO_DATA) {
+    // The loss that a server announced is no error of its own.
+    if (rc == SQL_NO_DATA || session_->IsDeadAsSaid()) {
         EndLive();
         return false;
     }

@@ -98,17 +98,22 @@ OdbcConnection::OdbcConnection(QString localServer) : localServer_(std::move(loc
 OdbcConnection::~OdbcConnection() = default;
 
 void OdbcConnection::SetConnectionString(const QString& text) {
-    if (session_) throw MakeDataError(DataErrorCode::ObjectOpen);
+    RequireClosed();
     connectionString_ = text;
 }
 
 void OdbcConnection::Open(const QString& connectionString, const QString& user,
                           const QString& password, int) {
-    if (session_) throw MakeDataError(DataErrorCode::ObjectOpen);
+    RequireClosed();
+    session_.reset();
     if (!connectionString.isEmpty()) connectionString_ = connectionString;
     const ConnectionSettings settings = ConnectionSettings::Read(connectionString_, user, password);
     const int seconds = settings.connectTimeout.value_or(connectionTimeout_);
     session_ = Opening(settings, seconds, localServer_).Open();
+}
+
+ObjectState OdbcConnection::State() const {
+    return session_ && !session_->IsDead() ? adStateOpen : adStateClosed;
 }
 
 void OdbcConnection::Close() {
@@ -141,6 +146,10 @@ void OdbcConnection::SetCommandTimeout(int seconds) {
 
 void OdbcConnection::RequireOpen() const {
     if (!session_) throw MakeDataError(DataErrorCode::ObjectClosed);
+}
+
+void OdbcConnection::RequireClosed() const {
+    if (State() == adStateOpen) throw MakeDataError(DataErrorCode::ObjectOpen);
 }
 
 }  // namespace quarv::ado::odbc

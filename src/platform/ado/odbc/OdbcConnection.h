@@ -19,7 +19,7 @@ class OdbcConnection : public Connection {
     void SetConnectionString(const QString& text) override;
     void Open(const QString& connectionString, const QString& user, const QString& password,
               int options) override;
-    ObjectState State() const override { return session_ ? adStateOpen : adStateClosed; }
+    ObjectState State() const override;
     void Close() override;
     RecordsetPtr Execute(const QString& sql, int options) override;
     RecordsetPtr OpenSchema(Schema schema) override;
@@ -30,6 +30,7 @@ class OdbcConnection : public Connection {
 
   private:
     void RequireOpen() const;
+    void RequireClosed() const;
 
     QString localServer_;
     QString connectionString_;

@@ -55,8 +55,9 @@ bool OdbcSession::IsDead() const {
     return SQL_SUCCEEDED(rc) && dead == SQL_CD_TRUE;
 }
 
-DataError OdbcSession::StatementError(SQLHSTMT statement) const {
+DataError OdbcSession::StatementError(SQLHSTMT statement) {
     const Diagnostics diagnostics(SQL_HANDLE_STMT, statement);
+    endSaid_ = endSaid_ || diagnostics.EndsSession();
     return diagnostics.StatementError(IsDead());
 }
 

@@ -28,7 +28,9 @@ class OdbcSession {
     // SQLGetData takes columns in any order, those before the last bound one included.
     bool ReadsInAnyOrder() const { return anyOrder_; }
     // The error of the last call on `statement`.
-    DataError StatementError(SQLHSTMT statement) const;
+    DataError StatementError(SQLHSTMT statement);
+    // The connection is dead and an error has said why.
+    bool IsDeadAsSaid() const { return endSaid_ && IsDead(); }
 
     // Reads the busy command's remaining results into memory, so that another command can run.
     void Free();
@@ -39,6 +41,7 @@ class OdbcSession {
     ConnectionHandle connection_;
     bool anyOrder_;
     bool closed_ = false;
+    bool endSaid_ = false;  // the server has said why it ends the session
     std::weak_ptr<OdbcCommand> busy_;
 };
 

@@ -187,6 +187,25 @@ TEST(OdbcConnection, ConnectionStringIsFixedWhileOpen) {
     EXPECT_EQ(connection->State(), ado::adStateOpen);
 }
 
+TEST(OdbcConnection, LostConnectionIsClosedAndMayBeOpenedAgain) {
+    FakeServer server(FakeTds().Columns({FakeColumn::Int("n")}).Row({Le(7, 4)}).Done(1));
+    const auto connection = Open(server);
+    server.CutOff();
+    EXPECT_EQ(connection->State(), ado::adStateOpen) << "nothing was asked since";
+    for (int again = 0; again < 2; ++again)
+        EXPECT_EQ(ErrorOf([&] { connection->Execute(QStringLiteral("select n")); }).SqlState(),
+                  QStringLiteral("08S01"));
+    EXPECT_EQ(connection->State(), ado::adStateClosed);
+    connection->SetConnectionString(server.ConnectionString());
+    connection->Open();
+    EXPECT_EQ(connection->State(), ado::adStateOpen);
+    EXPECT_EQ((*connection->Execute(QStringLiteral("select n")))["n"].ToInteger(), 7);
+    server.CutOff();
+    ErrorOf([&] { connection->Execute(QStringLiteral("select n")); });
+    connection->Close();
+    EXPECT_EQ(ErrorOf([&] { connection->Close(); }).Number(), -2146824584);
+}
+
 TEST(OdbcConnection, ClosedConnectionRefusesCommands) {
     const auto connection = NewConnection();
     EXPECT_EQ(ErrorOf([&] { connection->Execute("select 1"); }).Number(), -2146824584);

@@ -12,10 +12,19 @@ using C = FakeColumn;
 
 constexpr qint64 Everything = 0x7FFFFFFFFFFFFFFF;
 
-FakeTds& Numbers(FakeTds& answer, int count, bool more = false) {
+FakeTds& Rows(FakeTds& answer, int count) {
     answer.Columns({C::Int("n")});
     for (int i = 0; i < count; ++i) answer.Row({Le(static_cast<quint64>(i), 4)});
-    return answer.Done(count, more);
+    return answer;
+}
+
+FakeTds& Numbers(FakeTds& answer, int count, bool more = false) {
+    return Rows(answer, count).Done(count, more);
+}
+
+// What a server says when somebody ends the session; its SQLSTATE speaks of no loss.
+FakeTds& LastWords(FakeTds& answer) {
+    return answer.Error(596, "The session was ended.", 1, 21).DoneError(true);
 }
 
 QByteArray Answer(const QString& sql) {
@@ -24,6 +33,14 @@ QByteArray Answer(const QString& sql) {
     if (sql == QLatin1String("dies")) return Numbers(answer, 3, true).Raw(FakeServer::ThenClose);
     if (sql == QLatin1String("later"))
         return Numbers(answer, 2, true).Error(8134, "Divide by zero.").DoneError();
+    if (sql == QLatin1String("killed"))
+        return LastWords(Rows(answer, 3)).Raw(FakeServer::ThenClose);
+    if (sql == QLatin1String("killed at once")) return LastWords(answer).Raw(FakeServer::ThenClose);
+    if (sql == QLatin1String("fails and dies"))
+        return Numbers(answer, 3, true)
+            .Error(8134, "Divide by zero.")
+            .DoneError(true)
+            .Raw(FakeServer::ThenClose);
     if (sql == QLatin1String("divide"))
         return answer.Columns({C::Int("n")}).Error(8134, "Divide by zero.").DoneError();
     return answer.Error(208, "Invalid object name.").DoneError();
@@ -80,6 +97,33 @@ TEST_F(OdbcDataControlTest, LossBehindTheRowsIsRaisedOnceAndTheConnectionReplace
     Run("numbers");
     control.ReadTo(0);
     EXPECT_EQ(control.RowCount(), 1);
+}
+
+TEST_F(OdbcDataControlTest, LastWordsAmongTheRowsAreTheOnlyErrorOfALoss) {
+    Run("killed");
+    EXPECT_EQ(ErrorOf([&] { control.ReadTo(Everything); }).NativeError(), 596);
+    EXPECT_EQ(control.RowCount(), 3);
+    EXPECT_TRUE(control.AtEnd());
+    Run("numbers");
+    control.ReadTo(Everything);
+    EXPECT_EQ(control.RowCount(), 2000);
+}
+
+TEST_F(OdbcDataControlTest, LastWordsInPlaceOfAResultAreTheOnlyErrorOfALoss) {
+    Run("numbers");
+    control.ReadTo(Everything);
+    EXPECT_EQ(ErrorOf([&] { Run("killed at once"); }).NativeError(), 596);
+    EXPECT_EQ(control.RowCount(), 2000);
+    Run("later");
+    control.ReadTo(1);
+    EXPECT_EQ(control.RowCount(), 2);
+}
+
+TEST_F(OdbcDataControlTest, LossBehindAnotherErrorIsRaisedToo) {
+    Run("fails and dies");
+    EXPECT_EQ(ErrorOf([&] { control.ReadTo(Everything); }).NativeError(), 8134);
+    EXPECT_EQ(ErrorOf([&] { control.ReadTo(Everything); }).SqlState(), QStringLiteral("08S01"));
+    EXPECT_TRUE(control.AtEnd());
 }
 
 TEST_F(OdbcDataControlTest, IdleConnectionCutOffFailsOnceAndIsReplaced) {
