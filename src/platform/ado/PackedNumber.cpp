@@ -2,6 +2,8 @@
 
 #include <QtEndian>
 #include <bit>
+#include <cmath>
+#include <cstdlib>
 
 namespace quarv::ado {
 
@@ -33,6 +35,13 @@ qint64 Unfolded(quint64 folded) {
 quint64 Width(quint64 number) {
     return static_cast<quint64>(std::bit_width(number) + 7) / 8;
 }
+
+// All exact, so that a whole number over one of them is rounded once, as the digits' reader does.
+constexpr std::array Powers{1.0, 10.0, 100.0, 1000.0, 10000.0};
+// Times the greatest power it stays below 2^53, where every whole number is exact.
+constexpr double MostOfDigits = 1e11;
+// Bits of no more bytes are short enough as they are.
+constexpr quint64 ShortBits = 4;
 
 }  // namespace
 
@@ -78,6 +87,21 @@ PackedNumber::PackedNumber(const quarv::DateTime& date) {
     Trim(static_cast<quint64>(at - bytes_.data()));
 }
 
+std::optional<PackedNumber> PackedNumber::OfDigits(double number) {
+    const PackedNumber bits(number);
+    if (bits.size_ <= ShortBits || !(std::abs(number) < MostOfDigits)) return std::nullopt;
+    for (std::size_t scale = 0; scale < Powers.size(); ++scale) {
+        const double scaled = number * Powers[scale];
+        const auto digits = static_cast<qint64>(scaled + (scaled < 0 ? -0.5 : 0.5));
+        if (static_cast<double>(digits) / Powers[scale] != number) continue;
+        const PackedNumber packed(quarv::Decimal{static_cast<UInt128>(std::abs(digits)),
+                                                 static_cast<quint8>(scale), digits < 0});
+        if (packed.size_ < bits.size_) return packed;
+        return std::nullopt;
+    }
+    return std::nullopt;
+}
+
 qint64 PackedNumber::Integer() const {
     return Unfolded(qFromLittleEndian<quint64>(bytes_.data()));
 }
@@ -88,6 +112,12 @@ float PackedNumber::Single() const {
 
 double PackedNumber::Floating() const {
     return std::bit_cast<double>(qFromBigEndian<quint64>(bytes_.data()));
+}
+
+double PackedNumber::FloatingOfDigits() const {
+    const quarv::Decimal digits = Decimal();
+    const double number = static_cast<double>(digits.magnitude) / Powers[digits.scale];
+    return digits.negative ? -number : number;
 }
 
 quarv::Decimal PackedNumber::Decimal() const {

@@ -4,6 +4,7 @@
 
 #include <QtGlobal>
 #include <array>
+#include <optional>
 
 #include "base/DateTime.h"
 #include "base/Decimal.h"
@@ -23,6 +24,10 @@ class PackedNumber {
     // Of bytes that are put into `Bytes` afterwards; those left out must stay zero.
     PackedNumber() = default;
 
+    // A floating number as the few decimal digits that it was typed with, where that is shorter
+    // than its bits and gives them back.
+    static std::optional<PackedNumber> OfDigits(double number);
+
     const quint8* Bytes() const { return bytes_.data(); }
     quint8* Bytes() { return bytes_.data(); }
     quint64 Size() const { return size_; }
@@ -31,6 +36,7 @@ class PackedNumber {
     qint64 Integer() const;
     float Single() const;
     double Floating() const;
+    double FloatingOfDigits() const;
     quarv::Decimal Decimal() const;
     quarv::DateTime DateTime() const;
 

@@ -20,6 +20,10 @@ bool IsLatin1(QStringView text) {
     return bits < 0x100;
 }
 
+void Narrow(QStringView text, quint8* to) {
+    for (const QChar c : text) *to++ = static_cast<quint8>(c.unicode());
+}
+
 quint64 CountBytes(quint64 count) {
     quint64 bytes = 1;
     for (; count > 0x7F; count >>= 7) ++bytes;
@@ -53,8 +57,7 @@ void WriteLatin1(ByteLog& log, QStringView text) {
     std::array<quint8, PieceLength> piece;
     while (!text.isEmpty()) {
         const QStringView part = text.left(PieceLength);
-        std::transform(part.begin(), part.end(), piece.begin(),
-                       [](QChar c) { return static_cast<quint8>(c.unicode()); });
+        Narrow(part, piece.data());
         log.Append(piece.data(), static_cast<quint64>(part.size()));
         text = text.sliced(part.size());
     }

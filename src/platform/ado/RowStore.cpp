@@ -22,6 +22,7 @@ enum Code : quint8 {
     Integer,
     Single,
     Floating,
+    FloatingDigits,
     DecimalNumber,
     Date,
     Bytes,
@@ -73,7 +74,10 @@ void RowStore::AppendSingle(float value) {
 }
 
 void RowStore::AppendFloating(double value) {
-    AppendNumber(Floating, PackedNumber(value));
+    if (const auto digits = PackedNumber::OfDigits(value))
+        AppendNumber(FloatingDigits, *digits);
+    else
+        AppendNumber(Floating, PackedNumber(value));
 }
 
 void RowStore::AppendDecimal(const Decimal& value) {
@@ -198,6 +202,8 @@ Value RowStore::NumberOf(const Cell& cell) const {
             return number.Single();
         case Floating:
             return number.Floating();
+        case FloatingDigits:
+            return number.FloatingOfDigits();
         case DecimalNumber:
             return number.Decimal();
         case Date:

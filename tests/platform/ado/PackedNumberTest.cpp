@@ -39,6 +39,26 @@ TEST(PackedNumber, RoundFloatingNumbersTakeFewBytes) {
     EXPECT_EQ(PackedNumber(0.1F).Size(), 4U);
 }
 
+TEST(PackedNumber, FloatingNumbersOfFewDigitsTakeThose) {
+    const std::pair<double, quint64> sizes[] = {{0.1, 2},         {-0.1, 2},      {12.34, 3},
+                                                {-99.99, 3},      {1234.5678, 4}, {0.0001, 2},
+                                                {10000000.01, 5}, {16777217.3, 5}};
+    for (const auto& [number, size] : sizes) {
+        const auto packed = PackedNumber::OfDigits(number);
+        ASSERT_TRUE(packed) << number;
+        EXPECT_EQ(packed->Size(), size) << number;
+        EXPECT_EQ(packed->FloatingOfDigits(), number);
+    }
+}
+
+TEST(PackedNumber, OtherFloatingNumbersKeepTheirBits) {
+    for (const double number :
+         {0.0, -0.0, 0.5, 0.1 + 0.2, 1.0 / 3, 0.00001, 123456789012.1, -1e308, 5e-324, 1e22,
+          std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+          std::numeric_limits<double>::quiet_NaN(), 99999999999.99991})
+        EXPECT_FALSE(PackedNumber::OfDigits(number)) << number;
+}
+
 TEST(PackedNumber, DecimalsTakeTheirScaleAndTheirDigits) {
     const std::pair<const char16_t*, quint64> sizes[] = {
         {u"0", 0},

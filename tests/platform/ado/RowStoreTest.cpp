@@ -51,7 +51,8 @@ TEST(RowStore, KeepsIntegersToTheirLimits) {
 
 TEST(RowStore, KeepsFloatingNumbersBitForBit) {
     for (const double number :
-         {0.0, -0.0, 1.5, 0.1, -1e308, 5e-324, std::numeric_limits<double>::infinity(), 12345.678})
+         {0.0, -0.0, 1.5, 0.1, -1e308, 5e-324, std::numeric_limits<double>::infinity(), 12345.678,
+          -99.99, 0.1 + 0.2})
         EXPECT_EQ(std::bit_cast<quint64>(Stored(number).ToDouble()), std::bit_cast<quint64>(number))
             << number;
     for (const float number : {0.0F, -0.0F, 0.1F, 3.4e38F, 1e-45F})
