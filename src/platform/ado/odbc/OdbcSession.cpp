@@ -10,8 +10,9 @@ namespace quarv::ado::odbc {
 
 namespace {
 
-// The driver for SQL Server reads in any order, but does not say so.
-bool IsKnownToReadInAnyOrder(SQLHDBC connection) {
+// The driver for SQL Server: it reads in any order but does not say so, and tells how severe an
+// error is where others tell its state.
+bool IsKnownDriver(SQLHDBC connection) {
     std::array<SQLCHAR, 256> name{};
     const SQLRETURN rc = SQLGetInfo(connection, SQL_DRIVER_NAME, name.data(), name.size(), nullptr);
     return SQL_SUCCEEDED(rc) &&
@@ -31,8 +32,8 @@ bool SaysItReadsInAnyOrder(SQLHDBC connection) {
 OdbcSession::OdbcSession(EnvironmentHandle environment, ConnectionHandle connection)
     : environment_(std::move(environment)),
       connection_(std::move(connection)),
-      anyOrder_(SaysItReadsInAnyOrder(connection_.get()) ||
-                IsKnownToReadInAnyOrder(connection_.get())) {}
+      knownDriver_(IsKnownDriver(connection_.get())),
+      anyOrder_(knownDriver_ || SaysItReadsInAnyOrder(connection_.get())) {}
 
 OdbcSession::~OdbcSession() {
     Close();
@@ -48,7 +49,7 @@ void OdbcSession::Close() {
 }
 
 bool OdbcSession::IsDead() const {
-    if (closed_) return true;
+    if (closed_ || endSaid_) return true;
     SQLUINTEGER dead = SQL_CD_FALSE;
     const SQLRETURN rc = SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead,
                                            SQL_IS_UINTEGER, nullptr);
@@ -57,7 +58,7 @@ bool OdbcSession::IsDead() const {
 
 DataError OdbcSession::StatementError(SQLHSTMT statement) {
     const Diagnostics diagnostics(SQL_HANDLE_STMT, statement);
-    endSaid_ = endSaid_ || diagnostics.EndsSession();
+    endSaid_ = endSaid_ || (knownDriver_ && diagnostics.EndsSession());
     return diagnostics.StatementError(IsDead());
 }
 

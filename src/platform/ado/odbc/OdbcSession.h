@@ -23,14 +23,14 @@ class OdbcSession {
     // Ends every command and the connection; what record sets still hold is closed.
     void Close();
     bool IsClosed() const { return closed_; }
-    // The server or the way to it is gone.
+    // The server or the way to it is gone, or the server has said that it ends the session.
     bool IsDead() const;
     // SQLGetData takes columns in any order, those before the last bound one included.
     bool ReadsInAnyOrder() const { return anyOrder_; }
     // The error of the last call on `statement`.
     DataError StatementError(SQLHSTMT statement);
-    // The connection is dead and an error has said why.
-    bool IsDeadAsSaid() const { return endSaid_ && IsDead(); }
+    // The session is dead and an error has said why.
+    bool IsDeadAsSaid() const { return endSaid_; }
 
     // Reads the busy command's remaining results into memory, so that another command can run.
     void Free();
@@ -39,6 +39,7 @@ class OdbcSession {
   private:
     EnvironmentHandle environment_;
     ConnectionHandle connection_;
+    bool knownDriver_;
     bool anyOrder_;
     bool closed_ = false;
     bool endSaid_ = false;  // the server has said why it ends the session
