@@ -2,11 +2,19 @@
 
 #include <QInputMethodEvent>
 #include <QMimeData>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QTextBlock>
+
+#include "platform/forms/LineColouring.h"
+#include "platform/forms/LinePainter.h"
+#include "platform/forms/PlainText.h"
 
 namespace quarv::forms {
 
 namespace {
+
+using PaintContext = QAbstractTextDocumentLayout::PaintContext;
 
 constexpr int LineEndUnits = 2;
 
@@ -44,7 +52,35 @@ int UnitsBefore(const QString& text, int place) {
 
 bool Types(const QKeyEvent& event) {
     const QString text = event.text();
-    return !text.isEmpty() && (text.at(0).isPrint() || text.at(0) == u'\r');
+    if (text.isEmpty()) return false;
+    const QChar first = text.at(0);
+    return first.isPrint() || first.isSurrogate() || first == u'\r' || first == u'\t';
+}
+
+QList<QTextLayout::FormatRange> SelectedIn(const QTextBlock& line, const PaintContext& context) {
+    QList<QTextLayout::FormatRange> selected;
+    for (const auto& selection : context.selections) {
+        const int start = selection.cursor.selectionStart() - line.position();
+        const int end = selection.cursor.selectionEnd() - line.position();
+        if (start < line.length() && end > 0 && end > start)
+            selected.append({start, end - start, selection.format});
+    }
+    return selected;
+}
+
+// The context has -1 where no caret is to be seen; below that the caret is in what is composed, at
+// -2 before it.
+int CaretIn(const QTextBlock& line, const PaintContext& context) {
+    const int position = context.cursorPosition;
+    const QTextLayout& layout = *line.layout();
+    if (position < -1 && !layout.preeditAreaText().isEmpty())
+        return layout.preeditAreaPosition() - (position + 2);
+    return line.contains(position) ? position - line.position() : PaintedLine::NoCaret;
+}
+
+// The desktops differ in whether this key is one for it.
+bool IsRedo(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Y && event.modifiers() == Qt::ControlModifier;
 }
 
 }  // namespace
@@ -52,6 +88,24 @@ bool Types(const QKeyEvent& event) {
 MemoEditor::MemoEditor(QWidget* box, RaiseKeys raise)
     : QPlainTextEdit(box), raise_(std::move(raise)) {
     setTabChangesFocus(true);
+}
+
+MemoEditor::~MemoEditor() = default;
+
+void MemoEditor::AcceptTabs(bool on) {
+    acceptsTab_ = on;
+    setTabChangesFocus(!on);
+}
+
+void MemoEditor::SetScanner(std::shared_ptr<const LineScanner> scanner) {
+    if (!colouring_) {
+        if (!scanner) return;
+        colouring_ = std::make_unique<LineColouring>(*document());
+        connect(document(), &QTextDocument::contentsChange, this,
+                [this](int position, int, int added) { colouring_->Edited(position, added); });
+    }
+    colouring_->SetScanner(std::move(scanner));
+    viewport()->update();
 }
 
 QString MemoEditor::ReadDocument() const {
@@ -91,12 +145,38 @@ int MemoEditor::Room() const {
 }
 
 bool MemoEditor::event(QEvent* event) {
-    return TakenByKeyDown(*event, raise_.down) || QPlainTextEdit::event(event);
+    if (TakenByKeyDown(*event, raise_.down)) return true;
+    if (event->type() == QEvent::KeyPress && LeftByTab(static_cast<QKeyEvent&>(*event)))
+        return true;
+    if (event->type() == QEvent::ShortcutOverride && !isReadOnly() &&
+        IsRedo(static_cast<QKeyEvent&>(*event))) {
+        event->accept();
+        return true;
+    }
+    return QPlainTextEdit::event(event);
+}
+
+bool MemoEditor::LeftByTab(const QKeyEvent& event) {
+    const bool back = event.key() == Qt::Key_Backtab;
+    if (!acceptsTab_ || (!back && event.key() != Qt::Key_Tab)) return false;
+    if ((event.modifiers() & ~Qt::ShiftModifier) != Qt::ControlModifier) return false;
+    const bool next = !back && !event.modifiers().testFlag(Qt::ShiftModifier);
+    return QAbstractScrollArea::focusNextPrevChild(next);
+}
+
+bool MemoEditor::focusNextPrevChild(bool next) {
+    // Backwards a Tab moves from here as from everywhere.
+    const bool typed = acceptsTab_ && next && !isReadOnly();
+    return !typed && QAbstractScrollArea::focusNextPrevChild(next);
 }
 
 void MemoEditor::keyPressEvent(QKeyEvent* event) {
     auto handled = AfterKeyPress(*event, raise_.press);
     if (!handled) return;
+    if (IsRedo(*handled) && !isReadOnly()) {
+        redo();
+        return;
+    }
     if (handled->matches(QKeySequence::InsertLineSeparator)) {
         // A separator inside a line would not read back as a line end.
         handled = std::make_unique<QKeyEvent>(event->type(), Qt::Key_Return, Qt::NoModifier,
@@ -119,17 +199,69 @@ void MemoEditor::inputMethodEvent(QInputMethodEvent* event) {
     QPlainTextEdit::inputMethodEvent(event);
 }
 
-void MemoEditor::insertFromMimeData(const QMimeData* source) {
-    const int room = Room();
-    if (room < 0 || !source->hasText()) {
-        QPlainTextEdit::insertFromMimeData(source);
-        return;
+void MemoEditor::paintEvent(QPaintEvent* event) {
+    // Disabled text has one colour.
+    if (colouring_ && isEnabled())
+        Application::RunEvent([&] { PaintLines(event->rect()); });
+    else
+        QPlainTextEdit::paintEvent(event);
+}
+
+void MemoEditor::PaintLines(const QRect& painted) {
+    QPainter painter(viewport());
+    painter.setClipRect(painted);
+    const PaintContext context = getPaintContext();
+    painter.setPen(context.palette.text().color());
+    if (const QColor base = context.palette.base().color(); base != background_) {
+        background_ = base;
+        colours_ = LineColoursOn(base);
     }
-    QString text = source->text();
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    QMimeData cut;
-    cut.setText(CutToRoom(text, room));
-    QPlainTextEdit::insertFromMimeData(&cut);
+    const QRect all = viewport()->rect();
+    QPointF at = contentOffset();
+    for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
+        if (at.y() > all.bottom()) break;
+        const QRectF place = blockBoundingRect(line).translated(at);
+        const bool changed = colouring_->Reach(line);
+        if (place.bottom() >= painted.top() && place.top() <= painted.bottom())
+            PaintBlock(painter, at, line, context);
+        // An edit has Qt repaint its own line only.
+        const QRect shown = place.toAlignedRect() & all;
+        if (changed && !painted.contains(shown)) viewport()->update(shown);
+        at.ry() += place.height();
+    }
+}
+
+void MemoEditor::PaintBlock(QPainter& painter, const QPointF& at, const QTextBlock& line,
+                            const PaintContext& context) {
+    static const std::vector<LineSpan> NoSpans;
+    const QString text = line.text();
+    const bool plain = text.size() > LongestColoured;
+    PaintLine(painter, at, viewport()->rect(),
+              {*line.layout(), text, plain ? NoSpans : colouring_->Spans(line, text), colours_,
+               SelectedIn(line, context), CaretIn(line, context), cursorWidth()});
+}
+
+bool MemoEditor::canInsertFromMimeData(const QMimeData* source) const {
+    return HasPlainText(*source);
+}
+
+void MemoEditor::insertFromMimeData(const QMimeData* source) {
+    if (isReadOnly() || !source) return;
+    QString text = PlainTextOf(*source);
+    if (text.isNull()) return;
+    const int room = Room();
+    if (room >= 0) {
+        text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        text = CutToRoom(text, room);
+    }
+    textCursor().insertText(text);
+    ensureCursorVisible();
+}
+
+QMimeData* MemoEditor::createMimeDataFromSelection() const {
+    QString text = textCursor().selectedText();
+    text.replace(QChar::ParagraphSeparator, u'\n');
+    return AsPlainText(text).release();
 }
 
 }  // namespace quarv::forms

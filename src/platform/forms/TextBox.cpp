@@ -32,6 +32,7 @@ LineEditor* TextBox::MakeLine() {
 MemoEditor* TextBox::MakeMemo() {
     auto* memo = new MemoEditor(this, KeyEvents());
     connect(memo, &QPlainTextEdit::textChanged, this, &TextBox::RaiseChange);
+    memo->SetScanner(scanner_);
     return memo;
 }
 
@@ -104,6 +105,16 @@ void TextBox::SetLocked(bool on) {
     ApplySettings();
 }
 
+void TextBox::SetAcceptsTab(bool on) {
+    acceptsTab_ = on;
+    ApplySettings();
+}
+
+void TextBox::SetLineScanner(std::shared_ptr<const LineScanner> scanner) {
+    scanner_ = std::move(scanner);
+    if (memo_) memo_->SetScanner(scanner_);
+}
+
 void TextBox::SetMaxLength(int units) {
     if (units < 0) throw RuntimeError(RuntimeError::InvalidPropertyValue);
     maxLength_ = units;
@@ -132,6 +143,7 @@ void TextBox::ApplySettings() {
     if (locked_)
         memo_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     memo_->Limit(maxLength_);
+    memo_->AcceptTabs(acceptsTab_);
 }
 
 void TextBox::SelectAll() {

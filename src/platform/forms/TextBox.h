@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <memory>
 
 #include "platform/forms/Bordered.h"
 #include "platform/forms/Control.h"
@@ -12,6 +13,7 @@
 namespace quarv::forms {
 
 class LineEditor;
+class LineScanner;
 class MemoEditor;
 struct RaiseKeys;
 
@@ -23,6 +25,7 @@ class TextBox : public QWidget, public Control, public Bordered {
     Q_PROPERTY(bool MultiLine READ MultiLine WRITE SetMultiLine)
     Q_PROPERTY(int ScrollBars READ ScrollBars WRITE SetScrollBars)
     Q_PROPERTY(bool Locked READ Locked WRITE SetLocked)
+    Q_PROPERTY(bool AcceptsTab READ AcceptsTab WRITE SetAcceptsTab)
     Q_PROPERTY(int BorderStyle READ BorderStyle WRITE SetBorderStyle)
     Q_PROPERTY(int MaxLength READ MaxLength WRITE SetMaxLength)
     Q_PROPERTY(int SelStart READ SelStart WRITE SetSelStart)
@@ -54,6 +57,15 @@ class TextBox : public QWidget, public Control, public Bordered {
     // A locked box can be read, selected and copied by the user, not edited.
     bool Locked() const { return locked_; }
     void SetLocked(bool on);
+
+    // Off at first. On, the Tab key puts a tab into a box of many lines that is not locked; there
+    // Shift+Tab and Ctrl+Tab move to the control before and the next.
+    bool AcceptsTab() const { return acceptsTab_; }
+    void SetAcceptsTab(bool on);
+
+    // Colours a box of many lines, shared; null, as at first, for none. The colours are no part of
+    // the text.
+    void SetLineScanner(std::shared_ptr<const LineScanner> scanner);
 
     // UTF-16 units; 0 means no limit. Below 0 raises InvalidPropertyValue.
     int MaxLength() const { return maxLength_; }
@@ -98,6 +110,8 @@ class TextBox : public QWidget, public Control, public Bordered {
     int bars_ = NoBars;
     int maxLength_ = 0;
     bool locked_ = false;
+    bool acceptsTab_ = false;
+    std::shared_ptr<const LineScanner> scanner_;
 };
 
 }  // namespace quarv::forms
