@@ -8,7 +8,7 @@
 
 #include "grid/GridGeometry.h"
 #include "grid/GridState.h"
-#include "grid/TextFitter.h"
+#include "platform/drawing/TextFitter.h"
 
 class QPainter;
 
@@ -20,7 +20,7 @@ inline constexpr int TextMargins = 7;
 struct GridLook {
     const GridState& state;
     const GridGeometry& geometry;
-    const TextFitter& fitter;
+    const drawing::TextFitter& fitter;
     const QPalette& palette;
     // Draws the mark of the current row in a rectangle of pixels.
     std::function<void(QPainter&, const QRectF&)> drawMark;

@@ -177,7 +177,7 @@ void KelEditGrid::dropEvent(QDropEvent* event) {
 }
 
 bool KelEditGrid::event(QEvent* event) {
-    if (event->type() == QEvent::FontChange) fitter_ = TextFitter(font());
+    if (event->type() == QEvent::FontChange) fitter_ = drawing::TextFitter(font());
     if (event->type() != QEvent::ToolTip) return forms::UserControl::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     Application::RunEvent([&] { ShowWholeText(*help); });

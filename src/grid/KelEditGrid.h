@@ -10,8 +10,8 @@
 #include "base/Value.h"
 #include "grid/GridKeyboard.h"
 #include "grid/GridWheel.h"
-#include "grid/TextFitter.h"
 #include "platform/drawing/PaintedPictures.h"
+#include "platform/drawing/TextFitter.h"
 #include "platform/forms/UserControl.h"
 
 class QHelpEvent;
@@ -129,7 +129,7 @@ class KelEditGrid : public forms::UserControl {
     GridNavigation navigation_;
     GridKeyboard keyboard_;
     GridWheel wheel_;
-    TextFitter fitter_;
+    drawing::TextFitter fitter_;
     drawing::PaintedPictures painted_;
 };
 

@@ -16,6 +16,22 @@ bool NeedsBlank(QChar c) {
            c.category() == QChar::Separator_Paragraph;
 }
 
+// A tool tip wraps between words alone; a word of a thousand units would leave the screen.
+QString WithBreaksInLongWords(const QString& text) {
+    constexpr int LongestWord = 60;
+    QString broken;
+    int word = 0;
+    for (const QChar c : text) {
+        word = c.isSpace() ? 0 : word + 1;
+        if (word > LongestWord && !c.isLowSurrogate() && !c.isMark()) {
+            broken += QChar(0x200B);
+            word = 1;
+        }
+        broken += c;
+    }
+    return broken;
+}
+
 QString Cut(const QString& text, int units) {
     if (text.size() <= units) return text;
     const int end = text.at(units - 1).isHighSurrogate() ? units - 1 : units;
@@ -50,6 +66,12 @@ QString FoldKey(const QString& key) {
     return folded;
 }
 
+QString PlainToolTip(const QString& text) {
+    if (text.isEmpty()) return text;
+    return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>")
+        .arg(WithBreaksInLongWords(text).toHtmlEscaped());
+}
+
 void ShowCutOffText(QAbstractItemView& view, const QHelpEvent& event) {
     const QModelIndex index = view.indexAt(event.pos());
     const QRect cell = view.visualRect(index);
@@ -61,10 +83,7 @@ void ShowCutOffText(QAbstractItemView& view, const QHelpEvent& event) {
         return;
     }
     const QString text = Cut(index.data(WholeTextRole).toString(), LongestToolTip);
-    QToolTip::showText(
-        event.globalPos(),
-        QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped()),
-        view.viewport(), cell);
+    QToolTip::showText(event.globalPos(), PlainToolTip(text), view.viewport(), cell);
 }
 
 }  // namespace quarv::forms

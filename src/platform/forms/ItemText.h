@@ -18,6 +18,9 @@ QString ShownText(const QString& text);
 // What two keys have in common that differ only in letter case.
 QString FoldKey(const QString& key);
 
+// A tool tip that shows `text` with its lines, plain whatever it looks like; long words may wrap.
+QString PlainToolTip(const QString& text);
+
 // Shows an item's whole text, plain, where its cell or the window cuts it off.
 void ShowCutOffText(QAbstractItemView& view, const QHelpEvent& event);
 

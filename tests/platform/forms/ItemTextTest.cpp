@@ -36,5 +36,19 @@ TEST(ShownText, TextThatFitsStaysAsItIs) {
     EXPECT_EQ(ShownText(QString(2000, u'a')), QString(2000, u'a'));
 }
 
+TEST(PlainToolTip, ShowsMarkupAsItStands) {
+    EXPECT_EQ(PlainToolTip(u"<b>a</b>\n&"_qs),
+              u"<p style='white-space:pre-wrap'>&lt;b&gt;a&lt;/b&gt;\n&amp;</p>"_qs);
+    EXPECT_EQ(PlainToolTip({}), u""_qs);
+}
+
+TEST(PlainToolTip, WrapsLongWordsBetweenCharacters) {
+    EXPECT_EQ(PlainToolTip(QString(60, u'x') + u" "_qs + QString(61, u'y')),
+              u"<p style='white-space:pre-wrap'>"_qs + QString(60, u'x') + u" "_qs +
+                  QString(60, u'y') + u"\u200By</p>"_qs);
+    const QString pairs = PlainToolTip(QString(59, u'x') + u"\U0001F600\U0001F600"_qs);
+    EXPECT_TRUE(pairs.contains(u"\U0001F600\u200B\U0001F600"_qs));
+}
+
 }  // namespace
 }  // namespace quarv::forms

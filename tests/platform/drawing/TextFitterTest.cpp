@@ -1,4 +1,4 @@
-#include "grid/TextFitter.h"
+#include "platform/drawing/TextFitter.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include "support/TextPrinter.h"
 
-namespace quarv {
+namespace quarv::drawing {
 namespace {
 
 class TextFitterTest : public ::testing::Test {
@@ -50,6 +50,13 @@ TEST_F(TextFitterTest, OtherLettersAreMeasuredToo) {
     EXPECT_TRUE(fitter.Fit(text, Width(text) / 2).endsWith(QChar(0x2026)));
 }
 
+TEST_F(TextFitterTest, MeasuresPlainAndOtherTexts) {
+    EXPECT_NEAR(fitter.Width(QStringLiteral("1234567")), Width(QStringLiteral("1234567")), 1);
+    const QString other = QStringLiteral("Ünïçødé \u65E5\u672C");
+    EXPECT_EQ(fitter.Width(other), Width(other));
+    EXPECT_EQ(fitter.Width(QString()), 0);
+}
+
 TEST_F(TextFitterTest, ALongTextCostsWhatShows) {
     const QString text(10'000'000, u'\n');
     EXPECT_LT(fitter.Fit(text, 100).size(), 200);
@@ -71,4 +78,4 @@ TEST_F(TextFitterTest, APairIsNeverCutInHalf) {
 }
 
 }  // namespace
-}  // namespace quarv
+}  // namespace quarv::drawing

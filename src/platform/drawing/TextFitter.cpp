@@ -1,8 +1,8 @@
-#include "grid/TextFitter.h"
+#include "platform/drawing/TextFitter.h"
 
 #include <algorithm>
 
-namespace quarv {
+namespace quarv::drawing {
 
 namespace {
 
@@ -35,9 +35,8 @@ TextFitter::TextFitter(const QFont& font) : metrics_(font) {
 bool TextFitter::FitsPlainly(const QString& text, double room) const {
     double width = 0;
     for (const QChar c : text) {
-        const char16_t unit = c.unicode();
-        if (unit < First || unit > Last) return false;
-        width += advances_[unit - First];
+        if (!IsPlain(c)) return false;
+        width += Advance(c);
         if (width > room) return false;
     }
     return true;
@@ -45,6 +44,15 @@ bool TextFitter::FitsPlainly(const QString& text, double room) const {
 
 bool TextFitter::Fits(const QString& text, double room) const {
     return FitsPlainly(text, room) || Fit(text, room) == text;
+}
+
+double TextFitter::Width(const QString& text) const {
+    double width = 0;
+    for (const QChar c : text) {
+        if (!IsPlain(c)) return metrics_.horizontalAdvance(text);
+        width += Advance(c);
+    }
+    return width;
 }
 
 QString TextFitter::Fit(const QString& text, double room) const {
@@ -64,4 +72,4 @@ QString TextFitter::Shortened(const QString& text, double room) const {
     return shown;
 }
 
-}  // namespace quarv
+}  // namespace quarv::drawing

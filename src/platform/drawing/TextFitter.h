@@ -8,7 +8,7 @@
 #include <QString>
 #include <array>
 
-namespace quarv {
+namespace quarv::drawing {
 
 class TextFitter {
   public:
@@ -18,6 +18,8 @@ class TextFitter {
     QString Fit(const QString& text, double room) const;
     // True where Fit gives the text as it is.
     bool Fits(const QString& text, double room) const;
+    // Of a text without control characters, as one line, in device-independent pixels.
+    double Width(const QString& text) const;
     // From the top of a line to its base line, and the height of a line.
     double Ascent() const { return metrics_.ascent(); }
     double Height() const { return metrics_.height(); }
@@ -26,6 +28,8 @@ class TextFitter {
     static constexpr char16_t First = 0x20;
     static constexpr char16_t Last = 0x7E;
 
+    static bool IsPlain(QChar c) { return c.unicode() >= First && c.unicode() <= Last; }
+    double Advance(QChar c) const { return advances_[c.unicode() - First]; }
     // Plain characters alone, and they fit; measured without shaping them.
     bool FitsPlainly(const QString& text, double room) const;
     QString Shortened(const QString& text, double room) const;
@@ -34,4 +38,4 @@ class TextFitter {
     std::array<double, Last - First + 1> advances_;
 };
 
-}  // namespace quarv
+}  // namespace quarv::drawing
