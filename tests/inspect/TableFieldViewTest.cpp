@@ -122,9 +122,9 @@ TEST_F(TableFieldViewTest, ResizingFillsThePane) {
     EXPECT_EQ(BorderFrame().Width(), 9000);
     EXPECT_EQ(BorderFrame().Height(), 6000);
     EXPECT_EQ(Detail().Left(), 120);
-    EXPECT_EQ(Detail().Top(), 420);
+    EXPECT_EQ(Detail().Top(), 360);
     EXPECT_EQ(Detail().Width(), 9000 - 240);
-    EXPECT_EQ(Detail().Height(), 6000 - 540);
+    EXPECT_EQ(Detail().Height(), 6000 - 480);
 }
 
 TEST_F(TableFieldViewTest, TinyPaneLeavesSizesAsTheyWere) {
@@ -133,10 +133,10 @@ TEST_F(TableFieldViewTest, TinyPaneLeavesSizesAsTheyWere) {
     EXPECT_EQ(BorderFrame().Width(), 9000);
     EXPECT_EQ(BorderFrame().Height(), 6000);
     EXPECT_EQ(Detail().Width(), 9000 - 240);
-    EXPECT_EQ(Detail().Height(), 6000 - 540);
-    view_.Move(0, 0, 270, 571);
+    EXPECT_EQ(Detail().Height(), 6000 - 480);
+    view_.Move(0, 0, 270, 511);
     EXPECT_EQ(BorderFrame().Width(), 270);
-    EXPECT_EQ(BorderFrame().Height(), 571);
+    EXPECT_EQ(BorderFrame().Height(), 511);
     EXPECT_EQ(Detail().Width(), 9000 - 240);
     EXPECT_EQ(Detail().Height(), 31);
 }

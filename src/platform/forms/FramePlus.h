@@ -24,7 +24,7 @@ class FramePlus : public QWidget,
 
   public:
     // Twips from the top that the title band covers where there is a caption.
-    static constexpr double BandHeight = 300;
+    static constexpr double BandHeight = 240;
 
     // Bordered (an outline) at first; without a border no title is shown either.
     FramePlus(QWidget* container, const QString& name);
