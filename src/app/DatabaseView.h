@@ -11,11 +11,13 @@
 namespace quarv {
 
 namespace forms {
+class ButtonPlus;
 class FramePlus;
 class ImageList;
 class Node;
 class TreeView;
 }  // namespace forms
+class QueryView;
 class SQLServerConnection;
 class TableFieldView;
 
@@ -36,10 +38,18 @@ class DatabaseView : public forms::Form {
     void DBObjectList_NodeClick(const forms::Node& node);
     void ShowTable(const QString& name);
     void ShowProcedure();
+    void OpenQuery(const QString& text);
 
-    std::unique_ptr<SQLServerConnection> connection_;
+    ado::ConnectionFactory newConnection_;
+    std::shared_ptr<SQLServerConnection> connection_;
+    // The one query window, made when it is first asked for.
+    std::unique_ptr<QueryView> query_;
+    // Of the table last shown; empty before the first.
+    QString scriptText_;
     forms::TreeView* DBObjectList;
     forms::ImageList* Icons;
+    forms::ButtonPlus* LaunchQuery;
+    forms::ButtonPlus* LaunchScript;
     forms::FramePlus* TableFrame;
     TableFieldView* TableFieldViewer;
 };

@@ -52,6 +52,7 @@ class Tour:
         other = own_instance(self.environment, "quarv", DATABASE)
         table = self.look_at_tree(main, other)
         self.look_at_table(main, other, table)
+        self.run_query(main, other, table)
         self.leave(main)
 
     def open_dialog(self):
@@ -109,6 +110,21 @@ class Tour:
         if not columns:
             raise AssertionError(f"the table {table} shows no column")
         self.photograph(main.window, "4-table-columns")
+
+    def run_query(self, main, other, table):
+        self.say("Press Query, type and press F5")
+        main.press("Query")
+        title = "Query: " + TITLE
+        query = self.quarv.query_window(title)
+        self.saw(f'the window "{title}"')
+        sql = f"select count(*) as Total, 'a' as A from [{table}]"
+        query.write(sql)
+        query.run()
+        query.await_rows(other.rows(sql))
+        self.saw("rows, the same that tsql gives")
+        self.photograph(query.window, "5-query")
+        self.quarv.desktop.close_window(title)
+        self.quarv.gone(title)
 
     def leave(self, main):
         self.say("Close the window")

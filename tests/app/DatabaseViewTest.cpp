@@ -7,9 +7,12 @@
 #include "app/FakeDatabase.h"
 #include "base/DataError.h"
 #include "inspect/TableFieldView.h"
+#include "platform/forms/ButtonPlus.h"
 #include "platform/forms/FramePlus.h"
 #include "platform/forms/ListView.h"
+#include "platform/forms/TextBox.h"
 #include "platform/forms/TreeView.h"
+#include "query/QueryView.h"
 #include "support/Raised.h"
 
 namespace quarv {
@@ -47,6 +50,20 @@ class DatabaseViewTest : public testing::Test {
         Tree().scrollTo(found[0]);
         QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {},
                           Tree().visualRect(found[0]).center());
+    }
+
+    void Press(const char* name) {
+        QTest::mouseClick(window_.findChild<forms::ButtonPlus*>(QLatin1String(name)),
+                          Qt::LeftButton);
+    }
+    static QueryView* QueryWindow() {
+        QueryView* found = nullptr;
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* query = qobject_cast<QueryView*>(window)) found = query;
+        return found;
+    }
+    static QString QueryText() {
+        return QueryWindow()->findChild<forms::TextBox*>(QStringLiteral("Query"))->Text();
     }
 
     FakeDatabase database_;
@@ -157,6 +174,31 @@ TEST_F(DatabaseViewTest, FailingColumnsEndTheClickOnly) {
     ClickNode("_tbl_Orders");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "-2147217865: no columns\n");
     EXPECT_TRUE(window_.isVisible());
+}
+
+TEST_F(DatabaseViewTest, QueryOpensTheQueryWindowEmptyAndScriptWithTheTablesScript) {
+    window_.DoView(FakeDatabase::ConnStr);
+    Press("LaunchScript");
+    EXPECT_EQ(QueryText(), "");
+    ClickNode("_tbl_Orders");
+    Press("LaunchScript");
+    EXPECT_EQ(QueryText(),
+              "CREATE TABLE Orders (\r\n   id int,\r\n   note nvarchar(80) NULL\r\n)\r\n");
+    Press("LaunchQuery");
+    EXPECT_EQ(QueryText(), "");
+}
+
+TEST_F(DatabaseViewTest, ThereIsOneQueryWindowOnTheWindowsConnection) {
+    window_.DoView(FakeDatabase::ConnStr);
+    Press("LaunchQuery");
+    QueryView* first = QueryWindow();
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->Caption(), "Query: SQL Server srv Sales");
+    first->Close();
+    Press("LaunchQuery");
+    EXPECT_EQ(QueryWindow(), first);
+    EXPECT_TRUE(first->isVisible());
+    EXPECT_EQ(database_.script->Opened().size(), 1);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 from . import widgets
 from .program import Program
+from .query import QueryWindow
 from .waiting import wait_until
 
 DIALOG = "SQL Server Connection Details"
@@ -16,6 +17,9 @@ class Quarv(Program):
 
     def main_window(self, title, seconds=60):
         return MainWindow(self, self.window(title, seconds))
+
+    def query_window(self, title, seconds=30):
+        return QueryWindow(self, self.window(title, seconds))
 
 
 class ConnectionDialog:
@@ -63,6 +67,9 @@ class MainWindow:
     def __init__(self, program, window):
         self.program = program
         self.window = window
+
+    def press(self, caption):
+        self.window.find("push button", caption).click()
 
     def tree(self):
         return self.window.find("tree")

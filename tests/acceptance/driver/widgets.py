@@ -48,6 +48,9 @@ class Widget:
         """Whether the window has the keyboard."""
         return self.has(pyatspi.STATE_ACTIVE)
 
+    def focused(self):
+        return self.has(pyatspi.STATE_FOCUSED)
+
     def selected(self):
         return self.has(pyatspi.STATE_SELECTED)
 
