@@ -1,12 +1,12 @@
 // ResultBench: reading a large result through the data control against a plain ODBC loop in the
 // same run: a million rows of ten columns to the end, the memory that they take against their text,
 // and the first rows of five million. The rows come from a process of their own.
-#include <QFile>
 #include <optional>
 #include <vector>
 
 #include "BareConnection.h"
 #include "BareQuery.h"
+#include "ProcessMemory.h"
 #include "Ratio.h"
 #include "RowServer.h"
 #include "base/Error.h"
@@ -35,21 +35,6 @@ const QString LargeQuery = QStringLiteral("select top 1000000 * from rows");
 const QString HugeQuery = QStringLiteral("select top 5000000 * from rows");
 const QString SmallQuery = QStringLiteral("select top 1 * from rows");
 
-// A line "Vm...: n kB" of what the kernel says of this process, in MiB.
-double StatusMiB(const char* name) {
-    QFile file(QStringLiteral("/proc/self/status"));
-    if (!file.open(QIODevice::ReadOnly)) throw std::runtime_error("no /proc/self/status");
-    for (const QByteArray& line : file.readAll().split('\n'))
-        if (line.startsWith(name)) return line.simplified().split(' ').value(1).toDouble() / 1024;
-    throw std::runtime_error("no such line in /proc/self/status");
-}
-
-// Lets the peak begin anew at what is resident now.
-void ForgetPeak() {
-    QFile file(QStringLiteral("/proc/self/clear_refs"));
-    if (file.open(QIODevice::WriteOnly)) file.write("5");
-}
-
 // As the window shows it; a bit takes the least that any window could show.
 QString ShownText(const Value& value) {
     switch (value.kind()) {
@@ -70,12 +55,6 @@ double TextMiB(const ado::DataControl& control) {
         for (int column = 0; column < control.ColumnCount(); ++column)
             bytes += static_cast<double>(ShownText(control.ValueAt(row, column)).toUtf8().size());
     return bytes / (1024 * 1024);
-}
-
-bool ReportMemory(const char* name, double grown, double limit) {
-    std::printf("%s %.2f %.2f %.2f\n", name, grown, grown, limit);
-    std::fflush(stdout);
-    return grown <= limit;
 }
 
 void Query(ado::DataControl& control, const QString& query, qint64 last) {
@@ -109,25 +88,23 @@ class ResultBench {
 
     bool KeepRows() const {
         ado::DataControl control = Control();
-        ForgetPeak();
-        const double before = StatusMiB("VmRSS:");
+        const bench::ProcessMemory memory;
         Query(control, LargeQuery, Everything);
-        const double kept = StatusMiB("VmRSS:") - before;
-        const double peak = StatusMiB("VmHWM:") - before;
+        const double kept = memory.Growth();
+        const double peak = memory.PeakGrowth();
         if (control.RowCount() != Rows) throw std::runtime_error("rows are missing");
         const double text = TextMiB(control);
         std::printf("# %.1f MiB of text; %.1f MiB kept, at most %.1f MiB\n", text, kept, peak);
-        const bool keeps = ReportMemory("result.memory", kept / text, MemoryLimit);
-        return ReportMemory("result.memory_peak", peak / text, MemoryLimit) && keeps;
+        const bool keeps = bench::ReportMemory("result.memory", kept / text, MemoryLimit);
+        return bench::ReportMemory("result.memory_peak", peak / text, MemoryLimit) && keeps;
     }
 
     bool KeepFirstRows() const {
         ado::DataControl control = Control();
-        ForgetPeak();
-        const double before = StatusMiB("VmRSS:");
+        const bench::ProcessMemory memory;
         Query(control, HugeQuery, FirstRows - 1);
-        return ReportMemory("result.first_rows_memory_mib", StatusMiB("VmHWM:") - before,
-                            FirstMemoryLimit);
+        return bench::ReportMemory("result.first_rows_memory_mib", memory.PeakGrowth(),
+                                   FirstMemoryLimit);
     }
 
     bool ReadRows() {
