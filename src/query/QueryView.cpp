@@ -121,11 +121,10 @@ void QueryView::RunIt() {
         DataSrc.SetConnectionString(db_->GetConnectionString());
         DataSrc.SetRecordSource(QueryText());
         DataSrc.Refresh();
+        Results->SetDataSource(&DataSrc);
     } catch (const Error& error) {
         TellFailedQuery(error.Description());
-        return;
     }
-    Results->SetDataSource(&DataSrc);
 }
 
 void QueryView::RunScript_Click() {

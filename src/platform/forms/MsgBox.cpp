@@ -15,11 +15,28 @@ QWidget* WindowBelow() {
     return nullptr;
 }
 
+// However busy the program is, while a box is up it waits for the user.
+class PlainCursor {
+  public:
+    PlainCursor() {
+        if (busy_) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    }
+    ~PlainCursor() {
+        if (busy_) QGuiApplication::restoreOverrideCursor();
+    }
+    PlainCursor(const PlainCursor&) = delete;
+    PlainCursor& operator=(const PlainCursor&) = delete;
+
+  private:
+    const bool busy_ = QGuiApplication::overrideCursor() != nullptr;
+};
+
 }  // namespace
 
 BoxAnswer MsgBox(const QString& text, const QString& title, BoxIcon icon, BoxButtons buttons) {
     MessageDialog dialog(WindowBelow(), text, title.isEmpty() ? Application::Title() : title, icon,
                          buttons);
+    const PlainCursor plain;
     dialog.exec();
     return dialog.Answer();
 }

@@ -6,6 +6,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "platform/forms/WaitCursor.h"
 #include "support/BoxWatcher.h"
 #include "support/TextPrinter.h"
 
@@ -40,6 +41,29 @@ TEST(MsgBox, AClosedQuestionIsANo) {
     QTimer::singleShot(0,
                        [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
     EXPECT_EQ(MsgBox(u"?"_qs, {}, BoxIcon::Question, BoxButtons::YesNo), BoxAnswer::No);
+}
+
+TEST(MsgBox, ShowsThePlainPointerWhileTheProgramIsBusy) {
+    const auto shape = [] {
+        const QCursor* cursor = QGuiApplication::overrideCursor();
+        return cursor ? cursor->shape() : Qt::BlankCursor;
+    };
+    Qt::CursorShape inBox = Qt::BlankCursor;
+    const auto close = [&] {
+        inBox = shape();
+        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return);
+    };
+    {
+        const WaitCursor wait;
+        QTimer::singleShot(0, close);
+        MsgBox(u"!"_qs);
+        EXPECT_EQ(inBox, Qt::ArrowCursor);
+        EXPECT_EQ(shape(), Qt::WaitCursor);
+    }
+    QTimer::singleShot(0, close);
+    MsgBox(u"!"_qs);
+    EXPECT_EQ(inBox, Qt::BlankCursor) << "no pointer of its own without need";
+    EXPECT_EQ(shape(), Qt::BlankCursor);
 }
 
 TEST(MsgBox, EnterAnswersTheDefaultButton) {
