@@ -145,9 +145,11 @@ TEST_F(CellPainter, LongTextEndsInAnEllipsisInsideTheCell) {
     EXPECT_TRUE(cell.contains(inked));
 }
 
-TEST_F(CellPainter, StackedMarksStayInsideTheCell) {
-    const QString stacked = u"e"_qs + QString(25, QChar(0x030D)) + QString(25, QChar(0x0323));
-    EXPECT_TRUE(CellArea.contains(Inked(Paint(State(stacked)))));
+TEST_F(CellPainter, CharactersHigherThanTheRowStayInsideTheCell) {
+    const QRect low(20, 18, 100, 6);
+    const QRect inked = Inked(Paint(State(u"\u00C5\u0323g"_qs), low));
+    EXPECT_EQ(inked.height(), 6);
+    EXPECT_TRUE(low.contains(inked));
 }
 
 TEST_F(CellPainter, AnyCharacterCanBePainted) {
