@@ -17,7 +17,7 @@ constexpr int InNothing = SqlLineScanner::InNothing;
 constexpr int InComment = SqlLineScanner::InComment;
 
 // What a unit may begin.
-enum class Start : quint8 { Nothing, Name, Number, Money, Dot, Quote, Dash, Slash };
+enum class Start : quint8 { Nothing, Blank, Name, Number, Money, Dot, Quote, Dash, Slash };
 
 constexpr std::array<Start, 128> MakeStarts() {
     std::array<Start, 128> starts{};
@@ -25,6 +25,7 @@ constexpr std::array<Start, 128> MakeStarts() {
     for (char c = '0'; c <= '9'; ++c) starts[c] = Start::Number;
     for (char c : {'_', '@', '#'}) starts[c] = Start::Name;
     for (char c : {'\'', '"', '['}) starts[c] = Start::Quote;
+    for (char c : {' ', '\t'}) starts[c] = Start::Blank;
     starts['$'] = Start::Money;
     starts['.'] = Start::Dot;
     starts['-'] = Start::Dash;
@@ -37,7 +38,8 @@ constexpr std::array<Start, 128> Starts = MakeStarts();
 // Half of a pair passes for a letter: a name goes on over it.
 Start StartOf(QChar unit) {
     if (unit.unicode() < Starts.size()) return Starts[unit.unicode()];
-    return unit.isLetter() || unit.isSurrogate() ? Start::Name : Start::Nothing;
+    if (unit.isLetter() || unit.isSurrogate()) return Start::Name;
+    return unit.isSpace() ? Start::Blank : Start::Nothing;
 }
 
 bool IsDigit(QChar unit) {
@@ -48,10 +50,19 @@ bool IsHexDigit(QChar unit) {
     return IsDigit(unit) || (unit >= u'a' && unit <= u'f') || (unit >= u'A' && unit <= u'F');
 }
 
+constexpr std::array<bool, 128> MakeNameUnits() {
+    std::array<bool, 128> units{};
+    for (size_t i = 0; i < units.size(); ++i)
+        units[i] =
+            Starts[i] == Start::Name || Starts[i] == Start::Number || Starts[i] == Start::Money;
+    return units;
+}
+
+constexpr std::array<bool, 128> NameUnits = MakeNameUnits();
+
 bool GoesOnInName(QChar unit) {
-    const Start start = StartOf(unit);
-    if (start == Start::Name || start == Start::Number || start == Start::Money) return true;
-    return unit.unicode() >= Starts.size() && (unit.isNumber() || unit.isMark());
+    if (unit.unicode() < NameUnits.size()) return NameUnits[unit.unicode()];
+    return unit.isLetterOrNumber() || unit.isSurrogate() || unit.isMark();
 }
 
 struct Quote {
@@ -111,12 +122,13 @@ class Walk {
 
     int Token() {
         const qsizetype start = at_;
-        if (line_.at(at_).isSpace()) {
+        const Start kind = StartOf(line_.at(at_));
+        if (kind == Start::Blank) {
             ++at_;
             return InNothing;
         }
         const bool part = std::exchange(afterDot_, false);
-        switch (StartOf(line_.at(at_))) {
+        switch (kind) {
             case Start::Name:
                 return Name(start, part);
             case Start::Number:
@@ -136,6 +148,7 @@ class Walk {
                 if (!Has(1, u'*')) break;
                 at_ += 2;
                 return Comment(start, 1);
+            case Start::Blank:
             case Start::Nothing:
                 break;
         }

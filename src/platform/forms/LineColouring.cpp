@@ -8,6 +8,7 @@ void LineColouring::SetScanner(std::shared_ptr<const LineScanner> scanner) {
     scanner_ = std::move(scanner);
     count_ = document_.blockCount();
     dirty_.SetAll(scanner_ ? count_ : 0);
+    SetFirstState(document_.begin());
 }
 
 void LineColouring::Edited(int position, int added) {
@@ -19,13 +20,17 @@ void LineColouring::Edited(int position, int added) {
     const int to = last.isValid() ? last.blockNumber() : count - 1;
     // A line that came or went may have left its place to a block with another state or none.
     const bool sameLine = from == to && count == count_ && first.userState() >= 0;
-    if (!sameLine && from > 0) {
-        QTextBlock line = document_.findBlockByNumber(from);
-        const QTextBlock before = line.previous();
-        line.setUserState(StateAfter(before, before.text(), nullptr));
-    }
+    if (!sameLine) SetFirstState(document_.findBlockByNumber(from));
     dirty_.Replace(from, to, count);
     count_ = count;
+}
+
+void LineColouring::SetFirstState(QTextBlock line) const {
+    const QTextBlock before = line.previous();
+    if (!before.isValid())
+        line.setUserState(LineScanner::FirstState);
+    else if (before.userState() >= 0)
+        line.setUserState(StateAfter(before, before.text(), nullptr));
 }
 
 bool LineColouring::Reach(const QTextBlock& line) {
@@ -53,8 +58,7 @@ const std::vector<LineSpan>& LineColouring::Spans(const QTextBlock& line, QStrin
 
 int LineColouring::StateAfter(const QTextBlock& line, QStringView text,
                               std::vector<LineSpan>* spans) const {
-    const bool isFirst = line.position() == 0;
-    return scanner_->Scan(text, isFirst ? LineScanner::FirstState : line.userState(), spans);
+    return scanner_->Scan(text, line.userState(), spans);
 }
 
 void LineColouring::Scan(const QTextBlock& line) {

@@ -29,6 +29,8 @@ class LineColouring {
     const std::vector<LineSpan>& Spans(const QTextBlock& line, QStringView text);
 
   private:
+    // Of the first of lines that are scanned from there on.
+    void SetFirstState(QTextBlock line) const;
     int StateAfter(const QTextBlock& line, QStringView text, std::vector<LineSpan>* spans) const;
     // The line is the first dirty one.
     void Scan(const QTextBlock& line);
