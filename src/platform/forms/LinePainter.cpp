@@ -11,10 +11,12 @@ namespace quarv::forms {
 
 namespace {
 
-// Letters of the Latin scripts, which are drawn from left to right, each as one glyph.
+// Letters of the Latin scripts, which are drawn from left to right, each as one glyph; and the tab,
+// which has none.
 bool IsSimple(QChar unit) {
     const char16_t code = unit.unicode();
-    return (code >= 0x20 && code < 0x7F) || (code >= 0xA0 && code < 0x0300 && code != 0xAD);
+    return (code >= 0x20 && code < 0x7F) || (code >= 0xA0 && code < 0x0300 && code != 0xAD) ||
+           code == u'\t';
 }
 
 class Parts {
@@ -22,63 +24,56 @@ class Parts {
     Parts(QPainter& painter, const QPointF& at, const PaintedLine& line)
         : painter_(painter), at_(at), line_(line) {}
 
-    // From tab to tab, as a tab has no glyph.
+    // In simple text all glyphs of a kind are drawn at once, whatever the number of parts.
     void Paint() {
-        const int size = static_cast<int>(line_.text.size());
-        for (int from = 0; from < size;) {
-            const auto tab = static_cast<int>(line_.text.indexOf(u'\t', from));
-            const int end = tab < 0 ? size : tab;
-            if (end > from) PaintStretch(from, end);
-            from = end + 1;
+        if (std::all_of(line_.text.begin(), line_.text.end(), IsSimple)) {
+            const QList<QGlyphRun> runs = line_.layout.glyphRuns();
+            const qsizetype shown = line_.text.size() - line_.text.count(u'\t');
+            if (runs.size() == 1 && runs[0].glyphIndexes().size() == shown) {
+                PaintByKind(runs[0]);
+                return;
+            }
         }
+        PaintOneByOne();
     }
 
   private:
+    // Each part looks through the whole line for its glyphs: behind so many the line is plain.
+    static constexpr int MostParts = 1000;
+
     struct Glyphs {
         QList<quint32> indexes;
         QList<QPointF> positions;
     };
 
-    // Cuts what lies between two units into its parts, each of one kind.
+    // Cuts the line into its parts, each of one kind.
     template <typename Use>
-    void ForParts(int from, int end, Use&& use) {
-        int at = from;
+    void ForParts(Use&& use) {
+        const int size = static_cast<int>(line_.text.size());
+        int at = 0;
         for (const LineSpan& span : line_.spans) {
             const int start = std::max(span.start, at);
-            const int stop = std::min(span.start + span.length, end);
+            const int stop = std::min(span.start + span.length, size);
             if (stop <= start) continue;
             if (start > at) use(at, start, LineKind::Plain);
             use(start, stop, span.kind);
             at = stop;
         }
-        if (end > at) use(at, end, LineKind::Plain);
+        if (size > at) use(at, size, LineKind::Plain);
     }
 
-    // In simple text all glyphs of a kind are drawn at once, whatever the number of parts.
-    void PaintStretch(int from, int end) {
-        const QStringView text = line_.text.mid(from, end - from);
-        if (std::all_of(text.begin(), text.end(), IsSimple)) {
-            const QList<QGlyphRun> runs = line_.layout.glyphRuns(from, end - from);
-            if (runs.size() == 1 && runs[0].glyphIndexes().size() == end - from) {
-                PaintByKind(runs[0], from, end);
-                return;
-            }
-        }
-        ForParts(from, end, [this](int start, int stop, LineKind kind) {
-            for (const QGlyphRun& run : line_.layout.glyphRuns(start, stop - start))
-                Draw(run, kind);
-        });
-    }
-
-    void PaintByKind(const QGlyphRun& run, int from, int end) {
+    void PaintByKind(const QGlyphRun& run) {
         const QList<quint32> indexes = run.glyphIndexes();
         const QList<QPointF> positions = run.positions();
         std::array<Glyphs, LineKinds> ofKind;
-        ForParts(from, end, [&](int start, int stop, LineKind kind) {
+        qsizetype next = 0;
+        ForParts([&](int start, int stop, LineKind kind) {
             Glyphs& glyphs = ofKind[static_cast<size_t>(kind)];
-            for (int i = start - from; i < stop - from; ++i) {
-                glyphs.indexes.append(indexes[i]);
-                glyphs.positions.append(positions[i]);
+            for (int i = start; i < stop; ++i) {
+                if (line_.text.at(i) == u'\t') continue;
+                glyphs.indexes.append(indexes[next]);
+                glyphs.positions.append(positions[next]);
+                ++next;
             }
         });
         for (size_t kind = 0; kind < ofKind.size(); ++kind) {
@@ -88,6 +83,20 @@ class Parts {
             part.setPositions(ofKind[kind].positions);
             Draw(part, static_cast<LineKind>(kind));
         }
+    }
+
+    void PaintOneByOne() {
+        int parts = 0, painted = 0;
+        ForParts([&](int start, int stop, LineKind kind) {
+            if (++parts > MostParts) return;
+            painted = stop;
+            for (const QGlyphRun& run : line_.layout.glyphRuns(start, stop - start))
+                Draw(run, kind);
+        });
+        const int rest = static_cast<int>(line_.text.size()) - painted;
+        if (rest == 0) return;
+        for (const QGlyphRun& run : line_.layout.glyphRuns(painted, rest))
+            Draw(run, LineKind::Plain);
     }
 
     void Draw(const QGlyphRun& run, LineKind kind) {

@@ -19,7 +19,8 @@ struct PaintedLine {
     static constexpr int NoCaret = -1;
 
     const QTextLayout& layout;  // laid out
-    QStringView text;           // the layout's, without what is being composed in it
+    // The layout's, without what is being composed in it; not looked at without spans.
+    QStringView text;
     const std::vector<LineSpan>& spans;
     const LineColours& colours;
     // What has colours of its own, whatever the text in it is.

@@ -234,8 +234,9 @@ void MemoEditor::PaintLines(const QRect& painted) {
 void MemoEditor::PaintBlock(QPainter& painter, const QPointF& at, const QTextBlock& line,
                             const PaintContext& context) {
     static const std::vector<LineSpan> NoSpans;
-    const QString text = line.text();
-    const bool plain = text.size() > LongestColoured;
+    // The length counts the line's end.
+    const bool plain = line.length() > LongestColoured + 1;
+    const QString text = plain ? QString() : line.text();
     PaintLine(painter, at, viewport()->rect(),
               {*line.layout(), text, plain ? NoSpans : colouring_->Spans(line, text), colours_,
                SelectedIn(line, context), CaretIn(line, context), cursorWidth()});

@@ -175,6 +175,25 @@ TEST_F(TextBoxColours, TextBesideTabsAndOfOtherScriptsHasThemToo) {
     for (int line = 0; line < 4; ++line) EXPECT_TRUE(IsIn(line, LineKind::Number)) << line;
 }
 
+TEST_F(TextBoxColours, ALineOfVeryManyPartsInOtherScriptsIsPaintedToItsEnd) {
+    box.SetLineScanner(scanner);
+    const auto ink = [this] {
+        const QImage image = Picture();
+        int count = 0;
+        for (int x = 0; x < image.width(); ++x)
+            for (int y = 0; y < image.height(); ++y)
+                count += image.pixel(x, y) != Editor().palette().color(QPalette::Base).rgb();
+        return count;
+    };
+    box.SetText(QString(u"1\u0416"_qs).repeated(600));
+    EXPECT_TRUE(IsIn(0, LineKind::Number));
+    box.SetSelStart(1200);
+    EXPECT_FALSE(IsIn(0, LineKind::Number));
+    const int coloured = ink();
+    box.SetLineScanner(nullptr);
+    EXPECT_EQ(ink(), coloured);
+}
+
 TEST_F(TextBoxColours, ALongLineStaysPlainAndItsStateCounts) {
     box.SetLineScanner(scanner);
     box.SetText(u"1"_qs + QString(20'000, u'x') + u"{\nb\n"_qs);
