@@ -27,7 +27,9 @@ class Parts {
     // In simple text all glyphs of a kind are drawn at once, whatever the number of parts.
     void Paint() {
         if (std::all_of(line_.text.begin(), line_.text.end(), IsSimple)) {
-            const QList<QGlyphRun> runs = line_.layout.glyphRuns();
+            // Asked without a range, a layout takes twice as long.
+            const QList<QGlyphRun> runs =
+                line_.layout.glyphRuns(0, static_cast<int>(line_.text.size()));
             const qsizetype shown = line_.text.size() - line_.text.count(u'\t');
             if (runs.size() == 1 && runs[0].glyphIndexes().size() == shown) {
                 PaintByKind(runs[0]);
