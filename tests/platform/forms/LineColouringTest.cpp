@@ -111,6 +111,7 @@ TEST_F(LineColourings, ALineThatTakesThePlaceOfAnotherTakesItsState) {
     EXPECT_EQ(Spans(1), std::vector<LineSpan>());
     // A new block in front of it.
     Insert(0, 0, u"{\n"_qs);
+    Reach(2);
     Insert(1, 0, u"\n"_qs);
     Reach(3);
     EXPECT_EQ(Spans(3), (std::vector<LineSpan>{{0, 1, LineKind::String}}));
