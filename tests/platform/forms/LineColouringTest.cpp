@@ -103,18 +103,16 @@ TEST_F(LineColourings, AScanStopsWhereTheStateIsAsBefore) {
 }
 
 TEST_F(LineColourings, ALineThatTakesThePlaceOfAnotherTakesItsState) {
-    document.setPlainText(u"{\n\nb"_qs);
+    document.setPlainText(u"a{\n}\n5"_qs);
     Reach(2);
-    // The block of the first line goes, that of the second stays.
-    Remove(0, 2);
+    EXPECT_EQ(Spans(2), (std::vector<LineSpan>{{0, 1, LineKind::Number}}));
+    // The whole line in the middle.
+    Remove(3, 2);
     Reach(1);
-    EXPECT_EQ(Spans(1), std::vector<LineSpan>());
-    // A new block in front of it.
-    Insert(0, 0, u"{\n"_qs);
+    EXPECT_EQ(Spans(1), (std::vector<LineSpan>{{0, 1, LineKind::String}}));
+    Insert(1, 0, u"}\n"_qs);
     Reach(2);
-    Insert(1, 0, u"\n"_qs);
-    Reach(3);
-    EXPECT_EQ(Spans(3), (std::vector<LineSpan>{{0, 1, LineKind::String}}));
+    EXPECT_EQ(Spans(2), (std::vector<LineSpan>{{0, 1, LineKind::Number}}));
 }
 
 TEST_F(LineColourings, LeavesTheDocumentAsItIs) {

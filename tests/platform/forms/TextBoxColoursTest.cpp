@@ -231,8 +231,9 @@ class SamePicture : public TextBoxColours, public testing::WithParamInterface<in
     void SetUp() override {
         TextBoxColours::SetUp();
         box.SetScrollBars(GetParam());
-        box.SetText(u"ab\tcd 12 {a} \u0416\U0001F600\u05d0 and so on and so on\n\n  x\u00a0y\nab\t12 c\n"_qs +
-                    QString(u"line 7 of more than there is room for\n"_qs).repeated(20));
+        box.SetText(
+            u"ab\tcd 12 {a} \u0416\U0001F600\u05d0 and so on and so on\n\n  x\u00a0y\nab\t12 c\n"_qs +
+            QString(u"line 7 of more than there is room for\n"_qs).repeated(20));
         Editor().setCursorWidth(3);
     }
     void Compare(const char* what) {
