@@ -1,6 +1,6 @@
 // DatabaseView: the main window: one database as a tree of its tables and procedures, and beside it
-// the panes for the object clicked. The program owns it; it owns the connection and lends it to
-// the panes. It knows no dialog.
+// the panes for the object clicked. The program owns it; it owns the query window and the
+// connection, which it lends to that and to the panes. It knows no dialog.
 #pragma once
 
 #include <memory>

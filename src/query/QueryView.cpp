@@ -1,5 +1,8 @@
 #include "query/QueryView.h"
 
+#include <QScopedValueRollback>
+#include <optional>
+
 #include "base/RUtils.h"
 #include "base/UTIL.h"
 #include "controls/RButton.h"
@@ -29,6 +32,19 @@ constexpr double ButtonGap = 90;
 
 void TellFailedQuery(const QString& description) {
     forms::MsgBox(description, QStringLiteral("Run"), forms::BoxIcon::Information);
+}
+
+// What `run` failed of; nothing where it did not.
+template <typename Run>
+std::optional<QString> FailureOf(Run&& run) {
+    try {
+        run();
+        return std::nullopt;
+    } catch (const Error& error) {
+        return error.Description();
+    } catch (const std::exception& failure) {
+        return QString::fromUtf8(failure.what());
+    }
 }
 
 }  // namespace
@@ -87,6 +103,7 @@ void QueryView::Connect() {
     connect(this, &forms::Form::KeyUp, this, [this](int& keyCode, int shift) {
         if (keyCode == Qt::Key_F5 && shift == 0) RunIt();
     });
+    connect(this, &forms::Form::Closed, this, &QueryView::Form_Closed);
     connect(Results, &forms::DataGrid::Error, this,
             [](int, const QString& description) { TellFailedQuery(description); });
 }
@@ -116,42 +133,45 @@ QString QueryView::QueryText() const {
 }
 
 void QueryView::RunIt() {
-    try {
-        const forms::WaitCursor wait;
-        DataSrc.SetConnectionString(db_->GetConnectionString());
-        DataSrc.SetRecordSource(QueryText());
-        DataSrc.Refresh();
-        Results->SetDataSource(&DataSrc);
-    } catch (const Error& error) {
-        TellFailedQuery(error.Description());
-    }
+    if (running_) return;
+    const QScopedValueRollback running(running_, true);
+    if (const auto failure = FailureOf([this] { Run(); })) TellFailedQuery(*failure);
+}
+
+void QueryView::Run() {
+    const forms::WaitCursor wait;
+    DataSrc.SetConnectionString(db_->GetConnectionString());
+    DataSrc.SetRecordSource(QueryText());
+    DataSrc.Refresh();
+    Results->SetDataSource(&DataSrc);
+}
+
+void QueryView::Form_Closed() {
+    Results->SetDataSource(nullptr);
+    DataSrc.Close();
 }
 
 void QueryView::RunScript_Click() {
+    if (running_) return;
+    const QScopedValueRollback running(running_, true);
     OpenDialog->SetFileName({});
     OpenDialog->ShowOpen();
     if (!OpenDialog->FileName().isEmpty()) RunScriptFile(OpenDialog->FileName());
 }
 
 void QueryView::RunScriptFile(const QString& path) {
-    QString outcome = QStringLiteral("File does not exist");
-    if (FileExists(path)) {
-        outcome = RunBatches(path);
-        Progress->SetVisible(false);
+    if (!FileExists(path)) {
+        forms::MsgBox(QStringLiteral("File does not exist"));
+        return;
     }
-    forms::MsgBox(outcome);
-}
-
-QString QueryView::RunBatches(const QString& path) {
-    try {
+    const auto failure = FailureOf([&] {
         const forms::WaitCursor wait;
         ScriptRunner(db_->ADOConn()).Run(path, [this](int done, int total) {
             ShowProgress(done, total);
         });
-        return QStringLiteral("Complete");
-    } catch (const Error& error) {
-        return error.Description();
-    }
+    });
+    Progress->SetVisible(false);
+    forms::MsgBox(failure.value_or(QStringLiteral("Complete")));
 }
 
 void QueryView::ShowProgress(int done, int total) {

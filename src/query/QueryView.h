@@ -1,6 +1,7 @@
 // QueryView: the window in which SQL is typed and run, its rows below it, and from which script
 // files are run. The main window owns it and lends it the connection. It builds, connects and
-// routes: the rows are the data control's, the scripts the runner's.
+// routes: the rows are the data control's, the scripts the runner's. Closed, it holds no rows and
+// no connection of its own.
 #pragma once
 
 #include <memory>
@@ -32,7 +33,8 @@ class QueryView : public forms::Form {
     // happens to the window.
     void DoModeless(std::shared_ptr<SQLServerConnection> Db, const QString& Txt);
     // Runs the selected text, or all of it where nothing is selected. What fails is told in a box;
-    // the rows shown stay then. To be called after DoModeless.
+    // where that is before the first row, the rows shown stay. Nothing happens while a query or a
+    // script is being run. To be called after DoModeless.
     Q_INVOKABLE void RunIt();
 
   protected:
@@ -44,14 +46,15 @@ class QueryView : public forms::Form {
     void MakeButton(RButton& button, double left, const QString& words);
     void Connect();
     QString QueryText() const;
+    void Form_Closed();
+    void Run();
     void RunScript_Click();
     void RunScriptFile(const QString& path);
-    // What is to be told of the run: that it is complete, or what it failed of.
-    QString RunBatches(const QString& path);
     void ShowProgress(int done, int total);
 
     std::shared_ptr<SQLServerConnection> db_;
     ado::DataControl DataSrc;
+    bool running_ = false;
     RButton* RunQuery;
     RButton* RunScript;
     forms::ProgressBar* Progress;

@@ -1,10 +1,8 @@
 #include "query/ScriptRunner.h"
 
-#include <optional>
-
-#include "base/DataError.h"
 #include "base/RuntimeError.h"
 #include "base/StringList.h"
+#include "platform/ado/BatchErrors.h"
 #include "query/ScriptBatches.h"
 
 namespace quarv {
@@ -55,16 +53,11 @@ void ScriptRunner::Run(const QString& path, const Progress& progress) {
 // The server runs a batch on behind a failed statement, as it does where the first one fails; to
 // give the results up at the first error would cancel the rest at some place that nobody can name.
 void ScriptRunner::RunBatch(const QString& batch) {
-    std::optional<DataError> first;
-    for (ado::RecordsetPtr result = connection_->Execute(batch); result;) {
-        try {
-            result = result->NextRecordset();
-        } catch (const DataError& error) {
-            if (!first) first = error;
-            if (connection_->State() != ado::adStateOpen) break;
-        }
-    }
-    if (first) throw DataError(*first);
+    ado::DataErrors errors = ado::ErrorsOfRest(*connection_, connection_->Execute(batch));
+    if (errors.empty()) return;
+    const DataError first = errors.front();
+    errors.pop_front();
+    throw ado::WithLater(first, errors);
 }
 
 }  // namespace quarv

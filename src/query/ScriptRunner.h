@@ -25,8 +25,8 @@ class ScriptRunner {
     //
     // Raises FileNotFound where there is no such file, what StringList::LoadFromFile raises, and
     // Overflow where the list has no room for the last separator; then nothing was sent. Raises the
-    // first error of a batch and what `progress` raises; then no later batch is sent, and what ran
-    // before stays done.
+    // first error of a batch, which tells of its later ones too, and what `progress` raises; then
+    // no later batch is sent, and what ran before stays done.
     void Run(const QString& path, const Progress& progress = {});
 
   private:

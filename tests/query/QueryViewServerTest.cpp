@@ -75,10 +75,30 @@ TEST(QueryViewServer, ASessionThatIsKilledWhileRowsAreReadIsToldAndTheNextQueryR
     });
     OpenWindow open(server.ConnectionString());
     open.Run("dies");
-    EXPECT_EQ(open.Told().size(), 1);
+    EXPECT_EQ(open.Rows(), (QStringList{"n", "1", "2", "3", "4", "5"}));
+    EXPECT_EQ(
+        open.Told(),
+        QStringList{"The connection to the server was lost. Check that the server still runs, "
+                    "then open the database again."});
     open.Run("lives");
     EXPECT_EQ(open.Rows(), (QStringList{"n", "1"}));
     EXPECT_EQ(open.Told().size(), 1);
+}
+
+TEST(QueryViewServer, ShowsAsManyColumnsAsAResultMayHave) {
+    std::vector<FakeColumn> columns;
+    QByteArray row("\xD1");
+    for (int i = 1; i <= 4096; ++i) {
+        columns.push_back(FakeColumn::Int(QStringLiteral("c%1").arg(i)));
+        row += '\4' + Le(static_cast<quint64>(i), 4);
+    }
+    FakeServer server(FakeTds().Columns(std::move(columns)).Raw(row).Done(1));
+    OpenWindow open(server.ConnectionString());
+    open.Run("select everything");
+    EXPECT_EQ(open.Told(), QStringList());
+    ASSERT_EQ(open.Results().model()->columnCount(), 4096);
+    EXPECT_EQ(open.Results().model()->headerData(4095, Qt::Horizontal).toString(), "c4096");
+    EXPECT_EQ(open.Results().model()->index(0, 4095).data().toString(), "4096");
 }
 
 class QueryViewOnServer : public testing::Test {
@@ -124,6 +144,13 @@ TEST_F(QueryViewOnServer, TheFirstResultWithColumnsIsShownAndTheRestOfTheBatchRu
     EXPECT_EQ(open.Rows(), (QStringList{"b", "2"}));
     EXPECT_EQ(open.Told(), QStringList{"Divide by zero error encountered."});
     EXPECT_EQ(open.Ask("select count(*) from Ran"), "3");
+}
+
+TEST_F(QueryViewOnServer, EveryErrorOfABatchIsTold) {
+    open.Run("print 'a'; raiserror('One.', 16, 1); select 1 as a; raiserror('Two.', 16, 1)");
+    EXPECT_EQ(open.Told(), QStringList{"One.\r\nTwo."});
+    open.Run("select 1 as a; raiserror('Three.', 16, 1); raiserror('Four.', 16, 1)");
+    EXPECT_EQ(open.Told().mid(1), (QStringList{"Three.", "Four."}));
 }
 
 TEST_F(QueryViewOnServer, AnOpenTransactionAndAnotherDatabaseAreTheQuerysOwn) {

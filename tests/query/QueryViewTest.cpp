@@ -226,13 +226,50 @@ TEST_F(QueryViewTest, ANewQueryReplacesAResultThatWasNotReadToItsEnd) {
     EXPECT_LT(Results().model()->rowCount(), 200);
     Query().SetText(QStringLiteral("bad"));
     window.RunIt();
+    const int read = Results().model()->rowCount();
     Results().scrollToBottom();
     QCoreApplication::processEvents();
-    EXPECT_GT(Results().model()->rowCount(), 30);
+    EXPECT_GT(Results().model()->rowCount(), read);
     Query().SetText(QStringLiteral("few"));
     window.RunIt();
     EXPECT_EQ(Rows(), (QStringList{"a", "1"}));
     EXPECT_EQ(script->OpenConnections(), 1);
+}
+
+TEST_F(QueryViewTest, ClosedItHoldsNoRowsAndNoConnection) {
+    std::vector<MemoryResult::Row> many(10000, {1});
+    script->Answer("many", MemoryResult::Rows({"n"}, std::move(many)));
+    Open("many");
+    window.RunIt();
+    EXPECT_EQ(script->OpenConnections(), 1);
+    window.Close();
+    EXPECT_EQ(script->OpenConnections(), 0);
+    EXPECT_EQ(db->ADOConn()->State(), ado::adStateOpen);
+    Open("many");
+    EXPECT_EQ(Rows(), QStringList{""});
+    window.RunIt();
+    EXPECT_GT(Results().model()->rowCount(), 10);
+}
+
+TEST_F(QueryViewTest, NothingElseIsRunWhileABoxTellsOfAQuery) {
+    script->Answer("bad", MemoryResult::Fails(QStringLiteral("no")));
+    Open("bad");
+    boxes.onShow = [this] {
+        window.RunIt();
+        Button("RunScript").Press();
+    };
+    window.RunIt();
+    EXPECT_EQ(script->Statements(), QStringList{"bad"});
+    EXPECT_EQ(boxes.Seen().size(), 1U);
+}
+
+TEST_F(QueryViewTest, AFailureThatIsNoErrorOfTheSystemIsToldToo) {
+    script->AnswerOthers([](const QString&) -> ado::MemoryResults { throw std::bad_alloc(); });
+    Open("huge");
+    window.RunIt();
+    ASSERT_EQ(boxes.Seen().size(), 1U);
+    EXPECT_EQ(boxes.Seen()[0].title, "Run");
+    EXPECT_FALSE(boxes.Seen()[0].text.isEmpty());
 }
 
 }  // namespace

@@ -89,7 +89,7 @@ TEST_F(ScriptRunnerTest, LaterResultsAreWalkedToTheEndAndTheFirstErrorRaised) {
                                 {MemoryResult::Rows({"a"}, {{1}, {2}}), MemoryResult::Closed(),
                                  MemoryResult::Fails("first"), MemoryResult::Rows({"b"}, {{3}}),
                                  MemoryResult::Fails("second")});
-    EXPECT_EQ(ErrorOf([&] { Run("several\nGO\nb"); }).Description(), "first");
+    EXPECT_EQ(ErrorOf([&] { Run("several\nGO\nb"); }).Description(), "first\r\nsecond");
     EXPECT_EQ(Sent(), "several$");
     EXPECT_EQ(progress, "0/2 ");
 }

@@ -38,7 +38,10 @@ bool BoxWatcher::eventFilter(QObject* watched, QEvent* event) {
         event->type() == QEvent::Show ? qobject_cast<forms::MessageDialog*>(watched) : nullptr;
     if (dialog != nullptr) {
         seen_.push_back({dialog->Text(), dialog->windowTitle(), dialog->Icon()});
-        QTimer::singleShot(0, dialog, [dialog, answer = answer_] { Press(*dialog, answer); });
+        QTimer::singleShot(0, dialog, [dialog, answer = answer_, seen = onShow] {
+            if (seen) seen();
+            Press(*dialog, answer);
+        });
     }
     return QObject::eventFilter(watched, event);
 }

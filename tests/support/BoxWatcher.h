@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <functional>
 #include <ostream>
 #include <vector>
 
@@ -31,6 +32,9 @@ class BoxWatcher : public QObject {
     // Questions get `answer`; boxes with an OK button alone are confirmed.
     explicit BoxWatcher(forms::BoxAnswer answer = forms::BoxAnswer::Yes);
     ~BoxWatcher() override;
+
+    // Called while a box is up, before it is answered, where it is set.
+    std::function<void()> onShow;
 
     // In the order of showing.
     const std::vector<SeenBox>& Seen() const { return seen_; }

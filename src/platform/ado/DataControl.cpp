@@ -1,42 +1,13 @@
 #include "platform/ado/DataControl.h"
 
-#include "platform/ado/DataErrors.h"
+#include "platform/ado/BatchErrors.h"
 
 namespace quarv::ado {
 
 namespace {
 
-// No further answer comes over the connection. SQLSTATE class 08 is "connection exception"; where
-// the server said other last words, the connection knows.
-bool IsLost(const Connection& connection, const DataError& error) {
-    return error.SqlState().startsWith(QLatin1String("08")) ||
-           error.Number() == DataErrorNumber(DataErrorCode::InvalidConnection) ||
-           connection.State() == adStateClosed;
-}
-
-// True where the connection was lost: what it had to say is said.
-bool ClosedAsLost(Connection& connection, const DataError& error) {
-    if (!IsLost(connection, error)) return false;
-    if (connection.State() == adStateOpen) connection.Close();
-    return true;
-}
-
 bool HasColumns(const Recordset& records) {
     return records.State() == adStateOpen && records.Fields().Count() > 0;
-}
-
-// Runs the batch behind the current result of `records` to its end; the errors met.
-std::deque<DataError> ErrorsOfRest(Connection& connection, RecordsetPtr records) {
-    std::deque<DataError> errors;
-    while (records) {
-        try {
-            records = records->NextRecordset();
-        } catch (const DataError& error) {
-            errors.push_back(error);
-            if (ClosedAsLost(connection, error)) break;
-        }
-    }
-    return errors;
 }
 
 }  // namespace
@@ -51,6 +22,11 @@ void DataControl::Refresh() {
     connection->SetCommandTimeout(0);
     Result result = Run(*connection);
     Show(std::move(connection), std::move(result));
+}
+
+void DataControl::Close() {
+    CloseConnection();
+    result_ = Result();
 }
 
 void DataControl::ReadTo(qint64 row) {
@@ -83,8 +59,8 @@ DataControl::Result DataControl::Run(Connection& connection) const {
         // Many a failure shows only where the first row is made: a division by zero.
         if (records) records->EOF();
     } catch (const DataError& error) {
-        if (!ClosedAsLost(connection, error)) ErrorsOfRest(connection, records);
-        throw;
+        if (ClosedAsLost(connection, error)) throw;
+        throw WithLater(error, ErrorsOfRest(connection, records));
     }
     if (!records) return result;
     const ado::Fields& fields = records->Fields();

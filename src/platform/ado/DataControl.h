@@ -24,9 +24,12 @@ class DataControl : public RowSource {
     // Runs the record source. Its result is the first one of the batch that has columns, empty
     // where there is none; an empty text gives that too and sends nothing. Raises DataError where
     // the connection, a statement before the result or its first row fails: the earlier result then
-    // stays as it was, and the rest of the batch is run without a word, as Execute does. A lost
-    // connection is not noticed before it is used: one Refresh raises it, the next one connects.
+    // stays as it was, the rest of the batch is run, and its errors are described too; behind a
+    // failure of the very first statement the driver tells of none. A lost connection is not
+    // noticed before it is used: one Refresh raises it, the next one connects.
     void Refresh();
+    // Gives the result and the connection up, whatever transaction is open there.
+    void Close();
 
     const QStringList& Fields() const override { return result_.fields; }
     int ColumnCount() const { return result_.rows.ColumnCount(); }

@@ -1,6 +1,7 @@
 #include "platform/forms/Application.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 #include <QWidget>
 #include <cstdio>
 #include <exception>
@@ -72,7 +73,8 @@ bool Application::PreviewedKeyUp(QObject& receiver, const QEvent& event) {
 
 bool Application::notify(QObject* receiver, QEvent* event) {
     try {
-        if (PreviewedKeyUp(*receiver, *event)) return true;
+        const QPointer<QObject> alive(receiver);
+        if (PreviewedKeyUp(*receiver, *event) || !alive) return true;
         return QApplication::notify(receiver, event);
     } catch (...) {
         ReportError();

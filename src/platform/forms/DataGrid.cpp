@@ -78,6 +78,7 @@ void DataGrid::SetDataSource(RowSource* source) {
         const QScopedValueRollback busy(busy_, true);
         reader_.SetSource(source);
         tooManyRows_ = false;
+        if (source == nullptr) errors_.clear();
         model_->SetSource(source);
         ShowHeaders(model_->columnCount() > 0);
         scrollToTop();
@@ -129,11 +130,15 @@ void DataGrid::ReadToEnd() {
 void DataGrid::ReadTo(qint64 row) {
     if (row < reader_.RowCount()) return;
     const QScopedValueRollback busy(busy_, true);
-    reader_.ReadTo(row, errors_);
+    // One row more tells that there are too many.
+    reader_.ReadTo(std::min<qint64>(row, DataGridModel::MostRows), errors_);
     if (reader_.RowCount() > DataGridModel::MostRows && !tooManyRows_) {
         tooManyRows_ = true;
-        errors_.push_back(RuntimeError(RuntimeError::Overflow));
+        errors_.push_back(
+            RuntimeError(RuntimeError::Overflow,
+                         QStringLiteral("more than %1 rows").arg(qint64{DataGridModel::MostRows})));
     }
+    RowReader::Condense(errors_);
     model_->ShowRowsRead();
     // The bar is to know the rows before the next key or turn of the wheel comes.
     executeDelayedItemsLayout();

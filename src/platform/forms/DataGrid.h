@@ -24,7 +24,8 @@ class DataGrid : public QTableView, public Control {
 
     // Shows the source from its first row, with columns as wide as their first rows ask for; rows
     // for a screen and another one are read before it returns. Not owned, must outlive the grid or
-    // the next call; null shows nothing. To be called again, with the same source too, whenever
+    // the next call; null shows nothing and forgets what was not told
+    // yet. To be called again, with the same source too, whenever
     // the source holds another result. What reading raises is told by Error.
     void SetDataSource(RowSource* source);
     RowSource* DataSource() const { return reader_.Source(); }

@@ -24,6 +24,15 @@ void RowReader::ReadTo(qint64 row, Errors& errors) {
     }
 }
 
+void RowReader::Condense(Errors& errors) {
+    if (errors.size() <= MostTold) return;
+    const size_t more = errors.size() - MostTold;
+    const quarv::Error last = errors[MostTold - 1];
+    while (errors.size() >= MostTold) errors.pop_back();
+    errors.emplace_back(last.Number(),
+                        last.Description() + QStringLiteral("\r\n(and %1 more)").arg(more));
+}
+
 qint64 RowReader::RowWanted(qint64 top, qint64 screen, qint64 rowCount) {
     if (rowCount >= top + 2 * screen) return -1;
     const qint64 ahead = rowCount == 0 ? 1 : 2;

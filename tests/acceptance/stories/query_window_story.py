@@ -43,6 +43,10 @@ class QueryWindowStory(Story):
         # With a modifier the key is another one.
         query.write("select 4")
         self.desktop.press("shift+F5", "ctrl+F5")
+        # What came after the keys is seen, so they were.
+        self.desktop.press("space")
+        wait_until("the keys to be seen", lambda: seen(query.box().text) == "select 4 ")
+        self.assertEqual([("двa", "NULL")], query.rows())
         query.press("Run Query")
         query.await_rows([("4",)])
         query.write("select 5 union all select 6")

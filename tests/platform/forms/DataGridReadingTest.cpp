@@ -25,7 +25,7 @@ class DataGridReading : public DataGridFixture {
     }
     void ExpectAllReadAndLastShown() {
         EXPECT_TRUE(source.AtEnd());
-        EXPECT_EQ(source.greatest, std::numeric_limits<qint64>::max());
+        EXPECT_EQ(source.greatest, 50'000'000) << "more cannot be shown";
         EXPECT_EQ(grid.model()->rowCount(), 10'000);
         EXPECT_TRUE(ShowsLastRow());
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
