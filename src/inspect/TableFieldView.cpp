@@ -1,9 +1,6 @@
 #include "inspect/TableFieldView.h"
 
-#include "base/UTIL.h"
 #include "db/SQLServerConnection.h"
-#include "inspect/PaneFont.h"
-#include "platform/forms/FramePlus.h"
 #include "platform/forms/ListView.h"
 
 namespace quarv {
@@ -25,13 +22,7 @@ class ListedColumns : public TableColumnSink {
 }  // namespace
 
 TableFieldView::TableFieldView(QWidget* container, const QString& name)
-    : forms::UserControl(container, name),
-      BorderFrame(new forms::FramePlus(this, QStringLiteral("BorderFrame"))),
-      Detail(new forms::ListView(BorderFrame, QStringLiteral("Detail"))) {
-    BorderFrame->SetFontName(PaneFont());
-    Detail->SetFontName(PaneFont());
-    Detail->Move(120, forms::FramePlus::BandHeight + 120, 6000, 3000);
-    Detail->SetSpokenName(QStringLiteral("Fields"));
+    : TableListPane(container, name, QStringLiteral("Fields")) {
     auto& headers = Detail->ColumnHeaders();
     headers.Add({}, QStringLiteral("Name"), 1440, forms::ColumnAlignment::Left);
     headers.Add({}, QStringLiteral("Type"), 2440, forms::ColumnAlignment::Left);
@@ -41,19 +32,11 @@ TableFieldView::TableFieldView(QWidget* container, const QString& name)
 
 void TableFieldView::Investigate(const QString& Tbl, SQLServerConnection& Db) {
     const ado::RecordsetPtr rows = Db.GetTableInfo(Tbl);
-    table_ = Tbl;
-    Detail->ListItems().Clear();
-    BorderFrame->SetCaption(QStringLiteral("Fields: ") + Tbl);
+    Begin(Tbl);
     script_.Begin(Tbl);
     ListedColumns list(*Detail);
     script_.ReadColumns(*rows, list);
     script_.Finish();
-}
-
-void TableFieldView::UserControl_Resize() {
-    SizeControl(*BorderFrame, ScaleWidth(), ScaleHeight());
-    SizeControl(*Detail, BorderFrame->Width() - 2 * Detail->Left(),
-                BorderFrame->Height() - (Detail->Top() + 120));
 }
 
 }  // namespace quarv

@@ -2,18 +2,14 @@
 // window that shows it owns it and lends the connection on each call; the pane keeps none of it.
 #pragma once
 
+#include "inspect/TableListPane.h"
 #include "inspect/TableScript.h"
-#include "platform/forms/UserControl.h"
 
 namespace quarv {
 
-namespace forms {
-class FramePlus;
-class ListView;
-}  // namespace forms
 class SQLServerConnection;
 
-class TableFieldView : public forms::UserControl {
+class TableFieldView : public TableListPane {
     Q_OBJECT
     QUARV_CONTROL_PROPERTIES
     Q_PROPERTY(QString ScriptText READ ScriptText)
@@ -27,13 +23,7 @@ class TableFieldView : public forms::UserControl {
     // The script of the last table, each line ended by CR LF; empty before the first.
     QString ScriptText() const { return script_.Text(); }
 
-  protected:
-    void UserControl_Resize() override;
-
   private:
-    forms::FramePlus* BorderFrame;
-    forms::ListView* Detail;
-    QString table_;
     TableScript script_;
 };
 

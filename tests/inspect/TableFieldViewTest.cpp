@@ -2,24 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include "db/SQLServerConnection.h"
 #include "inspect/ColumnRows.h"
-#include "platform/ado/MemoryConnection.h"
-#include "platform/forms/Form.h"
-#include "platform/forms/FramePlus.h"
-#include "platform/forms/ListView.h"
+#include "inspect/PaneTest.h"
 #include "support/Raised.h"
 
 namespace quarv {
 namespace {
 
-class TableFieldViewTest : public testing::Test {
+class TableFieldViewTest : public PaneTest<TableFieldView, forms::ListView> {
   protected:
-    TableFieldViewTest() {
-        view_.Move(0, 0, 9000, 6000);
-        db_.InitOpen(QStringLiteral("Provider=sqloledb;Data Source=srv;"));
-    }
-
     void Answer(const char* table, ado::MemoryResult result) {
         script_->Answer(
             QStringLiteral("select * from information_schema.columns where table_name='%1' order "
@@ -27,36 +18,14 @@ class TableFieldViewTest : public testing::Test {
                 .arg(QLatin1String(table)),
             std::move(result));
     }
-
-    forms::FramePlus& BorderFrame() {
-        return *view_.findChild<forms::FramePlus*>(QStringLiteral("BorderFrame"));
-    }
-    forms::ListView& Detail() {
-        return *view_.findChild<forms::ListView*>(QStringLiteral("Detail"));
-    }
-
-    std::shared_ptr<ado::MemoryScript> script_ = std::make_shared<ado::MemoryScript>();
-    SQLServerConnection db_{script_->Factory()};
-    forms::Form form_{QStringLiteral("Form1")};
-    TableFieldView view_{&form_, QStringLiteral("TableFieldViewer")};
 };
 
 TEST_F(TableFieldViewTest, HasItsFourColumns) {
-    const auto& columns = Detail().ColumnHeaders();
-    ASSERT_EQ(columns.Count(), 4);
-    const struct {
-        const char* text;
-        double width;
-        forms::ColumnAlignment alignment;
-    } expected[] = {{"Name", 1440, forms::ColumnAlignment::Left},
-                    {"Type", 2440, forms::ColumnAlignment::Left},
-                    {"Nullable", 1000, forms::ColumnAlignment::Centre},
-                    {"Default", 1440, forms::ColumnAlignment::Left}};
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(columns.Item(i + 1).text, expected[i].text);
-        EXPECT_EQ(columns.Item(i + 1).width, expected[i].width);
-        EXPECT_EQ(columns.Item(i + 1).alignment, expected[i].alignment);
-    }
+    EXPECT_EQ(ShownColumns(Detail()),
+              (std::vector<ShownColumn>{{"Name", 1440, forms::ColumnAlignment::Left},
+                                        {"Type", 2440, forms::ColumnAlignment::Left},
+                                        {"Nullable", 1000, forms::ColumnAlignment::Centre},
+                                        {"Default", 1440, forms::ColumnAlignment::Left}}));
 }
 
 TEST_F(TableFieldViewTest, ListsTheColumnsAndKeepsTheScript) {
@@ -115,30 +84,6 @@ TEST_F(TableFieldViewTest, ColumnsOfTwoTablesOfOneNameAreRefused) {
     Answer("T", ColumnRows({{.name = "id", .dataType = "int"}, {.name = "ID", .dataType = "int"}}));
     EXPECT_EQ(Raised([this] { view_.Investigate(QStringLiteral("T"), db_); }), 35602);
     EXPECT_EQ(Detail().ListItems().Count(), 1);
-}
-
-TEST_F(TableFieldViewTest, ResizingFillsThePane) {
-    view_.Move(0, 0, 9000, 6000);
-    EXPECT_EQ(BorderFrame().Width(), 9000);
-    EXPECT_EQ(BorderFrame().Height(), 6000);
-    EXPECT_EQ(Detail().Left(), 120);
-    EXPECT_EQ(Detail().Top(), 360);
-    EXPECT_EQ(Detail().Width(), 9000 - 240);
-    EXPECT_EQ(Detail().Height(), 6000 - 480);
-}
-
-TEST_F(TableFieldViewTest, TinyPaneLeavesSizesAsTheyWere) {
-    view_.Move(0, 0, 9000, 6000);
-    view_.Move(0, 0, 30, 30);
-    EXPECT_EQ(BorderFrame().Width(), 9000);
-    EXPECT_EQ(BorderFrame().Height(), 6000);
-    EXPECT_EQ(Detail().Width(), 9000 - 240);
-    EXPECT_EQ(Detail().Height(), 6000 - 480);
-    view_.Move(0, 0, 270, 511);
-    EXPECT_EQ(BorderFrame().Width(), 270);
-    EXPECT_EQ(BorderFrame().Height(), 511);
-    EXPECT_EQ(Detail().Width(), 9000 - 240);
-    EXPECT_EQ(Detail().Height(), 31);
 }
 
 }  // namespace
