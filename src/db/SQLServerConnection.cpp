@@ -52,6 +52,12 @@ ado::RecordsetPtr SQLServerConnection::GetObjectInfo(const QString& Sproc) {
     return OpenQuery(QStringLiteral("sp_help ") + SQLString(Sproc));
 }
 
+ado::CatalogPtr SQLServerConnection::GetCatalog() {
+    const auto catalog = std::make_shared<ado::Catalog>();
+    catalog->SetActiveConnection(ADOConn());
+    return catalog;
+}
+
 QString SQLServerConnection::o(const QString& ObjectName) {
     // A "]" in the name stays single: the server refuses such a name, and that is accepted.
     return u'[' + ObjectName + u']';

@@ -8,7 +8,7 @@
 #include <QString>
 
 #include "db/ConnectionInfo.h"
-#include "platform/ado/Connection.h"
+#include "platform/ado/Catalog.h"
 
 namespace quarv {
 
@@ -36,6 +36,9 @@ class SQLServerConnection {
     ado::RecordsetPtr GetIndexInfo(const QString& Tbl);
     ado::RecordsetPtr GetSprocInfo(const QString& Sproc);
     ado::RecordsetPtr GetObjectInfo(const QString& Sproc);
+
+    // New, over the connection itself.
+    ado::CatalogPtr GetCatalog();
 
     // The name in brackets.
     static QString o(const QString& ObjectName);

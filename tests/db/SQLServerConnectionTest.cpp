@@ -57,6 +57,7 @@ TEST_F(SQLServerConnections, QueriesBeforeInitOpenRaiseTheDataLayersError) {
     EXPECT_EQ(Raised([&] { connection_.OpenQuery("select 1"); }), NotOpen);
     EXPECT_EQ(Raised([&] { connection_.GetTableList(); }), NotOpen);
     EXPECT_EQ(Raised([&] { connection_.GetSprocList(); }), NotOpen);
+    EXPECT_EQ(Raised([&] { connection_.GetCatalog()->Tables("t"); }), NotOpen);
 }
 
 TEST_F(SQLServerConnections, SecondInitOpenReplacesTheConnection) {
@@ -114,6 +115,18 @@ TEST_F(SQLServerConnections, ListsComeFromTheSchemaRowsets) {
     EXPECT_EQ((*connection_.GetTableList())["table_name"].Text(), "t");
     EXPECT_EQ((*connection_.GetSprocList())["procedure_name"].Text(), "p;1");
     EXPECT_TRUE(script_->Statements().isEmpty());
+}
+
+TEST_F(SQLServerConnections, EachCatalogueIsANewOneOverTheConnectionItself) {
+    script_->AnswerSchema(
+        ado::Schema::Tables,
+        ado::MemoryResult::Rows({"TABLE_SCHEMA", "TABLE_NAME"}, {{u"dbo", u"t"}}));
+    connection_.InitOpen(Sample);
+    const ado::CatalogPtr catalog = connection_.GetCatalog();
+    EXPECT_EQ(catalog->ActiveConnection(), connection_.ADOConn());
+    EXPECT_NE(connection_.GetCatalog(), catalog);
+    EXPECT_TRUE(script_->Schemas().isEmpty());
+    EXPECT_EQ(catalog->Tables("t").Name(), "t");
 }
 
 TEST_F(SQLServerConnections, ErrorsPassThroughUnchanged) {

@@ -33,8 +33,10 @@ class Connection : public Object {
     // closed record set and sends nothing. Rows still pending on an earlier record set of this
     // connection are read into memory first. Raises DataError.
     virtual RecordsetPtr Execute(const QString& sql, int options = -1) = 0;
-    // The rowset without restrictions. Raises DataError.
-    virtual RecordsetPtr OpenSchema(Schema schema) = 0;
+    // The rowset. PrimaryKeys and Indexes must be of a table. Tables may be restricted to a name:
+    // rows of other tables, whose names are like it, may then be among them. The schema's name
+    // counts only where a table is needed, `table` not at all for the rest. Raises DataError.
+    virtual RecordsetPtr OpenSchema(Schema schema, const TableName& table = {}) = 0;
 
     // Seconds to wait for a connection to open (default 15; 0: for ever).
     virtual int ConnectionTimeout() const = 0;

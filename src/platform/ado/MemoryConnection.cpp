@@ -37,9 +37,9 @@ RecordsetPtr MemoryConnection::Execute(const QString& sql, int) {
     return MemoryRecordset::First(script_->Run(sql), open_);
 }
 
-RecordsetPtr MemoryConnection::OpenSchema(Schema schema) {
+RecordsetPtr MemoryConnection::OpenSchema(Schema schema, const TableName& table) {
     RequireOpen();
-    return MemoryRecordset::First({script_->RunSchema(schema)}, open_);
+    return MemoryRecordset::First({script_->RunSchema(schema, table)}, open_);
 }
 
 void MemoryConnection::RequireOpen() const {

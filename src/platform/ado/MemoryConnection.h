@@ -24,7 +24,7 @@ class MemoryConnection : public Connection {
     ObjectState State() const override { return open_ ? adStateOpen : adStateClosed; }
     void Close() override;
     RecordsetPtr Execute(const QString& sql, int options = -1) override;
-    RecordsetPtr OpenSchema(Schema schema) override;
+    RecordsetPtr OpenSchema(Schema schema, const TableName& table) override;
     int ConnectionTimeout() const override { return connectionTimeout_; }
     void SetConnectionTimeout(int seconds) override { connectionTimeout_ = seconds; }
     int CommandTimeout() const override { return commandTimeout_; }

@@ -19,7 +19,11 @@ MemoryScript& MemoryScript::AnswerOthers(Answerer answerer) {
 }
 
 MemoryScript& MemoryScript::AnswerSchema(Schema schema, MemoryResult result) {
-    schemas_.insert(static_cast<int>(schema), std::move(result));
+    return AnswerSchema(schema, QString(), std::move(result));
+}
+
+MemoryScript& MemoryScript::AnswerSchema(Schema schema, const QString& table, MemoryResult result) {
+    schemas_.insert({static_cast<int>(schema), table}, std::move(result));
     return *this;
 }
 
@@ -40,11 +44,16 @@ MemoryResults MemoryScript::Run(const QString& sql) {
     return {MemoryResult::Fails(QStringLiteral("No answer was scripted for: ") + sql)};
 }
 
-MemoryResult MemoryScript::RunSchema(Schema schema) const {
-    const auto found = schemas_.constFind(static_cast<int>(schema));
-    if (found != schemas_.constEnd()) return *found;
-    return MemoryResult::Fails(
-        QStringLiteral("No rowset was scripted for schema %1").arg(static_cast<int>(schema)));
+MemoryResult MemoryScript::RunSchema(Schema schema, const TableName& table) {
+    const int number = static_cast<int>(schema);
+    QString asked = QString::number(number);
+    if (!table.name.isEmpty()) asked += u' ' + table.schema + u'.' + table.name;
+    schemasAsked_.append(asked);
+    for (const QString& name : {table.name, QString()}) {
+        const auto found = schemas_.constFind({number, name});
+        if (found != schemas_.constEnd()) return *found;
+    }
+    return MemoryResult::Fails(QStringLiteral("No rowset was scripted for schema ") + asked);
 }
 
 void MemoryScript::CountOpen(const QString& connectionString) {

@@ -23,12 +23,18 @@ class MemoryScript : public std::enable_shared_from_this<MemoryScript> {
     MemoryScript& Answer(const QString& sql, MemoryResult result);
     // Asked for statements that have no answer of their own.
     MemoryScript& AnswerOthers(Answerer answerer);
+    // Whatever table is asked for.
     MemoryScript& AnswerSchema(Schema schema, MemoryResult result);
+    // Where this table is asked for, by its name, letter for letter.
+    MemoryScript& AnswerSchema(Schema schema, const QString& table, MemoryResult result);
     // Every Open raises this error; with nothing, it succeeds again.
     MemoryScript& FailOpen(std::optional<DataError> error);
 
     // Every statement text sent, in order; empty texts are not sent.
     const QStringList& Statements() const { return statements_; }
+    // Every rowset asked for, in order: its number and, where one was given, the table as "schema"
+    // and "name": "20", "20 .t", "28 dbo.t".
+    const QStringList& Schemas() const { return schemasAsked_; }
     // The connection string of every Open, failed ones included.
     const QStringList& Opened() const { return opened_; }
     // How many connections are open now.
@@ -42,15 +48,16 @@ class MemoryScript : public std::enable_shared_from_this<MemoryScript> {
 
     // A statement without an answer raises a DataError that quotes it.
     MemoryResults Run(const QString& sql);
-    MemoryResult RunSchema(Schema schema) const;
+    MemoryResult RunSchema(Schema schema, const TableName& table);
     void CountOpen(const QString& connectionString);
     void CountClose() { --openConnections_; }
 
     QHash<QString, MemoryResults> answers_;
-    QHash<int, MemoryResult> schemas_;
+    QHash<std::pair<int, QString>, MemoryResult> schemas_;  // no name: whatever the table
     Answerer others_;
     std::optional<DataError> openError_;
     QStringList statements_;
+    QStringList schemasAsked_;
     QStringList opened_;
     int openConnections_ = 0;
 };

@@ -1,5 +1,10 @@
 #include "platform/ado/odbc/OdbcCommand.h"
 
+#include <sqlext.h>
+#include <sqlucode.h>
+
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "platform/ado/odbc/Diagnostics.h"
@@ -9,6 +14,38 @@
 #include "platform/ado/odbc/StoredResult.h"
 
 namespace quarv::ado::odbc {
+
+namespace {
+
+// A name as the catalogue calls take it. They count in 16 bits; what is cut was no table's name.
+class NameArgument {
+  public:
+    explicit NameArgument(QString name)
+        : name_(std::move(name)),
+          length_(static_cast<SQLSMALLINT>(
+              std::min<qsizetype>(name_.size(), std::numeric_limits<SQLSMALLINT>::max()))) {}
+
+    // Null, which asks for everything, where there is no name.
+    SQLWCHAR* Text() const {
+        if (length_ == 0) return nullptr;
+        return reinterpret_cast<SQLWCHAR*>(const_cast<ushort*>(name_.utf16()));
+    }
+    SQLSMALLINT Length() const { return length_; }
+
+  private:
+    QString name_;
+    SQLSMALLINT length_;
+};
+
+// A pattern that fits the name. Drivers and servers differ in how a wildcard is made to stand for
+// itself; any one character fits it everywhere.
+NameArgument PatternFor(QString name) {
+    for (QChar& each : name)
+        if (QStringView(u"%[]\\").contains(each)) each = u'_';
+    return NameArgument(std::move(name));
+}
+
+}  // namespace
 
 OdbcCommand::OdbcCommand(std::shared_ptr<OdbcSession> session, int timeout)
     : session_(std::move(session)), statement_(session_->Handle()) {
@@ -33,28 +70,39 @@ std::shared_ptr<OdbcCommand> OdbcCommand::Run(std::shared_ptr<OdbcSession> sessi
 }
 
 std::shared_ptr<OdbcCommand> OdbcCommand::RunSchema(std::shared_ptr<OdbcSession> session,
-                                                    Schema schema, int timeout) {
+                                                    Schema schema, const TableName& table,
+                                                    int timeout) {
     session->Free();
     std::shared_ptr<OdbcCommand> command(new OdbcCommand(session, timeout));
     command->schema_ = schema;
-    const SQLHSTMT statement = command->statement_.get();
-    SQLWCHAR all[] = {'%', 0};
-    SQLWCHAR none[] = {0};
-    SQLRETURN rc = SQL_ERROR;
-    switch (schema) {
-        case Schema::Catalogs:
-            rc = SQLTablesW(statement, all, SQL_NTS, none, SQL_NTS, none, SQL_NTS, none, SQL_NTS);
-            break;
-        case Schema::Tables:
-            rc = SQLTablesW(statement, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0);
-            break;
-        case Schema::Procedures:
-            rc = SQLProceduresW(statement, nullptr, 0, nullptr, 0, nullptr, 0);
-            break;
-    }
-    command->Begin(rc);
+    command->Begin(command->AskFor(schema, table));
     session->SetBusy(command);
     return command;
+}
+
+SQLRETURN OdbcCommand::AskFor(Schema schema, const TableName& table) {
+    const SQLHSTMT statement = statement_.get();
+    const NameArgument owner(table.schema);
+    const NameArgument name(table.name);
+    const NameArgument like = PatternFor(table.name);
+    SQLWCHAR all[] = {'%', 0};
+    SQLWCHAR none[] = {0};
+    switch (schema) {
+        case Schema::Catalogs:
+            return SQLTablesW(statement, all, SQL_NTS, none, SQL_NTS, none, SQL_NTS, none, SQL_NTS);
+        case Schema::Tables:
+            return SQLTablesW(statement, nullptr, 0, nullptr, 0, like.Text(), like.Length(),
+                              nullptr, 0);
+        case Schema::Procedures:
+            return SQLProceduresW(statement, nullptr, 0, nullptr, 0, nullptr, 0);
+        case Schema::Indexes:
+            return SQLStatisticsW(statement, nullptr, 0, owner.Text(), owner.Length(), name.Text(),
+                                  name.Length(), SQL_INDEX_ALL, SQL_QUICK);
+        case Schema::PrimaryKeys:
+            return SQLPrimaryKeysW(statement, nullptr, 0, owner.Text(), owner.Length(), name.Text(),
+                                   name.Length());
+    }
+    return SQL_ERROR;
 }
 
 void OdbcCommand::Begin(SQLRETURN executed) {

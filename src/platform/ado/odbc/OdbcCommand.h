@@ -24,7 +24,8 @@ class OdbcCommand : public std::enable_shared_from_this<OdbcCommand> {
     static std::shared_ptr<OdbcCommand> Run(std::shared_ptr<OdbcSession> session,
                                             const QString& sql, int timeout);
     static std::shared_ptr<OdbcCommand> RunSchema(std::shared_ptr<OdbcSession> session,
-                                                  Schema schema, int timeout);
+                                                  Schema schema, const TableName& table,
+                                                  int timeout);
     ~OdbcCommand();
 
     // The connection was closed.
@@ -49,6 +50,7 @@ class OdbcCommand : public std::enable_shared_from_this<OdbcCommand> {
     };
 
     OdbcCommand(std::shared_ptr<OdbcSession> session, int timeout);
+    SQLRETURN AskFor(Schema schema, const TableName& table);
     void Begin(SQLRETURN executed);
     std::unique_ptr<Result> LiveRows();
     void RunToEnd();

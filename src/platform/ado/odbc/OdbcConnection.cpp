@@ -128,10 +128,10 @@ RecordsetPtr OdbcConnection::Execute(const QString& sql, int) {
     return std::make_shared<OdbcRecordset>(OdbcCommand::Run(session_, sql, commandTimeout_));
 }
 
-RecordsetPtr OdbcConnection::OpenSchema(Schema schema) {
+RecordsetPtr OdbcConnection::OpenSchema(Schema schema, const TableName& table) {
     RequireOpen();
     return std::make_shared<OdbcRecordset>(
-        OdbcCommand::RunSchema(session_, schema, commandTimeout_));
+        OdbcCommand::RunSchema(session_, schema, table, commandTimeout_));
 }
 
 void OdbcConnection::SetConnectionTimeout(int seconds) {

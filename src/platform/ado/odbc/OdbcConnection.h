@@ -22,7 +22,7 @@ class OdbcConnection : public Connection {
     ObjectState State() const override;
     void Close() override;
     RecordsetPtr Execute(const QString& sql, int options) override;
-    RecordsetPtr OpenSchema(Schema schema) override;
+    RecordsetPtr OpenSchema(Schema schema, const TableName& table) override;
     int ConnectionTimeout() const override { return connectionTimeout_; }
     void SetConnectionTimeout(int seconds) override;
     int CommandTimeout() const override { return commandTimeout_; }

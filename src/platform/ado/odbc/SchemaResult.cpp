@@ -11,7 +11,8 @@ namespace {
 
 // The columns of a schema rowset and the position each has in the ODBC call's result, by the OLE DB
 // programmer's reference ("Schema Rowsets") and the ODBC programmer's reference ("SQLTables",
-// "SQLProcedures"). Driver managers and servers name them differently, so positions count.
+// "SQLProcedures", "SQLPrimaryKeys", "SQLStatistics"). Driver managers and servers name them
+// differently, so positions count.
 struct Source {
     const char* name;
     int position;
@@ -31,6 +32,20 @@ constexpr std::array ProcedureColumns{
     Source{"DATE_CREATED", -1},     Source{"DATE_MODIFIED", -1},
 };
 
+constexpr std::array PrimaryKeyColumns{
+    Source{"TABLE_CATALOG", 0}, Source{"TABLE_SCHEMA", 1}, Source{"TABLE_NAME", 2},
+    Source{"COLUMN_NAME", 3},   Source{"COLUMN_GUID", -1}, Source{"COLUMN_PROPID", -1},
+    Source{"ORDINAL", 4},       Source{"PK_NAME", 5},
+};
+
+// Without what the call tells in other terms or not at all.
+constexpr std::array IndexColumns{
+    Source{"TABLE_CATALOG", 0},     Source{"TABLE_SCHEMA", 1}, Source{"TABLE_NAME", 2},
+    Source{"INDEX_NAME", 5},        Source{"TYPE", 6},         Source{"ORDINAL_POSITION", 7},
+    Source{"COLUMN_NAME", 8},       Source{"CARDINALITY", 10}, Source{"PAGES", 11},
+    Source{"FILTER_CONDITION", 12},
+};
+
 constexpr std::size_t TypeColumn = 3;  // TABLE_TYPE and PROCEDURE_TYPE
 constexpr char16_t SystemTable[] = u"SYSTEM TABLE";
 
@@ -48,6 +63,10 @@ Layout LayoutOf(Schema schema) {
             return {TableColumns.data(), TableColumns.size(), 1};
         case Schema::Procedures:
             return {ProcedureColumns.data(), ProcedureColumns.size(), 1};
+        case Schema::Indexes:
+            return {IndexColumns.data(), IndexColumns.size(), -1};
+        case Schema::PrimaryKeys:
+            return {PrimaryKeyColumns.data(), PrimaryKeyColumns.size(), -1};
     }
     return {nullptr, 0, -1};
 }

@@ -11,7 +11,7 @@ namespace quarv::ado::odbc {
 
 class SchemaResult : public Result {
   public:
-    // `source` is what SQLTables or SQLProcedures gave for `schema`. Columns that the driver did
+    // `source` is what the catalogue call that goes with `schema` gave. Columns that the driver did
     // not deliver are null.
     SchemaResult(Schema schema, std::unique_ptr<Result> source);
 
