@@ -50,6 +50,11 @@ class Desktop:
         """Presses keys by their X names, combinations joined by a plus sign."""
         self._tool(["xdotool", "key", "--delay", "15", *keys])
 
+    def press_holding(self, modifier, key):
+        """Presses a key while another is held, and lets that one go last: a combination that is
+        pressed as one lets its keys go in the order in which it names them."""
+        self._tool(["xdotool", "keydown", modifier, "key", key, "keyup", modifier])
+
     def type(self, text):
         self._tool(["xdotool", "type", "--delay", "10", "--", text])
 
