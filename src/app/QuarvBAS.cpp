@@ -35,7 +35,7 @@ int QuarvBAS::Run() {
 
 void QuarvBAS::DoView(const QString& connStr) {
     try {
-        mainWindow_ = std::make_unique<DatabaseView>(newConnection_);
+        mainWindow_ = std::make_unique<DatabaseView>(newConnection_, registry_);
         mainWindow_->DoView(connStr);
     } catch (const Error& e) {
         EndAfter(e.Description());

@@ -23,6 +23,12 @@ QString BarsToLineBreaks(const QString& text) {
     return result.replace(u'|', QStringLiteral("\r\n"));
 }
 
+QString TrimBlanks(QStringView text) {
+    while (text.startsWith(u' ')) text = text.sliced(1);
+    while (text.endsWith(u' ')) text.chop(1);
+    return text.toString();
+}
+
 QString TrimAtNull(const QString& text) {
     const qsizetype end = text.indexOf(QChar::Null);
     return end < 0 ? text : text.first(end);

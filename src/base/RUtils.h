@@ -18,6 +18,8 @@ bool SameText(QStringView a, QStringView b);
 void AddToCommaList(QString& list, const QString& item);
 // Every "|" becomes CR LF.
 QString BarsToLineBreaks(const QString& text);
+// The text without the blanks (code 32 alone) at its two ends.
+QString TrimBlanks(QStringView text);
 // The text before the first character of code 0, all of it where there is none.
 QString TrimAtNull(const QString& text);
 

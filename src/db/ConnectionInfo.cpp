@@ -28,12 +28,6 @@ QString Pair(QStringView key, const QString& value) {
     return key.toString() + u'=' + value + u';';
 }
 
-QString TrimBlanks(QStringView text) {
-    while (text.startsWith(u' ')) text = text.sliced(1);
-    while (text.endsWith(u' ')) text.chop(1);
-    return text.toString();
-}
-
 }  // namespace
 
 void ConnectionInfo::Setup(const QString& source, const QString& user, const QString& pwd,

@@ -9,18 +9,6 @@
 #include "platform/forms/TextBox.h"
 
 namespace quarv {
-namespace {
-
-// The blank alone counts: a line break or a tab at an end is part of the source.
-QString WithoutBlanksAround(const QString& text) {
-    qsizetype from = 0;
-    qsizetype to = text.size();
-    while (from < to && text[from] == u' ') ++from;
-    while (from < to && text[to - 1] == u' ') --to;
-    return text.mid(from, to - from);
-}
-
-}  // namespace
 
 SprocView::SprocView(QWidget* container, const QString& name)
     : forms::UserControl(container, name),
@@ -50,7 +38,8 @@ void SprocView::ShowRoutine(const ado::Recordset& rows) {
                             rows[QStringLiteral("routine_name")].ToText() +
                             QStringLiteral(", created ") +
                             rows[QStringLiteral("created")].ToText());
-    Detail->SetText(WithoutBlanksAround(rows[QStringLiteral("routine_definition")].ToText()));
+    // The blank alone counts: a line break or a tab at an end is part of the source.
+    Detail->SetText(TrimBlanks(rows[QStringLiteral("routine_definition")].ToText()));
 }
 
 void SprocView::ShowParameters(ado::Recordset* rows) {

@@ -48,6 +48,14 @@ TEST(RUtils, TrimAtNullCutsAtTheFirst) {
     EXPECT_EQ(TrimAtNull(QString(QChar(0))), "");
 }
 
+TEST(RUtils, TrimBlanksTakesBlanksAlone) {
+    EXPECT_EQ(TrimBlanks(u"  a b  "), "a b");
+    EXPECT_EQ(TrimBlanks(u" \t a \r\n "), "\t a \r\n");
+    EXPECT_EQ(TrimBlanks(u"\u00A0a"), "\u00A0a");
+    EXPECT_EQ(TrimBlanks(u"   "), "");
+    EXPECT_EQ(TrimBlanks(QStringView()), "");
+}
+
 TEST(RUtils, MaxAndMinGiveTheSecondOfEquals) {
     EXPECT_EQ(MaxOf(3, 2).ToInteger(), 3);
     EXPECT_EQ(MaxOf(2, 3).ToInteger(), 3);
