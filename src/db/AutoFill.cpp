@@ -68,11 +68,13 @@ void AutoFill::EditsComplete(bool saveAsDefault) {
 void AutoFill::SaveMRU() {
     Box();
     const int count = items_.Count();
+    std::vector<RegistryPair> entries;
     for (int i = 1; i <= count; ++i)
-        registry_.SaveSectionString(section_, ValueName(i), items_.Items(static_cast<qint16>(i)));
+        entries.push_back({.Name = ValueName(i), .Value = items_.Items(static_cast<qint16>(i))});
+    QStringList stale;
     // Deliberately no further than this: entries above it stay for good.
-    for (int i = count + 1; i <= LastDeleted; ++i)
-        registry_.DeleteSectionValue(section_, ValueName(i));
+    for (int i = count + 1; i <= LastDeleted; ++i) stale.append(ValueName(i));
+    registry_.SaveSectionStrings(section_, entries, stale);
 }
 
 QString AutoFill::ValueName(int position) const {

@@ -32,8 +32,8 @@ class AutoFill {
     // The user is done with the box: its text is added and saved, and stored as the default too
     // where that is wanted.
     void EditsComplete(bool saveAsDefault = false);
-    // Makes the stored list this one, a write to the registry for each entry that became another.
-    // The last program to save wins.
+    // Makes the stored list this one, in one write to the registry: whole or, where that fails, not
+    // at all; no write where it is this one already. The last program to save wins.
     void SaveMRU();
     // 1-based, 1 the newest. Raises SubscriptOutOfRange outside the storage of the list; it is not
     // compared with the count.

@@ -19,6 +19,11 @@ QString TextOf(QByteArrayView data) {
     return data.isEmpty() ? QString() : FromUtf8(data.chopped(1));
 }
 
+// The other way.
+QByteArray DataOf(const QString& text) {
+    return text.toUtf8().append('\0');
+}
+
 QString TextOrDefault(const Value& value, const QString& defaultText) {
     const QString text = value.IsEmpty() ? QString() : value.ToText();
     return text.isEmpty() ? defaultText : text;
@@ -44,8 +49,7 @@ void Registry::CreateKey(const QString& keyPath) {
 void Registry::SetValueEx(HKey key, const QString& name, quint32 type, const Value& value) {
     QByteArray data;
     if (type == REG_SZ) {
-        data = value.ToText().toUtf8();
-        data.append('\0');
+        data = DataOf(value.ToText());
     } else if (type == REG_DWORD) {
         const qint64 number = value.ToInteger();
         using Long = std::numeric_limits<qint32>;
@@ -133,7 +137,19 @@ void Registry::SaveSectionString(const QString& section, const QString& name, co
     SetKeyValue(sectionPrefix_ + section, name, text, REG_SZ);
 }
 
+void Registry::SaveSectionStrings(const QString& section, const std::vector<RegistryPair>& texts,
+                                  const QStringList& deletedNames) {
+    std::vector<ValueChange> changes;
+    changes.reserve(texts.size() + static_cast<size_t>(deletedNames.size()));
+    for (const RegistryPair& text : texts)
+        changes.push_back({.name = text.Name.toUtf8(), .type = REG_SZ, .data = DataOf(text.Value)});
+    for (const QString& name : deletedNames)
+        changes.push_back({.name = name.toUtf8(), .type = REG_NONE, .data = {}});
+    hives_.RegSetKeyValues(currentRoot_, (sectionPrefix_ + section).toUtf8().constData(), changes);
+}
+
 std::vector<RegistryPair> Registry::GetSectionValues(const QString& section) {
+    const Hives::Snapshot snapshot(hives_);
     std::vector<RegistryPair> pairs;
     ResultCode code = ERROR_SUCCESS;
     const HKey key = Open(sectionPrefix_ + section, KEY_ALL_ACCESS, &code);

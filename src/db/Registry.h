@@ -4,7 +4,7 @@
 // knows no file.
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <vector>
 
 #include "base/Value.h"
@@ -53,8 +53,12 @@ class Registry {
     QString GetSectionString(const QString& section, const QString& name,
                              const QString& defaultText);
     void SaveSectionString(const QString& section, const QString& name, const QString& text);
-    // The texts, in the order in which they are enumerated. A value with a name of more than 89
-    // bytes or data of more than 510 bytes and the terminator is left out.
+    // Sets the texts in their order, then deletes the values of those names, in one write: another
+    // program sees the section before or after. Nothing is written where nothing changes.
+    void SaveSectionStrings(const QString& section, const std::vector<RegistryPair>& texts,
+                            const QStringList& deletedNames);
+    // The texts as they are at one moment, in the order in which they are enumerated. A value with
+    // a name of more than 89 bytes or data of more than 510 bytes and the terminator is left out.
     std::vector<RegistryPair> GetSectionValues(const QString& section);
     void DeleteSectionValue(const QString& section, const QString& name);
 

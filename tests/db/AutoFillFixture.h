@@ -27,6 +27,20 @@ class AutoFillFixture : public testing::Test {
                 .overlay = root + "/overlay.hive"};
     }
 
+    // One that starts now with a box of its own: nothing is shared but the files.
+    struct OtherProgram {
+        explicit OtherProgram(const registry::HivePaths& paths) : hives(paths) {
+            registry.SetCurrentRoot(registry::HKEY_CURRENT_USER);
+            fill.Init(box, Section, Key);
+        }
+
+        registry::Hives hives;
+        Registry registry{hives};
+        forms::Form form{QStringLiteral("G")};
+        forms::ComboBox box{&form, QStringLiteral("Other")};
+        AutoFill fill{registry};
+    };
+
     void Store(const char* name, const QString& text) {
         registry_.SaveSectionString(Section, name, text);
     }

@@ -148,21 +148,16 @@ TEST_F(AutoFillTest, TwoKeysShareASection) {
 
 TEST_F(AutoFillTest, OfTwoProgramsTheLastToSaveWins) {
     Init();
-    registry::Hives hives(Paths());
-    Registry registry(hives);
-    registry.SetCurrentRoot(registry::HKEY_CURRENT_USER);
-    forms::ComboBox box(&form_, QStringLiteral("Other"));
-    AutoFill other(registry);
-    other.Init(box, Section, Key);
+    OtherProgram other(Paths());
     fill_.Add("A");
     fill_.Add("B");
     fill_.Add("C", true);
-    other.Add("X");
-    other.Add("Y", true);
+    other.fill.Add("X");
+    other.fill.Add("Y", true);
     EXPECT_EQ(AllStored(), (QStringList{"Where-1=Y", "Where-2=X"}));
     fill_.SaveMRU();
     EXPECT_EQ(AllStored(), (QStringList{"Where-1=C", "Where-2=B", "Where-3=A"}));
-    EXPECT_EQ(ListOf(box), (QStringList{"Y", "X"}));
+    EXPECT_EQ(ListOf(other.box), (QStringList{"Y", "X"}));
 }
 
 TEST_F(AutoFillTest, TheStoredDefaultIsShown) {

@@ -114,6 +114,32 @@ TEST_F(RegistryTest, SectionsLieDirectlyUnderTheRoot) {
     EXPECT_EQ(QStringLiteral("d"), registry_.GetSectionString("where", "Where-1", "d"));
 }
 
+TEST_F(RegistryTest, SectionStringsAreSetInTheirOrderAndOthersDeleted) {
+    registry_.SetCurrentRoot(HKEY_CURRENT_USER);
+    registry_.SaveSectionString("S", "stale", "x");
+    registry_.SaveSectionString("S", "kept", "k");
+    registry_.SaveSectionStrings("S", {{"b", QStringLiteral("\u00e4")}, {"a", ""}},
+                                 {"stale", "not there"});
+    const std::vector<RegistryPair> expected = {
+        {"kept", "k"}, {"b", QStringLiteral("\u00e4")}, {"a", ""}};
+    EXPECT_EQ(expected, registry_.GetSectionValues("S"));
+    EXPECT_EQ(QByteArray("\xc3\xa4"), Get(hives_, HKEY_CURRENT_USER, "S", "b"));
+}
+
+TEST_F(RegistryTest, SectionStringsThatCannotAllBeSavedAreDroppedTogether) {
+    registry_.SetCurrentRoot(HKEY_CURRENT_USER);
+    registry_.SaveSectionString("S", "a", "old");
+    registry_.SaveSectionStrings("S", {{"a", "new"}, {"b", Repeat(9000000, u'x')}}, {});
+    const std::vector<RegistryPair> expected = {{"a", "old"}};
+    EXPECT_EQ(expected, registry_.GetSectionValues("S"));
+}
+
+TEST_F(RegistryTest, SectionStringsBeforeTheFirstMachineWideWriteAreLost) {
+    registry_.SaveSectionStrings("S", {{"a", "x"}}, {});
+    EXPECT_FALSE(Exists(paths_.user));
+    EXPECT_FALSE(Exists(paths_.machine));
+}
+
 TEST_F(RegistryTest, ASectionThatIsNotThereHasNoValues) {
     registry_.SetCurrentRoot(HKEY_CURRENT_USER);
     EXPECT_TRUE(registry_.GetSectionValues("no section").empty());

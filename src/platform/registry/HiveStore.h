@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 
 #include "platform/registry/Change.h"
 #include "platform/registry/HiveFile.h"
@@ -18,21 +19,30 @@ class HiveStore {
     // Brings the tree up to date; codes as HiveFile::Read. A hive or an overlay that cannot be read
     // counts as empty where there are both.
     ResultCode Read();
+    // From the first Read behind a Hold until as many Releases, Read answers the same and brings
+    // nothing in, except behind a Write of this object.
+    void Hold() { ++holds_; }
+    void Release();
     // As of the last Read. Valid until the next call.
     const HiveKey& Root() const;
 
-    // Makes the change in the hive, or in the overlay where the hive may not be written. Codes as
-    // HiveFile::Update.
-    ResultCode Write(const Change& change);
+    // Makes the changes in their order in the hive, or in the overlay where the hive may not be
+    // written: a file gets all of them at one stroke or none. Codes as HiveFile::Update.
+    ResultCode Write(std::span<const Change> changes);
+    ResultCode Write(const Change& change) { return Write(std::span(&change, 1)); }
 
   private:
-    ResultCode WriteBesideOverlay(const Change& change);
+    ResultCode ReadFiles();
+    // `code` is what the same changes came to in the hive.
+    ResultCode FollowInOverlay(std::span<const Change> changes, ResultCode code);
 
     HiveFile hive_;
     std::optional<HiveFile> overlay_;
     HiveKey merged_;
     quint64 hiveGeneration_ = 0;
     quint64 overlayGeneration_ = 0;
+    int holds_ = 0;
+    std::optional<ResultCode> held_;  // what Read answers while it is held
 };
 
 }  // namespace quarv::registry

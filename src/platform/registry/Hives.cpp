@@ -48,7 +48,32 @@ ResultCode GiveName(const QString& from, char* name, quint32* size) {
     return ERROR_SUCCESS;
 }
 
+// The change of a value of the key at `path`, checked as every call checks a name and data.
+ResultCode MakeChange(const ValueChange& from, const QStringList& path, Change& change) {
+    const bool sets = from.data.has_value();
+    change = {.kind = sets ? Change::Kind::SetValue : Change::Kind::DeleteValue,
+              .path = path,
+              .value = {}};
+    if (CheckValueName(from.name, change.value.name) != ERROR_SUCCESS)
+        return ERROR_INVALID_PARAMETER;
+    if (!sets) return ERROR_SUCCESS;
+    if (from.data->size() > MaxHiveBytes) return ERROR_NOT_ENOUGH_QUOTA;
+    change.value.type = from.type;
+    change.value.data = *from.data;
+    return ERROR_SUCCESS;
+}
+
 }  // namespace
+
+Hives::Snapshot::Snapshot(Hives& hives) : hives_(hives) {
+    hives_.user_.Hold();
+    hives_.machine_.Hold();
+}
+
+Hives::Snapshot::~Snapshot() {
+    hives_.user_.Release();
+    hives_.machine_.Release();
+}
 
 Hives::Hives(const HivePaths& paths, Report report)
     : user_(HiveFile(paths.user, HiveKind::Plain, PrivateFolder, OrStderr(report))),
@@ -99,6 +124,22 @@ ResultCode Hives::RegSetValueEx(HKey key, const char* name, quint32 type, const 
     value.data = QByteArray(static_cast<const char*>(data), size);
     return open.store->Write(
         {.kind = Change::Kind::SetValue, .path = open.path, .value = std::move(value)});
+}
+
+ResultCode Hives::RegSetKeyValues(HKey key, const char* subKey,
+                                  const std::vector<ValueChange>& changes) {
+    OpenKey open;
+    qsizetype levels = 0;
+    ResultCode code = Below(key, subKey, open, &levels);
+    if (code != ERROR_SUCCESS) return code;
+    if ((open.access & KEY_SET_VALUE) == 0) return ERROR_ACCESS_DENIED;
+    if (levels > MaxLevelsPerCreate) return ERROR_INVALID_PARAMETER;
+    std::vector<Change> checked(changes.size());
+    for (size_t i = 0; i < changes.size(); ++i) {
+        code = MakeChange(changes[i], open.path, checked[i]);
+        if (code != ERROR_SUCCESS) return code;
+    }
+    return open.store->Write(checked);
 }
 
 ResultCode Hives::RegQueryValueEx(HKey key, const char* name, quint32* type, void* data,

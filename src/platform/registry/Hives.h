@@ -5,6 +5,8 @@
 #pragma once
 
 #include <QHash>
+#include <optional>
+#include <vector>
 
 #include "platform/registry/HivePaths.h"
 #include "platform/registry/HiveStore.h"
@@ -20,8 +22,27 @@ struct KeyInfo {
     quint32 maxData = 0;  // bytes, a text's terminator included
 };
 
+// What becomes of one value.
+struct ValueChange {
+    QByteArray name;  // empty for the key's default value
+    quint32 type = REG_NONE;
+    std::optional<QByteArray> data;  // as RegSetValueEx takes it; nothing: the value is deleted
+};
+
 class Hives {
   public:
+    // While one lives, reads see one state of each hive file, that of the first read or of the last
+    // write through the same Hives, whatever other programs write meanwhile. `hives` outlives it.
+    class Snapshot {
+      public:
+        explicit Snapshot(Hives& hives);
+        ~Snapshot();
+        Q_DISABLE_COPY_MOVE(Snapshot)
+
+      private:
+        Hives& hives_;
+    };
+
     // `report` takes a line for each damaged file; none given: they go to stderr.
     explicit Hives(const HivePaths& paths, Report report = {});
 
@@ -35,6 +56,12 @@ class Hives {
     // terminator; the bytes are kept as they are.
     ResultCode RegSetValueEx(HKey key, const char* name, quint32 type, const void* data,
                              quint32 size);
+    // As the platform sets one value below a key, but several: in their order, all at one stroke or
+    // none; another program sees the values before or after. Needs KEY_SET_VALUE of `key`. The key
+    // `subKey` is made for the first value that is set in it; a null one or "" is `key` itself. To
+    // delete what is not there is no error. Nothing is written where nothing changes.
+    ResultCode RegSetKeyValues(HKey key, const char* subKey,
+                               const std::vector<ValueChange>& changes);
     // Needs KEY_QUERY_VALUE. Any of the pointers may be null; `size` goes in as the buffer's bytes
     // and comes back as the data's. ERROR_MORE_DATA where the buffer is too small.
     ResultCode RegQueryValueEx(HKey key, const char* name, quint32* type, void* data,

@@ -34,10 +34,16 @@ bool HidesBase(const HiveKey& overlay, const QStringList& path) {
     return false;
 }
 
+// The value that the change is about; null where there is none.
+const HiveValue* ValueIn(const HiveKey& root, const Change& change) {
+    const HiveKey* key = root.Find(change.path);
+    return key != nullptr ? key->values.Find(change.value.name) : nullptr;
+}
+
 bool DeleteValue(const Change& change, const HiveKey& base, HiveKey& overlay) {
-    const HiveKey* below = base.Find(change.path);
-    const bool hides = below != nullptr && below->values.Find(change.value.name) != nullptr;
-    if (!hides) return Apply(change, overlay);
+    if (ValueIn(base, change) == nullptr) return Apply(change, overlay);
+    const HiveValue* old = ValueIn(overlay, change);
+    if (old != nullptr && old->deleted) return false;
     overlay.Ensure(change.path)
         .SetValue({.name = change.value.name, .type = 0, .data = {}, .deleted = true});
     return true;
@@ -53,8 +59,7 @@ bool DeleteKey(const Change& change, const HiveKey& base, HiveKey& overlay) {
 }
 
 bool SetValue(const Change& change, HiveKey& overlay) {
-    const HiveKey* key = overlay.Find(change.path);
-    const HiveValue* old = key != nullptr ? key->values.Find(change.value.name) : nullptr;
+    const HiveValue* old = ValueIn(overlay, change);
     if (old != nullptr && !old->deleted) return Apply(change, overlay);
     overlay.Ensure(change.path).SetValue(change.value);
     return true;

@@ -70,12 +70,51 @@ TEST_F(HivesSharingTest, AReaderSeesOnlyWholeFiles) {
     EXPECT_EQ(QStringList(), reports_);
 }
 
+TEST_F(HivesSharingTest, ValuesThatAreSetTogetherAreSeenTogether) {
+    // Generation `n` is "n" in all the values; an odd one has three values more.
+    const auto write = [](Hives& hives, int n) {
+        std::vector<ValueChange> changes;
+        for (int i = 0; i < 8; ++i) {
+            ValueChange change{.name = QByteArray::number(i), .type = REG_SZ, .data = {}};
+            if (i < 5 || n % 2 != 0) change.data = QByteArray::number(n) + '\0';
+            changes.push_back(change);
+        }
+        return hives.RegSetKeyValues(HKEY_CURRENT_USER, "K", changes);
+    };
+    Hives hives = NewHives();
+    ASSERT_EQ(ERROR_SUCCESS, write(hives, 0));
+    const pid_t writer = StartChild([&] {
+        Hives own = NewHives();
+        for (int n = 1; n <= 60; ++n)
+            if (write(own, n) != ERROR_SUCCESS) return 1;
+        return 0;
+    });
+    QStringList torn;
+    int status = 0;
+    while (::waitpid(writer, &status, WNOHANG) == 0) {
+        const Hives::Snapshot snapshot(hives);
+        QByteArrayList seen;
+        for (int i = 0; i < 8; ++i)
+            seen.append(Get(hives, HKEY_CURRENT_USER, "K", QByteArray::number(i).constData()));
+        const bool isOdd = seen[0].toInt() % 2 != 0;
+        if (seen.count(seen[0]) != (isOdd ? 8 : 5) || seen.count("(code 2)") != (isOdd ? 0 : 3))
+            torn.append(QString::fromLatin1(seen.join(' ')));
+    }
+    EXPECT_EQ(0, status);
+    EXPECT_EQ(QStringList(), torn);
+    EXPECT_EQ("60", Get(hives, HKEY_CURRENT_USER, "K", "4"));
+    EXPECT_EQ("(code 2)", Get(hives, HKEY_CURRENT_USER, "K", "5"));
+}
+
 TEST_F(HivesSharingTest, ALockThatIsNotGivenBackFailsTheWriteAndNoRead) {
     Hives hives = NewHives();
     Set(hives, HKEY_CURRENT_USER, "K", "v", "before");
     const UniqueFd held = Lock(paths_.user);
-    EXPECT_EQ(ERROR_LOCK_VIOLATION, Set(hives, HKEY_CURRENT_USER, "K", "v", "after"));
+    const ValueChange after{.name = "v", .type = REG_SZ, .data = "after"};
+    const ValueChange more{.name = "w", .type = REG_SZ, .data = "more"};
+    EXPECT_EQ(ERROR_LOCK_VIOLATION, hives.RegSetKeyValues(HKEY_CURRENT_USER, "K", {after, more}));
     EXPECT_EQ("before", Get(hives, HKEY_CURRENT_USER, "K", "v"));
+    EXPECT_EQ("(code 2)", Get(hives, HKEY_CURRENT_USER, "K", "w"));
 }
 
 TEST_F(HivesSharingTest, ALockedMachineHiveIsNoReasonForTheOverlay) {

@@ -81,6 +81,12 @@ TEST_F(OverlayTest, ADeletedValueIsNotSeenUntilItIsSetAgain) {
     EXPECT_EQ("", Seen({"A"}, "one"));
 }
 
+TEST_F(OverlayTest, TheSameDeletionAgainChangesNothing) {
+    EXPECT_TRUE(Over(DeleteChange({"A"}, "one")));
+    EXPECT_FALSE(Over(DeleteChange({"a"}, "ONE")));
+    EXPECT_EQ("-", Seen({"A"}, "one"));
+}
+
 TEST_F(OverlayTest, ADeletedValueOfItsOwnLeavesNoMark) {
     Over(SetChange({"A"}, "new", "mine"));
     Over(DeleteChange({"A"}, "new"));
