@@ -34,7 +34,7 @@ constexpr int TreeWidth = 340;
 constexpr int PanesLeft = Gap + TreeWidth + Gap;
 constexpr int PanesWidth = WindowWidth - PanesLeft - Gap;
 constexpr int PanesHeight = WindowHeight - 2 * Gap;
-constexpr int FieldsWidth = 520;
+constexpr int FieldsWidth = 468;
 constexpr int FieldsHeight = 268;
 constexpr int RecordsTop = FieldsHeight + Gap;
 constexpr int RecordsHeight = PanesHeight - RecordsTop;
@@ -113,6 +113,8 @@ void DatabaseView::PlaceRecords() {
     TableEditFrame->SetCaption(QStringLiteral("Records:"));
     PlaceInPixels(*Label1, Inset, ConditionTop, LabelWidth, ConditionHeight);
     Label1->SetCaption(QStringLiteral("Condition:"));
+    Label1->SetWordWrap(false);
+    Label1->SetBuddy(*TableEditCondition);
     PlaceInPixels(*TableEditCondition, Inset + LabelWidth, ConditionTop,
                   PanesWidth - 2 * Inset - LabelWidth, ConditionHeight);
     PlaceInPixels(*TableEditor, Inset, GridTop, PanesWidth - 2 * Inset,

@@ -49,7 +49,6 @@ class DatabaseView : public forms::Form {
     void PlaceTablePanes();
     void PlaceRecords();
     void PlaceProcedurePane();
-    void SetTabOrder();
     void Connect();
     void FillTree();
     void DBObjectList_NodeClick(const forms::Node& node);
