@@ -8,11 +8,6 @@ namespace {
 
 class TableEditChangeTest : public TableEditFixture {
   protected:
-    // True where the row counts the cell as agreed with the database, as a composed update makes
-    // it, at what it shows now.
-    bool IsAgreed(qint16 row, qint16 column) {
-        return Row(row).OriginalValue(column).ToText() == Row(row).ColumnValue(column).ToText();
-    }
     void ExpectNothingSent() { EXPECT_EQ(script_->Statements(), QStringList{Query}); }
 };
 
@@ -37,7 +32,9 @@ TEST_F(TableEditChangeTest, ValuesAreComparedAsTexts) {
 
 TEST_F(TableEditChangeTest, ACellThatWasNullIsNeverChanged) {
     Show({{1, u"a", Value::Null()}});
+    testing::internal::CaptureStderr();
     Edit(1, 3, "something");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(Row(1).ColumnValue(3).Text(), "something");
     EXPECT_TRUE(Row(1).OriginalValue(3).IsNull());
     ExpectNothingSent();
