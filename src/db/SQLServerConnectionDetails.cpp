@@ -1,5 +1,6 @@
 #include "db/SQLServerConnectionDetails.h"
 
+#include "base/DataError.h"
 #include "base/UTIL.h"
 #include "db/ConnectionDetailsControls.h"
 #include "db/Registry.h"
@@ -17,6 +18,13 @@ const QString DefaultConnStr = QStringLiteral(
 
 QString ErrorTitle(const Error& e) {
     return QStringLiteral("Error %1").arg(e.Number());
+}
+
+// The server's numbers for a database that it does not have, or not for this account.
+bool IsDatabaseMissing(const DataError& e) {
+    constexpr int CannotOpenDatabase = 4060;
+    constexpr int NoSuchDatabase = 911;
+    return e.NativeError() == CannotOpenDatabase || e.NativeError() == NoSuchDatabase;
 }
 
 // Shows the frame while it lives, whatever ends it.
@@ -104,14 +112,14 @@ bool SQLServerConnectionDetails::Validate() const {
     return !missing;
 }
 
-QString SQLServerConnectionDetails::BuildConnectionString() {
-    ReadChoices().BuildInto(model_);
+QString SQLServerConnectionDetails::BuildConnectionString(const ConnectionChoices& choices) {
+    choices.BuildInto(model_);
     return model_.ConnectionString();
 }
 
-ado::ConnectionPtr SQLServerConnectionDetails::OpenConnection() {
+ado::ConnectionPtr SQLServerConnectionDetails::OpenConnection(const ConnectionChoices& choices) {
     ado::ConnectionPtr connection = newConnection_();
-    connection->SetConnectionString(BuildConnectionString());
+    connection->SetConnectionString(BuildConnectionString(choices));
     connection->Open();
     return connection;
 }
@@ -135,7 +143,7 @@ void SQLServerConnectionDetails::Test_Click() {
     if (!Validate()) return;
     const PleaseWait wait(*controls_->PleaseWaitFrame);
     try {
-        const ado::ConnectionPtr connection = OpenConnection();
+        const ado::ConnectionPtr connection = OpenConnection(ReadChoices());
         FillDatabaseList(*connection);
         forms::MsgBox(QStringLiteral("Test successful."), QStringLiteral("Test"),
                       forms::BoxIcon::Information);
@@ -146,13 +154,25 @@ void SQLServerConnectionDetails::Test_Click() {
 }
 
 ado::ConnectionPtr SQLServerConnectionDetails::TryOpenConnection() {
-    if (ReadChoices().FindMissing()) return nullptr;
+    const ConnectionChoices choices = ReadChoices();
+    if (choices.FindMissing()) return nullptr;
     const PleaseWait wait(*controls_->PleaseWaitFrame);
     try {
-        return OpenConnection();
+        return OpenServer(choices);
     } catch (const Error&) {
         return nullptr;
     }
+}
+
+// A database that is to be created is not there yet: the server is opened without naming it then.
+ado::ConnectionPtr SQLServerConnectionDetails::OpenServer(ConnectionChoices choices) {
+    try {
+        return OpenConnection(choices);
+    } catch (const DataError& e) {
+        if (!IsDatabaseMissing(e)) throw;
+    }
+    choices.database.clear();
+    return OpenConnection(choices);
 }
 
 void SQLServerConnectionDetails::CreateDatabase_Click() {
@@ -186,7 +206,7 @@ void SQLServerConnectionDetails::CreateDatabase(ado::Connection& connection, con
         connection.Execute(QStringLiteral("CREATE DATABASE [") + name + u']');
         controls_->DatabaseList->SetText(name);
     } catch (const Error& e) {
-        forms::MsgBox(e.Description(), ErrorTitle(e), forms::BoxIcon::Critical);
+        forms::MsgBox(e.Description());
     }
 }
 
@@ -196,7 +216,7 @@ void SQLServerConnectionDetails::Okay_Click() {
         forms::MsgBox(missing->text, missing->title, forms::BoxIcon::Information);
         return;
     }
-    const QString connStr = BuildConnectionString();
+    const QString connStr = BuildConnectionString(ReadChoices());
     registry_.SetMachineString(SettingsKey, ConnStrValue, connStr);
     mainWindow_.DoView(connStr);
     Close();

@@ -34,9 +34,11 @@ class SQLServerConnectionDetails : public forms::Form {
     void EnableAccount();
     // Tells the user what is missing; true where nothing is.
     bool Validate() const;
-    QString BuildConnectionString();
-    // Raises what opening raises.
-    ado::ConnectionPtr OpenConnection();
+    QString BuildConnectionString(const ConnectionChoices& choices);
+    // These raise what opening raises. The second opens the server also where it has no database
+    // of the chosen name.
+    ado::ConnectionPtr OpenConnection(const ConnectionChoices& choices);
+    ado::ConnectionPtr OpenServer(ConnectionChoices choices);
     // Null where something is missing or the connection cannot be opened; tells the user nothing.
     ado::ConnectionPtr TryOpenConnection();
     // What cannot be read is left out; the box keeps its text.

@@ -32,6 +32,11 @@ MemoryScript& MemoryScript::FailOpen(std::optional<DataError> error) {
     return *this;
 }
 
+MemoryScript& MemoryScript::FailOpenOf(const QString& connectionString, const DataError& error) {
+    openErrors_.insert(connectionString, std::make_shared<DataError>(error));
+    return *this;
+}
+
 ConnectionFactory MemoryScript::Factory() {
     return [script = shared_from_this()] { return std::make_shared<MemoryConnection>(script); };
 }
@@ -59,6 +64,7 @@ MemoryResult MemoryScript::RunSchema(Schema schema, const TableName& table) {
 void MemoryScript::CountOpen(const QString& connectionString) {
     opened_.append(connectionString);
     if (openError_) throw DataError(*openError_);
+    if (const auto error = openErrors_.value(connectionString)) throw DataError(*error);
     ++openConnections_;
 }
 

@@ -29,6 +29,8 @@ class MemoryScript : public std::enable_shared_from_this<MemoryScript> {
     MemoryScript& AnswerSchema(Schema schema, const QString& table, MemoryResult result);
     // Every Open raises this error; with nothing, it succeeds again.
     MemoryScript& FailOpen(std::optional<DataError> error);
+    // So does every Open with this connection string, letter for letter.
+    MemoryScript& FailOpenOf(const QString& connectionString, const DataError& error);
 
     // Every statement text sent, in order; empty texts are not sent.
     const QStringList& Statements() const { return statements_; }
@@ -56,6 +58,7 @@ class MemoryScript : public std::enable_shared_from_this<MemoryScript> {
     QHash<std::pair<int, QString>, MemoryResult> schemas_;  // no name: whatever the table
     Answerer others_;
     std::optional<DataError> openError_;
+    QHash<QString, std::shared_ptr<DataError>> openErrors_;
     QStringList statements_;
     QStringList schemasAsked_;
     QStringList opened_;

@@ -56,6 +56,16 @@ TEST(MemoryConnection, OpenFailsAsScripted) {
     EXPECT_EQ(ErrorOf([&] { connection.SetConnectionString("x"); }).Number(), -2146824583);
 }
 
+TEST(MemoryConnection, OpenFailsForOneStringAsScripted) {
+    MemoryConnection connection;
+    connection.Script().FailOpenOf("Provider=a", DataError(-1, "not a"));
+    EXPECT_EQ(ErrorOf([&] { connection.Open("Provider=a"); }).Description(),
+              QStringLiteral("not a"));
+    connection.Open("Provider=b");
+    EXPECT_EQ(connection.Script().Opened(), QStringList({"Provider=a", "Provider=b"}));
+    EXPECT_EQ(connection.State(), ado::adStateOpen);
+}
+
 TEST(MemoryConnection, ErrorBehindRowsIsRaisedOnce) {
     MemoryConnection connection;
     connection.Script().Answer("q", MemoryResult::Rows({"n"}, {{1}}).ThenFails("gone"));
