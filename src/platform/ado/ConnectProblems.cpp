@@ -80,6 +80,13 @@ constexpr std::array Table{
           u"used. End the instance and connect again."},
 };
 
+// What stands in quotes is a name that somebody typed, which may be endless. UTF-16 units.
+constexpr int LongestName = 260;
+
+QString Shortened(const QString& name) {
+    return name.size() <= LongestName ? name : name.left(LongestName) + u'\u2026';
+}
+
 }  // namespace
 
 DataError MakeConnectError(ConnectProblem problem, const QStringList& details,
@@ -92,7 +99,8 @@ DataError MakeConnectError(ConnectProblem problem, const QStringList& details,
     for (const char16_t* at = found->text; *at; ++at) {
         const int index = *at == u'%' ? at[1] - u'1' : -1;
         if (index >= 0 && index < 9) {
-            text += details.value(index);
+            const QString detail = details.value(index);
+            text += text.endsWith(u'"') ? Shortened(detail) : detail;
             ++at;
         } else {
             text += QChar(*at);

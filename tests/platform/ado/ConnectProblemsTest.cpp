@@ -22,6 +22,16 @@ TEST(ConnectProblems, DetailsAreNotReadForMarks) {
     EXPECT_TRUE(error.Description().startsWith("Nothing answers at \"%2%1\", port 1433."));
 }
 
+TEST(ConnectProblems, EndlessNamesAreCutAndMessagesAreNot) {
+    const DataError unknown = MakeConnectError(ConnectProblem::UnknownHost, {QString(261, u'h')});
+    EXPECT_TRUE(
+        unknown.Description().contains(u'"' + QString(260, u'h') + QStringLiteral("\u2026\"")));
+    const DataError known = MakeConnectError(ConnectProblem::UnknownHost, {QString(260, u'h')});
+    EXPECT_TRUE(known.Description().contains(u'"' + QString(260, u'h') + u'"'));
+    const DataError refused = MakeConnectError(ConnectProblem::LoginRefused, {QString(900, u'm')});
+    EXPECT_TRUE(refused.Description().startsWith(QString(900, u'm') + u' '));
+}
+
 TEST(ConnectProblems, DriversReportIsKept) {
     const DataError error = ado::MakeConnectError(ConnectProblem::LoginRefused,
                                                   {"Login failed for user 'x'."}, {"42000", 18456});
