@@ -57,9 +57,14 @@ constexpr std::array Table{
           u"does not speak as a SQL Server does. Check the port, and whether the server demands "
           u"encryption."},
     Words{WindowsAccountFailed, UnspecifiedDataError,
-          u"The server \"%1\", port %2, could not be reached with the Windows account. Check that "
-          u"you hold a Kerberos ticket (klist shows it, kinit gets one), that the server is named "
-          u"in full, and that it is a SQL Server."},
+          u"The server \"%1\", port %2, could not be shown a Kerberos ticket of the Windows "
+          u"account. Run klist to see whether you hold a ticket that is still valid, and kinit to "
+          u"get one. If you hold one, name the server in full, and check that Kerberos knows its "
+          u"service MSSQLSvc/%1:%2 and that it is a SQL Server."},
+    Words{WindowsAccountTimedOut, UnspecifiedDataError,
+          u"\"%1\", port %2, did not let the Windows account in within %3 seconds. Check that it "
+          u"is the server's port, that the server and the Kerberos server (KDC) are well, and that "
+          u"no firewall stands between."},
     Words{InstanceNotFound, UnspecifiedDataError,
           u"The server \"%1\" did not say where its instance \"%2\" listens. Check the instance's "
           u"name and that SQL Server Browser runs there, or write host,port."},

@@ -25,8 +25,9 @@ enum class ConnectProblem {
     NothingListens,
     TimedOut,  // %3 seconds
     NotSqlServer,
-    WindowsAccountFailed,
-    InstanceNotFound,  // %2 the instance's name
+    WindowsAccountFailed,    // no ticket, or none for this server
+    WindowsAccountTimedOut,  // %3 seconds; the server or the key server is silent
+    InstanceNotFound,        // %2 the instance's name
     // What the server said: %1 its message
     LoginRefused,
     DatabaseRefused,

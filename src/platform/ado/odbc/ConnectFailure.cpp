@@ -9,6 +9,7 @@ namespace {
 // The driver's own message numbers (its library's reference, "Client-side errors").
 constexpr int HostUnreached = 20009;
 constexpr int HostUnknown = 20013;
+constexpr int UnexpectedEnd = 20017;
 
 // The server's: database missing or closed to this account, login refused.
 constexpr int DatabaseMissing = 911;
@@ -38,9 +39,14 @@ DataError DriverFailure(const DiagnosticRecord& record, const QString& driver) {
 ConnectProblem WayProblem(const ConnectAttempt& attempt, bool integrated) {
     const Diagnostics& said = *attempt.failure;
     if (said.FindNative({HostUnknown})) return ConnectProblem::UnknownHost;
-    if (attempt.timedOut || said.HasState("HYT00")) return ConnectProblem::TimedOut;
+    if (attempt.timedOut || said.HasState("HYT00"))
+        return integrated ? ConnectProblem::WindowsAccountTimedOut : ConnectProblem::TimedOut;
     if (said.FindNative({HostUnreached})) return ConnectProblem::NothingListens;
-    return integrated ? ConnectProblem::WindowsAccountFailed : ConnectProblem::NotSqlServer;
+    // A ticket is asked for before the login is sent; where there is none, the driver gives up by
+    // itself and does not say why. Where it met the conversation's end, it was not for a ticket.
+    if (integrated && !said.FindNative({UnexpectedEnd}))
+        return ConnectProblem::WindowsAccountFailed;
+    return ConnectProblem::NotSqlServer;
 }
 
 }  // namespace

@@ -78,8 +78,11 @@ QString RequestText(quint8 type, const QByteArray& body) {
 FakeServer::FakeServer(const FakeTds& answer)
     : FakeServer([bytes = answer.Bytes()](const QString&) { return bytes; }) {}
 
-FakeServer::FakeServer(Manners manners, Answerer answerer)
-    : manners_(manners), answerer_(std::move(answerer)), listener_(ListenOnLoopback(port_)) {
+FakeServer::FakeServer(Manners manners, Answerer answerer, Verifier verifier)
+    : manners_(manners),
+      answerer_(std::move(answerer)),
+      verifier_(std::move(verifier)),
+      listener_(ListenOnLoopback(port_)) {
     acceptor_ = std::thread([this] { Accept(); });
 }
 
@@ -106,6 +109,21 @@ QStringList FakeServer::Statements() const {
 QStringList FakeServer::Login() const {
     const std::lock_guard lock(mutex_);
     return login_;
+}
+
+QByteArray FakeServer::LoginBytes() const {
+    const std::lock_guard lock(mutex_);
+    return loginBytes_;
+}
+
+QString FakeServer::WindowsAccount() const {
+    const std::lock_guard lock(mutex_);
+    return proof_ ? proof_->account : QString();
+}
+
+QString FakeServer::Account() const {
+    const std::lock_guard lock(mutex_);
+    return proof_ ? proof_->account : login_[0];
 }
 
 void FakeServer::CutOff() {
@@ -185,7 +203,7 @@ bool FakeServer::Greet(int fd) {
             Receive(fd, 1 << 20);
             return false;
         case Manners::RefusesLogin:
-            SendMessage(fd, FakeTds::LoginFailed(Login()[0]));
+            SendMessage(fd, FakeTds::LoginFailed(Account()));
             return false;
         case Manners::WrongDatabase: {
             const QString text = QStringLiteral(
@@ -193,13 +211,25 @@ bool FakeServer::Greet(int fd) {
                 "login. The login failed.");
             SendMessage(fd, FakeTds()
                                 .Error(4060, text.arg(Login()[3]), 1, 11)
-                                .Raw(FakeTds::LoginFailed(Login()[0])));
+                                .Raw(FakeTds::LoginFailed(Account())));
             return false;
         }
         default:
             break;
     }
-    return SendMessage(fd, FakeTds::LoginOk(Login()[3]));
+    return AnswerLogin(fd);
+}
+
+bool FakeServer::AnswerLogin(int fd) const {
+    QByteArray answer;
+    {
+        const std::lock_guard lock(mutex_);
+        const bool untrusted = !token_.isEmpty() && !proof_;
+        if (untrusted) answer = FakeTds::LoginUntrusted();
+        if (proof_) answer = FakeTds::Sspi(proof_->answer);
+        if (!untrusted) answer += FakeTds::LoginOk(login_[3]);
+    }
+    return SendMessage(fd, answer);
 }
 
 void FakeServer::Misbehave(int fd) {
@@ -253,7 +283,12 @@ void FakeServer::RememberLogin(const QByteArray& body) {
         const auto plain = static_cast<quint8>(static_cast<quint8>(byte) ^ 0xA5);
         byte = static_cast<char>(plain >> 4 | plain << 4);
     }
+    const QByteArray token = body.mid(ShortAt(body, 78), ShortAt(body, 80));
+    const auto proof = verifier_ && !token.isEmpty() ? verifier_(token) : std::nullopt;
     const std::lock_guard lock(mutex_);
+    loginBytes_ = body;
+    token_ = token;
+    proof_ = proof;
     login_ = {field(40), TextAt(secret, 0, secret.size() / 2), field(48), field(68)};
 }
 

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -32,8 +33,15 @@ class FakeServer {
     };
     // The token bytes for a batch's text or, for a procedure call, its name.
     using Answerer = std::function<QByteArray(const QString& sql)>;
+    // What the token of a Windows account proves.
+    struct Proof {
+        QString account;
+        QByteArray answer;  // the token that proves the server in return
+    };
+    // Nothing: the token proves nothing, and the login is refused.
+    using Verifier = std::function<std::optional<Proof>(const QByteArray& token)>;
 
-    explicit FakeServer(Manners manners, Answerer answerer = {});
+    explicit FakeServer(Manners manners, Answerer answerer = {}, Verifier verifier = {});
     explicit FakeServer(Answerer answerer) : FakeServer(Manners::Good, std::move(answerer)) {}
     // Answers every statement alike.
     explicit FakeServer(const FakeTds& answer);
@@ -47,6 +55,10 @@ class FakeServer {
     QStringList Statements() const;
     // Of the last login: user, password, application, database.
     QStringList Login() const;
+    // The last login's message, as it was sent; empty where there was none.
+    QByteArray LoginBytes() const;
+    // Whom the last login's token proved; empty where it held none or one that proved nothing.
+    QString WindowsAccount() const;
     // Cuts every connection off.
     void CutOff();
     // An answer that ends in these bytes is sent without them and the connection is then closed.
@@ -67,8 +79,13 @@ class FakeServer {
     bool Answer(int fd, const Packet& request);
     void RememberLogin(const QByteArray& body);
 
+    // The name that the last login goes by.
+    QString Account() const;
+    bool AnswerLogin(int fd) const;
+
     Manners manners_;
     Answerer answerer_;
+    Verifier verifier_;
     int port_ = 0;
     int listener_;
     std::atomic<bool> ending_ = false;
@@ -78,6 +95,9 @@ class FakeServer {
     std::thread acceptor_;
     QStringList statements_;
     QStringList login_;
+    QByteArray loginBytes_;
+    QByteArray token_;  // of the last login; empty where it came with a user
+    std::optional<Proof> proof_;
 };
 
 }  // namespace quarv::test

@@ -223,6 +223,19 @@ QByteArray FakeTds::LoginFailed(const QString& user) {
         .DoneError();
 }
 
+QByteArray FakeTds::LoginUntrusted() {
+    return FakeTds()
+        .Error(18452,
+               QStringLiteral("Login failed. The login is from an untrusted domain and cannot be "
+                              "used with Integrated authentication."),
+               1, 14)
+        .DoneError();
+}
+
+QByteArray FakeTds::Sspi(const QByteArray& token) {
+    return Byte(0xED) + Short(static_cast<int>(token.size())) + token;
+}
+
 QByteArray FakeTds::AttentionDone() {
     FakeTds reply;
     reply.DoneToken(0x20, 0);

@@ -68,6 +68,10 @@ class FakeTds {
     // What a login that succeeds is answered with.
     static QByteArray LoginOk(const QString& database);
     static QByteArray LoginFailed(const QString& user);
+    // The login of a Windows account whose token proves nothing.
+    static QByteArray LoginUntrusted();
+    // The server's own token, in answer to that of a Windows account.
+    static QByteArray Sspi(const QByteArray& token);
     static QByteArray AttentionDone();
 
   private:

@@ -115,15 +115,6 @@ TEST(OdbcConnection, UnknownProvider) {
               QStringLiteral("Provider cannot be found. It may not be properly installed."));
 }
 
-TEST(OdbcConnection, WindowsAccountWithoutATicketSaysWhatToCheck) {
-    const FakeServer server(Manners::Good);
-    const DataError error = OpenError(
-        QStringLiteral("Provider=sqloledb;Data Source=127.0.0.1,%1;Integrated Security=SSPI")
-            .arg(server.Port()));
-    EXPECT_TRUE(error.Description().contains(QStringLiteral("Kerberos ticket")))
-        << qPrintable(error.Description());
-}
-
 TEST(OdbcConnection, LoginCarriesTheStringsValues) {
     const FakeServer server(Manners::Good);
     const auto connection =
