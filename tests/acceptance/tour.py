@@ -3,9 +3,9 @@
 
     tour.py --bin FOLDER --pictures FOLDER
 
-From the connection dialog to a table's columns in the local sample database, by real X events, with
-the settings of whoever starts it, which must name that database. Each window's picture is written.
-Ends with status 0 only if each step showed what it should."""
+From the connection dialog through the local sample database, by real X events, with the settings of
+whoever starts it, which must name that database. Each window's picture is written. Ends with status
+0 only if each step showed what it should."""
 
 import argparse
 import os
@@ -15,7 +15,6 @@ SERVER = r"(localdb)\quarv"
 DATABASE = "mirel"
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 TITLE = f"SQL Server {SERVER} {DATABASE}"
-
 
 
 class Tour:
@@ -39,6 +38,12 @@ class Tour:
             raise AssertionError(f"{what}: expected {wanted!r}, saw {got!r}")
         self.saw(f"{what}: {in_words(got)}")
 
+    def expect_rows(self, what, wanted, got):
+        """As expect, but says only how many there are."""
+        if wanted != got:
+            raise AssertionError(f"{what}: expected {wanted}, saw {got}")
+        self.saw(f"{what}: {len(got)}, the same that tsql gives")
+
     def photograph(self, window, name):
         path = os.path.join(self.pictures, name + ".png")
         self.quarv.photograph(window, path)
@@ -49,9 +54,11 @@ class Tour:
         self.test_connection(dialog)
         main = self.confirm(dialog)
         from driver.server import own_instance
-        other = own_instance(self.environment, "quarv", DATABASE)
+        from driver.witness import Witness
+        other = Witness(own_instance(self.environment, "quarv", DATABASE))
         table = self.look_at_tree(main, other)
         self.look_at_table(main, other, table)
+        self.look_at_procedure(main, other)
         self.run_query(main, other, table)
         self.leave(main)
 
@@ -109,7 +116,24 @@ class Tour:
         self.expect("columns, the same that tsql lists", other.columns(table), columns)
         if not columns:
             raise AssertionError(f"the table {table} shows no column")
+        self.expect("indexes, the same that tsql lists", other.indexes(table), main.indexes(table))
+        self.expect_rows("its first rows", other.rows(table), main.records().rows())
         self.photograph(main.window, "4-table-columns")
+
+    def look_at_procedure(self, main, other):
+        procedures = other.procedures()
+        if not procedures:
+            raise AssertionError("the sample database has no procedure")
+        name = max(procedures, key=lambda each: len(other.parameters(each)))
+        self.say(f"Click the procedure {name}")
+        main.show_procedure(name)
+        self.expect("the only pane", [other.procedure(name)], main.panes())
+        self.expect("parameters, the same that tsql lists", other.parameters(name),
+                    main.parameters())
+        if main.source() != other.source(name):
+            raise AssertionError(f"another source than tsql gives: {main.source()}")
+        self.saw("its source, the same that tsql gives")
+        self.photograph(main.window, "5-procedure")
 
     def run_query(self, main, other, table):
         self.say("Press Query, type and press F5")
@@ -120,11 +144,10 @@ class Tour:
         sql = f"select count(*) as Total, 'a' as A from [{table}]"
         query.write(sql)
         query.run()
-        query.await_rows(other.rows(sql))
+        query.await_rows(other.tsql.rows(sql))
         self.saw("rows, the same that tsql gives")
-        self.photograph(query.window, "5-query")
-        self.quarv.desktop.close_window(title)
-        self.quarv.gone(title)
+        self.photograph(query.window, "6-query")
+        query.close()
 
     def leave(self, main):
         self.say("Close the window")

@@ -10,7 +10,8 @@ import tempfile
 from .processes import Process
 from .waiting import wait_until
 
-SCREEN = "1280x960x24"
+# What the windows are made for.
+SCREEN = "1440x900x24"
 
 
 class Desktop:
@@ -58,10 +59,14 @@ class Desktop:
     def type(self, text):
         self._tool(["xdotool", "type", "--delay", "10", "--", text])
 
-    def close_window(self, title):
-        """Activates the window with this title and presses the window manager's key to close."""
+    def activate(self, title):
+        """Brings the window with this title to the front."""
         self._tool(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$",
                     "windowactivate", "--sync"])
+
+    def close_window(self, title):
+        """Activates the window with this title and presses the window manager's key to close."""
+        self.activate(title)
         self.press("alt+F4")
 
     def _bare_environment(self):

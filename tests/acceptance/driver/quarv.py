@@ -1,6 +1,7 @@
 """Quarv's windows in a person's words: the connection dialog and the main window."""
 
 from . import widgets
+from .grid import Grid
 from .program import Program
 from .query import QueryWindow
 from .waiting import wait_until
@@ -8,6 +9,7 @@ from .waiting import wait_until
 DIALOG = "SQL Server Connection Details"
 WINDOWS_ACCOUNT = "Use your Windows user account to log onto SQL Server"
 SQL_ACCOUNT = "Log onto SQL Server with a username and password"
+CAPTIONS = ("Fields: ", "Indexes: ", "Records:", ", created ")
 FILLED_BY_LABEL = ("combo box", "text", "password text")
 
 
@@ -96,24 +98,85 @@ class MainWindow:
         return texts[first:texts.index(end, first) if end else None]
 
     def show_table(self, name):
-        """Clicks a table's node and waits for the columns pane to be about it."""
+        """Clicks a table's node and waits for the panes to be about it. The rows come last: until
+        all is there the program does not answer."""
         self.node(name).click_left_end()
-        caption = "Fields: " + name
-        wait_until(f'the pane "{caption}"', lambda: self._pane(caption), detail=self.window.outline)
+        self._await_pane("Fields: " + name)
+        self._await_pane("Records:" + name)
+
+    def show_procedure(self, name):
+        """Clicks a procedure's node and waits for the pane to be about it."""
+        self.node(name).click_left_end()
+        wait_until(f"the pane of {name}", lambda: f".{name}, created " in (self.procedure() or ""),
+                   detail=self.window.outline)
+
+    def panes(self):
+        """The captions of the panes that are showing, a table's or a procedure's."""
+        return widgets.seen(lambda: [
+            widget.name() for widget in self.window.descendants()
+            if any(part in widget.name() for part in CAPTIONS) and widget.showing()]) or []
 
     def columns(self, name):
         """The rows of the columns pane of a table: name, type, nullable and default, as shown."""
-        pane = self._pane("Fields: " + name)
-        listed = next(widget for widget in pane.descendants()
-                      if widget.role() in ("tree", "table", "list") and widget.showing())
-        cells = [cell.name() for cell in listed.children() if cell.role() == "table cell"]
-        return [tuple(cells[start:start + 4]) for start in range(0, len(cells), 4)]
+        return self._listed("Fields: " + name, 4)
+
+    def indexes(self, name):
+        """The rows of the indexes pane of a table: name, fields and the rest, as shown."""
+        return self._listed("Indexes: " + name, 3)
+
+    def records(self):
+        return Grid(self.program, self.window.find("table", "Records"))
+
+    def condition(self):
+        return self.window.labelled("combo box", "Condition:")
+
+    def enter_condition(self, text):
+        self.condition().enter(text)
+        self.program.desktop.press("Return")
+
+    def conditions(self):
+        """The entries of the condition's drop-down list."""
+        return [item.name() for item in self.condition().descendants()
+                if item.role() == "list item"]
+
+    def choose_condition(self, text):
+        """Opens the drop-down list with the keyboard and clicks an entry."""
+        self.condition().enter("")
+        self.program.desktop.press("alt+Down")
+        self.condition().find("list item", text).click()
+        wait_until(f'"{text}" in the box', lambda: widgets.seen(self.condition().text) == text)
+
+    def procedure(self):
+        """The caption of the procedure's pane; nothing while it does not show."""
+        return next((caption for caption in self.panes() if ", created " in caption), None)
+
+    def parameters(self):
+        """The line over the procedure's source."""
+        return self._pane(self.procedure()).find("label").text()
+
+    def source(self):
+        return self._pane(self.procedure()).find("text", "Source").text()
+
+    def script(self):
+        """Presses Script; the query window that opens."""
+        self.press("Script")
+        return self.program.query_window("Query: " + self.window.name())
 
     def close(self):
         """Closes the window by the window manager, as its corner button does."""
         title = self.window.name()
         self.program.desktop.close_window(title)
         self.program.gone(title)
+
+    def _listed(self, caption, width):
+        """The texts of the list in a pane, as many a row."""
+        listed = self._pane(caption).find(("tree", "table", "list"))
+        cells = [cell.name() for cell in listed.children() if cell.role() == "table cell"]
+        return [tuple(cells[start:start + width]) for start in range(0, len(cells), width)]
+
+    def _await_pane(self, caption):
+        return wait_until(f'the pane "{caption}"', lambda: self._pane(caption),
+                          detail=self.window.outline)
 
     def _pane(self, caption):
         return widgets.seen(lambda: next((widget for widget in self.window.descendants()

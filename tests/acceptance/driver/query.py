@@ -1,7 +1,8 @@
 """The query window in a person's words: its box, its buttons and the rows below."""
 
+from .grid import Grid
 from .waiting import wait_until
-from .widgets import Widget, seen
+from .widgets import seen
 
 FILE_DIALOG = "Open"
 
@@ -21,8 +22,7 @@ class QueryWindow:
         for line in others:
             self.program.desktop.press("Return")
             self.program.desktop.type(line)
-        wait_until("the text in the box", lambda: seen(self.box().text) == text,
-                   detail=lambda: seen(self.box().text))
+        self.await_text(text)
 
     def press(self, caption):
         self.window.find("push button", caption).click()
@@ -31,28 +31,33 @@ class QueryWindow:
         self.program.desktop.press("F5")
 
     def grid(self):
-        return self.window.find("table", "Results")
+        return Grid(self.program, self.window.find("table", "Results"))
 
     def columns(self):
-        table = self.grid().accessible.queryTable()
-        return tuple(table.getColumnDescription(column) for column in range(table.nColumns))
+        return self.grid().columns()
 
     def rows(self):
         """The rows read so far, as tuples of the texts shown."""
-        table = self.grid().accessible.queryTable()
-        return [tuple(Widget(table.getAccessibleAt(row, column), self.program).name()
-                      for column in range(table.nColumns)) for row in range(table.nRows)]
+        return self.grid().rows()
 
     def row_count(self):
-        return self.grid().accessible.queryTable().nRows
+        return self.grid().row_count()
 
     def await_rows(self, rows):
-        wait_until(f"the rows {rows}", lambda: seen(self.rows) == rows,
-                   detail=lambda: seen(self.rows))
+        self.grid().await_rows(rows)
+
+    def await_text(self, text):
+        """Waits until the box holds the text."""
+        wait_until("the text in the box", lambda: seen(self.box().text) == text,
+                   detail=lambda: repr(seen(self.box().text)))
 
     def click_cell(self, row, column):
-        Widget(self.grid().accessible.queryTable().getAccessibleAt(row, column),
-               self.program).click_left_end()
+        self.grid().cell(row, column).click_left_end()
+
+    def close(self):
+        title = self.window.name()
+        self.program.desktop.close_window(title)
+        self.program.gone(title)
 
     def run_script(self, path):
         """Presses the button and types the path into the dialog for files."""

@@ -26,6 +26,10 @@ class Story(unittest.TestCase):
     bin = None
     pictures = None
 
+    def run(self, result=None):
+        self.result = result
+        return super().run(result)
+
     def setUp(self):
         signal.signal(signal.SIGALRM, self._out_of_time)
         signal.alarm(STORY_SECONDS)
@@ -75,7 +79,8 @@ class Story(unittest.TestCase):
         raise AssertionError(f"the story took longer than {STORY_SECONDS} s")
 
     def _failed(self):
-        return not self._outcome.success
+        # While it is cleaned up a test case takes itself for passed; the result knows better.
+        return self.id() in self.result.bad
 
     def _end_programs(self):
         if self._failed():

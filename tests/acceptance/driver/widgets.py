@@ -12,7 +12,7 @@ from .waiting import wait_until  # noqa: E402
 # A program that is busy does not answer: give up one question soon, the waiting asks again.
 Atspi.set_timeout(3000, 15000)
 
-MOST_CHILDREN = 10_000
+LEAVES = ("table cell", "list item", "table", "tree")
 
 
 class Widget:
@@ -75,26 +75,21 @@ class Widget:
 
     def descendants(self):
         """Every widget below this one, a parent before its children. A row of a list is a leaf,
-        and so is a table too long to be asked for all of its cells."""
+        and so are tables and trees, which may be long: who wants their cells asks them."""
         for child in self.children():
             yield child
-            if child.role() not in ("table cell", "list item") and child.is_short():
+            if child.role() not in LEAVES:
                 yield from child.descendants()
-
-    def is_short(self):
-        return self.accessible.get_child_count() <= MOST_CHILDREN
 
     def all(self, role, name=None):
         """The showing widgets of a role (one or a tuple of several), in the program's own order."""
-        roles = role if isinstance(role, tuple) else (role,)
-        return [widget for widget in self.descendants()
-                if widget.role() in roles and name in (None, widget.name()) and widget.showing()]
+        return list(self._showing(role, name))
 
     def find(self, role, name=None, seconds=20):
         """The first such widget, waited for."""
         what = f"a {role}" + (f' "{name}"' if name is not None else "")
-        return wait_until(what, lambda: seen(lambda: self.all(role, name)[:1]), seconds,
-                          self.outline)[0]
+        return wait_until(what, lambda: seen(lambda: next(self._showing(role, name), None)),
+                          seconds, self.outline)
 
     def labelled(self, role, label, seconds=20):
         """The widget of a role that a label speaks for: by the name that it tells assistive tools,
@@ -140,6 +135,11 @@ class Widget:
         """The widgets below this one, for a failure's message."""
         lines = seen(lambda: [f"{each.role()} {each.name()!r}" for each in self.descendants()])
         return "there are: " + ", ".join((lines or [])[:60])
+
+    def _showing(self, role, name):
+        roles = role if isinstance(role, tuple) else (role,)
+        return (widget for widget in self.descendants()
+                if widget.role() in roles and name in (None, widget.name()) and widget.showing())
 
     def _resting_extents(self):
         last = [None]

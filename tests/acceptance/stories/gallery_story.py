@@ -27,7 +27,7 @@ class GalleryStory(Story):
         self._add_and_drop(grid)
         grid.click(1, 0)
         gallery.press("Delete row")
-        grid.await_rows(9)
+        grid.await_row_count(9)
         self._scroll_and_edit(gallery.grid("The longest list"))
         self.assertEqual(0, gallery.close())
         self.assertEqual(ROWS, gallery.process.log())
@@ -74,7 +74,7 @@ class GalleryStory(Story):
         grid.click_under(9)
         grid.await_cell(10, 0)
         keys.press("Escape")
-        grid.await_rows(10)
+        grid.await_row_count(10)
 
     def _scroll_and_edit(self, grid):
         grid.wheel_down(5)

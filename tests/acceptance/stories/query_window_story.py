@@ -124,8 +124,7 @@ class QueryWindowStory(Story):
     def test_the_window_is_refilled_and_outlives_its_closing(self):
         query = self.open_query()
         query.write("select 1")
-        self.desktop.close_window("Query: " + TITLE)
-        self.quarv.gone("Query: " + TITLE)
+        query.close()
         name = "Products"
         self.main.expand("Tables")
         self.main.show_table(name)
