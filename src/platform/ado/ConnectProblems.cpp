@@ -85,8 +85,13 @@ constexpr std::array Table{
           u"used. End the instance and connect again."},
 };
 
-// What stands in quotes is a name that somebody typed, which may be endless. UTF-16 units.
+// UTF-16 units.
 constexpr int LongestName = 260;
+
+// What follows is a name that somebody typed, which may be endless, and no message.
+bool IsName(const QString& before) {
+    return before.endsWith(u'"') || before.endsWith(u'/');
+}
 
 QString Shortened(const QString& name) {
     return name.size() <= LongestName ? name : name.left(LongestName) + u'\u2026';
@@ -105,7 +110,7 @@ DataError MakeConnectError(ConnectProblem problem, const QStringList& details,
         const int index = *at == u'%' ? at[1] - u'1' : -1;
         if (index >= 0 && index < 9) {
             const QString detail = details.value(index);
-            text += text.endsWith(u'"') ? Shortened(detail) : detail;
+            text += IsName(text) ? Shortened(detail) : detail;
             ++at;
         } else {
             text += QChar(*at);

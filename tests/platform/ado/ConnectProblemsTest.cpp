@@ -28,6 +28,9 @@ TEST(ConnectProblems, EndlessNamesAreCutAndMessagesAreNot) {
         unknown.Description().contains(u'"' + QString(260, u'h') + QStringLiteral("\u2026\"")));
     const DataError known = MakeConnectError(ConnectProblem::UnknownHost, {QString(260, u'h')});
     EXPECT_TRUE(known.Description().contains(u'"' + QString(260, u'h') + u'"'));
+    const DataError ticket =
+        MakeConnectError(ConnectProblem::WindowsAccountFailed, {QString(300, u'h'), "1433"});
+    EXPECT_FALSE(ticket.Description().contains(QString(261, u'h')));
     const DataError refused = MakeConnectError(ConnectProblem::LoginRefused, {QString(900, u'm')});
     EXPECT_TRUE(refused.Description().startsWith(QString(900, u'm') + u' '));
 }
