@@ -49,6 +49,7 @@ void PanelRow::AddPanel(int index, qint32 style, qint32 edges) {
     panel->SetEdges(edges);
     auto* label = new forms::Label(panel, QStringLiteral("Values"));
     label->SetAlignment(2);
+    label->SetWordWrap(false);
     PlaceInPixels(*label, 0, 0, 90, 18);
     panel->CentreContainedHorizontally();
     panel->CentreContainedVertically();
