@@ -12,6 +12,14 @@ namespace quarv {
 
 inline constexpr quint32 DefaultBackColor = drawing::Stored(drawing::SystemColor::ButtonFace);
 
+// `defaultValue` where none is stored. Raises Overflow for what is no signed 32-bit number.
+inline qint32 ReadInteger(const forms::PropertyBag& bag, const QString& name, qint32 defaultValue) {
+    const qint64 stored = bag.ReadProperty(name, Value(defaultValue)).ToInteger();
+    if (stored < std::numeric_limits<qint32>::min() || stored > std::numeric_limits<qint32>::max())
+        throw RuntimeError(RuntimeError::Overflow);
+    return static_cast<qint32>(stored);
+}
+
 // "BackColor", the button face where none is stored. 32 bits with or without a sign; raises
 // Overflow beyond.
 inline quint32 ReadBackColor(const forms::PropertyBag& bag) {

@@ -1,23 +1,25 @@
 #include "controls/TabControlHelper.h"
 
-#include <cmath>
-
 #include "base/LateBinding.h"
-#include "base/RuntimeError.h"
 #include "base/UTIL.h"
 #include "platform/forms/Form.h"
-#include "platform/forms/TabStrip.h"
 
 namespace quarv {
 namespace {
 
 bool IsPageFrame(const forms::Control& control) {
     const QString type = control.TypeName();
-    return (type == u"FramePlus" || type == u"Frame") && !control.Tag().isEmpty();
+    return (type == u"FramePlus" || type == u"Frame") &&
+           !GetByName(control.Widget(), QStringLiteral("Tag")).ToText().isEmpty();
 }
 
 QObject& FrameAt(const RObjectList& frames, qint16 position) {
-    return *static_cast<forms::Control&>(*frames.Items(position)).Widget();
+    return dynamic_cast<QObject&>(*frames.Items(position));
+}
+
+// Rounded half to even.
+double WholeByName(const QObject* object, const QString& name) {
+    return static_cast<double>(GetByName(object, name).ToInteger());
 }
 
 }  // namespace
@@ -31,7 +33,7 @@ void TabControlHelper::Init(forms::Form& Frm) {
 void TabControlHelper::FindControls(forms::Form& Frm) {
     for (forms::Control* control : Frm.Controls()) {
         if (control->TypeName() == u"TabStrip") {
-            tabStrip_ = dynamic_cast<forms::TabStrip*>(control);
+            tabStrip_ = control->Widget();
         } else if (IsPageFrame(*control)) {
             frames_.Add(Borrow(control));
             SetByName(control->Widget(), QStringLiteral("BorderStyle"), 0);
@@ -41,28 +43,23 @@ void TabControlHelper::FindControls(forms::Form& Frm) {
 }
 
 void TabControlHelper::LayOutFrames() {
-    for (qint16 i = 1; i <= frames_.Count(); ++i) {
-        const forms::TabStrip& strip = Strip();
-        PlaceControl(FrameAt(frames_, i), std::nearbyint(strip.ClientLeft()),
-                     std::nearbyint(strip.ClientTop()), std::nearbyint(strip.ClientWidth()),
-                     std::nearbyint(strip.ClientHeight()));
-    }
+    for (qint16 i = 1; i <= frames_.Count(); ++i)
+        PlaceControl(FrameAt(frames_, i), WholeByName(tabStrip_, QStringLiteral("ClientLeft")),
+                     WholeByName(tabStrip_, QStringLiteral("ClientTop")),
+                     WholeByName(tabStrip_, QStringLiteral("ClientWidth")),
+                     WholeByName(tabStrip_, QStringLiteral("ClientHeight")));
 }
 
 void TabControlHelper::OnClick() {
-    const forms::Tab* selected = Strip().SelectedItem();
-    if (selected == nullptr) throw RuntimeError(RuntimeError::ObjectNotSet);
+    const ObjectRef selected = GetByName(tabStrip_, QStringLiteral("SelectedItem")).ToObject();
+    const QString caption =
+        GetByName(dynamic_cast<QObject*>(selected.get()), QStringLiteral("Caption")).ToText();
     // The tag is compared letter for letter.
     for (qint16 i = 1; i <= frames_.Count(); ++i) {
         QObject& frame = FrameAt(frames_, i);
-        const bool shown = GetByName(&frame, QStringLiteral("Tag")).Text() == selected->Caption();
+        const bool shown = GetByName(&frame, QStringLiteral("Tag")).ToText() == caption;
         SetByName(&frame, QStringLiteral("Visible"), shown);
     }
-}
-
-forms::TabStrip& TabControlHelper::Strip() const {
-    if (tabStrip_ == nullptr) throw RuntimeError(RuntimeError::ObjectNotSet);
-    return *tabStrip_;
 }
 
 }  // namespace quarv

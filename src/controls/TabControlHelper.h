@@ -1,8 +1,10 @@
 // TabControlHelper: binds a form's tab strip to its page frames, so that pages need no code of
 // their own. A page frame carries in its Tag the caption of its tab. The form owns the helper and
-// all controls; the helper reaches them by the names of their members and knows no form in
-// particular.
+// all controls, which outlive it. The helper knows a tab strip and a frame by the names of their
+// types and reaches them by the names of their members; it knows no class of theirs.
 #pragma once
+
+#include <QPointer>
 
 #include "base/RObjectList.h"
 
@@ -10,13 +12,12 @@ namespace quarv {
 
 namespace forms {
 class Form;
-class TabStrip;
 }  // namespace forms
 
 class TabControlHelper {
   public:
-    // Called once, from the form's load handler. The form outlives the helper. Raises ObjectNotSet
-    // where there is no tab strip, or one without a selected tab.
+    // Called once, from the form's load handler. Of several tab strips the last one counts. Raises
+    // ObjectNotSet where there is no tab strip, or one without a selected tab.
     void Init(forms::Form& Frm);
     // Shows exactly the pages of the selected tab; for the tab strip's click handler. Raises as
     // Init does.
@@ -25,9 +26,8 @@ class TabControlHelper {
   private:
     void FindControls(forms::Form& Frm);
     void LayOutFrames();
-    forms::TabStrip& Strip() const;
 
-    forms::TabStrip* tabStrip_ = nullptr;
+    QPointer<QObject> tabStrip_;
     RObjectList frames_;
 };
 

@@ -5,6 +5,7 @@
 #include "controls/RCheckbox.h"
 #include "controls/StockPictures.h"
 #include "gallery/LookBoard.h"
+#include "gallery/PanelRow.h"
 #include "grid/HBigScroller.h"
 #include "grid/KelEditGrid.h"
 #include "platform/forms/ButtonPlus.h"
@@ -29,11 +30,12 @@ void MakeLabel(QWidget* container, const QString& name, int left, int top, const
 
 GalleryWindow::GalleryWindow(bool withLongList) : forms::Form(QStringLiteral("GalleryWindow")) {
     SetCaption(QStringLiteral("Quarv gallery"));
-    PlaceInPixels(*this, 0, 0, GridLeft + GridWidth + Edge, 660);
+    PlaceInPixels(*this, 0, 0, GridLeft + GridWidth + Edge, 758);
     MakeLooks();
     MakeButtons();
     MakeSmallGrid();
     MakeLongGrid(withLongList);
+    MakePanels();
 }
 
 QString GalleryWindow::Rows() const {
@@ -121,6 +123,13 @@ void GalleryWindow::MakeLongGrid(bool filled) {
     PlaceInPixels(*longGrid_, GridLeft, 354, GridWidth, 290);
     longGrid_->SetColList(LongColumns());
     if (filled) longGrid_->SetRowList(LongRows());
+}
+
+void GalleryWindow::MakePanels() {
+    MakeLabel(this, QStringLiteral("PanelsCaption"), Edge, 658,
+              QStringLiteral("Panels by style and edges; a click gives the next style"));
+    auto* panels = new PanelRow(this, QStringLiteral("Panels"));
+    PlaceInPixels(*panels, Edge, 686, GridLeft + GridWidth - Edge, 56);
 }
 
 }  // namespace quarv::gallery

@@ -27,6 +27,7 @@ class GalleryWindow : public forms::Form {
     void MakeButtons();
     void MakeSmallGrid();
     void MakeLongGrid(bool filled);
+    void MakePanels();
     void DeleteCurrentRow();
     RButton* MakeButton(const QString& name, double left, double top);
 

@@ -64,7 +64,11 @@ TEST_F(TabControlHelperTest, PlacesAreWholeNumbers) {
 TEST_F(TabControlHelperTest, FrameWithoutATagKeepsLookAndPlace) {
     AddStrip({"General"});
     forms::FramePlus* group = AddFrame("");
+    group->SetVisible(false);
     helper_.Init(form_);
+    EXPECT_FALSE(group->Visible());
+    group->SetVisible(true);
+    helper_.OnClick();
     EXPECT_EQ(group->BorderStyle(), 1);
     EXPECT_EQ(group->Caption(), "Title");
     EXPECT_EQ(group->Left(), 15);
@@ -139,6 +143,19 @@ TEST_F(TabControlHelperTest, LastTabStripWins) {
 
 TEST_F(TabControlHelperTest, FramesWithoutATabStripRaise) {
     AddFrame("General");
+    EXPECT_EQ(Raised([this] { helper_.Init(form_); }), 91);
+}
+
+TEST_F(TabControlHelperTest, WithoutATabStripPagesLoseTheirLookBeforeItFails) {
+    forms::FramePlus* page = AddFrame("General");
+    EXPECT_EQ(Raised([this] { helper_.Init(form_); }), 91);
+    EXPECT_EQ(page->BorderStyle(), 0);
+    EXPECT_EQ(page->Caption(), "");
+    EXPECT_EQ(page->Left(), 15);
+    EXPECT_TRUE(page->Visible());
+}
+
+TEST_F(TabControlHelperTest, NeitherPagesNorATabStripRaises) {
     EXPECT_EQ(Raised([this] { helper_.Init(form_); }), 91);
 }
 

@@ -15,7 +15,11 @@ namespace quarv::forms {
 class TabStrip;
 
 // One tab; its strip owns it.
-class Tab {
+class Tab : public QObject, public Object {
+    Q_OBJECT
+    Q_PROPERTY(QString Caption READ Caption)
+    Q_PROPERTY(int Index READ Index)
+
   public:
     const QString& Caption() const { return caption_; }
     // 1-based.
@@ -50,6 +54,7 @@ class Tabs {
 class TabStrip : public QWidget, public Control {
     Q_OBJECT
     QUARV_CONTROL_PROPERTIES
+    Q_PROPERTY(quarv::ObjectRef SelectedItem READ SelectedObject)
     Q_PROPERTY(double ClientLeft READ ClientLeft)
     Q_PROPERTY(double ClientTop READ ClientTop)
     Q_PROPERTY(double ClientWidth READ ClientWidth)
@@ -83,6 +88,7 @@ class TabStrip : public QWidget, public Control {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    ObjectRef SelectedObject() const { return Borrow(SelectedItem()); }
     int BarHeight() const;
     void LayOutBar();
 

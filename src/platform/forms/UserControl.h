@@ -20,9 +20,10 @@ class UserControl : public QWidget, public Control, public ControlHost {
   public:
     UserControl(QWidget* container, const QString& name);
 
-    // The inner size in twips; there is no border.
-    double ScaleWidth() const { return Width(); }
-    double ScaleHeight() const { return Height(); }
+    // The inner size in the unit that the control draws in: twips, where it does not say otherwise.
+    // There is no border.
+    virtual double ScaleWidth() const { return Width(); }
+    virtual double ScaleHeight() const { return Height(); }
 
     // False while the form around it is being designed; true without a form.
     bool UserMode() const;

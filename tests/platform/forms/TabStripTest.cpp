@@ -89,6 +89,18 @@ TEST_F(Strip, TheClientAreaLiesInsideTheTabsInTheFormsTwips) {
     EXPECT_EQ(GetByName(&strip, u"ClientLeft"_qs).ToDouble(), 180);
 }
 
+TEST_F(Strip, TheSelectedTabIsReadByName) {
+    EXPECT_EQ(GetByName(&strip, u"SelectedItem"_qs).ToObject(), nullptr);
+    strip.Tabs().Add(u"General"_qs);
+    Tab& more = strip.Tabs().Add(u"More"_qs);
+    strip.SetSelectedItem(more);
+    const ObjectRef selected = GetByName(&strip, u"SelectedItem"_qs).ToObject();
+    EXPECT_EQ(selected.get(), &more);
+    const auto* named = dynamic_cast<QObject*>(selected.get());
+    EXPECT_EQ(GetByName(named, u"Caption"_qs).Text(), u"More"_qs);
+    EXPECT_EQ(GetByName(named, u"Index"_qs).ToInteger(), 2);
+}
+
 TEST_F(Strip, ATinyStripHasAnEmptyClientArea) {
     strip.Move(0, 0, 30, 30);
     EXPECT_EQ(strip.ClientWidth(), 0);
