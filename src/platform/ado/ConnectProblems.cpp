@@ -50,31 +50,62 @@ constexpr std::array Table{
           u"Nothing answers at \"%1\", port %2. Check that SQL Server runs there, that it takes "
           u"TCP/IP connections on this port, and that no firewall stands between."},
     Words{TimedOut, UnspecifiedDataError,
-          u"\"%1\", port %2, did not answer as a SQL Server within %3 seconds. Check that it is "
-          u"the server's port, that the server is well, and that no firewall stands between."},
+          u"\"%1\", port %2, did not answer as a SQL Server within %3. Check that it is the "
+          u"server's port, that the server is well, and that no firewall stands between."},
     Words{NotSqlServer, UnspecifiedDataError,
           u"What answers at \"%1\", port %2, ended the conversation before the login was done or "
-          u"does not speak as a SQL Server does. Check the port, and whether the server demands "
-          u"encryption."},
+          u"does not speak as a SQL Server does. Check the port, what the server's own log says, "
+          u"and whether it demands strict encryption, which this computer does not take."},
+    Words{NoCommonEncryption, UnspecifiedDataError,
+          u"What answers at \"%1\", port %2, does not speak as a SQL Server does, or protects the "
+          u"login in a way that this computer does not take. Check the port, and on the server its "
+          u"certificate and its versions of TLS."},
+    Words{EncryptionRefused, UnspecifiedDataError,
+          u"The connection to \"%1\", port %2, could not be encrypted as Use Encryption for Data "
+          u"asks: what answers there offers no encryption, or only in a way that this computer "
+          u"does not take. Check the port, and on the server its certificate and its versions of "
+          u"TLS."},
     Words{WindowsAccountFailed, UnspecifiedDataError,
           u"The server \"%1\", port %2, could not be shown a Kerberos ticket of the Windows "
           u"account. Run klist to see whether you hold a ticket that is still valid, and kinit to "
           u"get one. If you hold one, name the server in full, and check that Kerberos knows its "
           u"service MSSQLSvc/%1:%2 and that it is a SQL Server."},
+    Words{WindowsAccountUnencrypted, UnspecifiedDataError,
+          u"The server \"%1\", port %2, could not be shown a Kerberos ticket of the Windows "
+          u"account, or the connection could not be encrypted as Use Encryption for Data asks. Run "
+          u"klist to see whether you hold a ticket that is still valid, and kinit to get one. If "
+          u"you hold one, check that the server offers encryption and that Kerberos knows its "
+          u"service MSSQLSvc/%1:%2."},
     Words{WindowsAccountTimedOut, UnspecifiedDataError,
-          u"\"%1\", port %2, did not let the Windows account in within %3 seconds. Check that it "
-          u"is the server's port, that the server and the Kerberos server (KDC) are well, and that "
-          u"no firewall stands between."},
+          u"\"%1\", port %2, did not let the Windows account in within %3. Check that it is the "
+          u"server's port, that the server and the Kerberos server (KDC) are well, and that no "
+          u"firewall stands between."},
     Words{InstanceNotFound, UnspecifiedDataError,
           u"The server \"%1\" did not say where its instance \"%2\" listens. Check the instance's "
-          u"name and that SQL Server Browser runs there, or write host,port."},
+          u"name, that SQL Server Browser runs there and that the instance takes TCP/IP "
+          u"connections, or write host,port."},
     Words{LoginRefused, AuthenticationFailed, u"%1 Check the user name and the password."},
+    Words{NameLoginsRefused, AuthenticationFailed,
+          u"%1 The server may let Windows accounts in only. Integrated Security=SSPI shows it "
+          u"yours."},
+    Words{WindowsLoginRefused, AuthenticationFailed,
+          u"%1 The server was shown a Kerberos ticket, but does not let its account in. Run klist "
+          u"to see whose ticket it is, and check that the server has a login for this account."},
+    Words{WindowsAccountUntrusted, AuthenticationFailed,
+          u"%1 Run klist to see whose ticket was shown. Check that the server trusts this realm "
+          u"and that it holds the present key of its service."},
     Words{DatabaseRefused, UnspecifiedDataError,
           u"%1 Check the database's name and that this account may open it."},
+    Words{OwnDatabaseRefused, UnspecifiedDataError,
+          u"%1 The database that the account begins in is missing or closed to it. Name another "
+          u"one as Initial Catalog."},
     Words{DriverMissing, UnspecifiedDataError,
           u"The ODBC driver \"%1\" is not installed on this computer. For SQL Server, install the "
-          u"package tdsodbc."},
-    Words{DriverBroken, UnspecifiedDataError, u"The ODBC driver \"%1\" could not be used: %2"},
+          u"package tdsodbc. Where it is installed, run \"odbcinst -q -d\" to see whether the "
+          u"driver is registered."},
+    Words{DriverBroken, UnspecifiedDataError,
+          u"The ODBC driver \"%1\" is installed and cannot be used (%2). For SQL Server, install "
+          u"the package tdsodbc anew."},
     Words{LocalServerMissing, UnspecifiedDataError,
           u"The local server's program was not found at \"%1\". Check that Quarv is installed "
           u"whole."},
@@ -98,6 +129,10 @@ QString Shortened(const QString& name) {
 }
 
 }  // namespace
+
+QString InSeconds(int seconds) {
+    return seconds == 1 ? QStringLiteral("1 second") : QStringLiteral("%1 seconds").arg(seconds);
+}
 
 DataError MakeConnectError(ConnectProblem problem, const QStringList& details,
                            const DriverReport& report) {

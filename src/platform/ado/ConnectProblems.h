@@ -23,17 +23,24 @@ enum class ConnectProblem {
     // The way to the server: %1 host, %2 port
     UnknownHost,
     NothingListens,
-    TimedOut,  // %3 seconds
+    TimedOut,  // %3 the time limit, as InSeconds() says it
     NotSqlServer,
-    WindowsAccountFailed,    // no ticket, or none for this server
-    WindowsAccountTimedOut,  // %3 seconds; the server or the key server is silent
-    InstanceNotFound,        // %2 the instance's name
+    NoCommonEncryption,         // before the login: not understood, or no TLS agreed on
+    EncryptionRefused,          // likewise, where the string asks for encryption
+    WindowsAccountFailed,       // no ticket, or none for this server
+    WindowsAccountUnencrypted,  // likewise, or no TLS agreed on where the string asks for it
+    WindowsAccountTimedOut,     // %3 as above; the server or the key server is silent
+    InstanceNotFound,           // %2 the instance's name
     // What the server said: %1 its message
     LoginRefused,
+    NameLoginsRefused,        // a user and a password, where the server trusts none
+    WindowsLoginRefused,      // the ticket was good, its account is not
+    WindowsAccountUntrusted,  // the ticket proved nothing
     DatabaseRefused,
+    OwnDatabaseRefused,  // the one that the account begins in, where the string names none
     // This machine
     DriverMissing,         // %1 the driver's name
-    DriverBroken,          // %1 the driver's name, %2 the driver manager's message
+    DriverBroken,          // %1 the driver's name, %2 the reason, no full stop
     LocalServerMissing,    // %1 the program's path
     LocalServerFailed,     // %1 the instance's name, %2 the reason, %3 the log's path
     LocalServerUnreadable  // %1 the instance's name, %2 the file's path
@@ -44,6 +51,9 @@ struct DriverReport {
     QString sqlState;
     int nativeError = 0;
 };
+
+// "1 second", "15 seconds".
+QString InSeconds(int seconds);
 
 // The error for `problem`, its words filled from `details`. Its number follows the cause, not the
 // driver's report, which is kept for the curious.

@@ -108,7 +108,7 @@ void LocalInstance::Start(int timeout) const {
     if (!process.waitForFinished(timeout > 0 ? timeout : -1)) {
         process.kill();
         process.waitForFinished(1000);
-        fail(QStringLiteral("it was not ready within %1 seconds.").arg((timeout + 999) / 1000));
+        fail(QStringLiteral("it was not ready within %1.").arg(InSeconds((timeout + 999) / 1000)));
     }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         fail(Reason(process.readAllStandardError()));

@@ -75,11 +75,13 @@ class Opening {
         ServerAddress& server = settings_.server;
         if (server.instance.isEmpty() || settings_.forDriver) return;
         const int wait = Remaining();
-        const auto port = BrowseForPort(server.host, server.instance, wait > 0 ? wait : LongestAsk);
-        if (!port)
-            throw MakeConnectError(ConnectProblem::InstanceNotFound,
-                                   {server.host, server.instance});
-        server.port = *port;
+        const BrowserAnswer answer =
+            BrowseForPort(server.host, server.instance, wait > 0 ? wait : LongestAsk);
+        if (!answer.port)
+            throw MakeConnectError(
+                answer.hostUnknown ? ConnectProblem::UnknownHost : ConnectProblem::InstanceNotFound,
+                {server.host, server.instance});
+        server.port = *answer.port;
     }
 
     static constexpr int LongestAsk = 15000;  // milliseconds

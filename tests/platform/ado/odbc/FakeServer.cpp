@@ -17,38 +17,7 @@ const QByteArray FakeServer::ThenSilence = QByteArray("\0<quiet>", 8);
 
 namespace {
 
-constexpr quint8 Batch = 0x01, Call = 0x03, Reply = 0x04, Attention = 0x06;
-constexpr int HeaderSize = 8;
-constexpr int PacketSize = 4096;
-
-std::optional<QByteArray> Receive(int fd, int count) {
-    QByteArray bytes(count, 0);
-    for (int got = 0; got < count;) {
-        const ssize_t n = recv(fd, bytes.data() + got, static_cast<std::size_t>(count - got), 0);
-        if (n <= 0) return std::nullopt;
-        got += static_cast<int>(n);
-    }
-    return bytes;
-}
-
-QByteArray Header(quint8 type, bool last, int length) {
-    return QByteArray(1, static_cast<char>(type)) + QByteArray(1, last ? 1 : 0) +
-           QByteArray(1, static_cast<char>(length >> 8)) +
-           QByteArray(1, static_cast<char>(length)) + QByteArray::fromHex("00330100");
-}
-
-bool SendMessage(int fd, const QByteArray& body, bool complete = true) {
-    constexpr int room = PacketSize - HeaderSize;
-    QByteArray all;
-    qsizetype at = 0;
-    do {
-        const QByteArray part = body.mid(at, room);
-        at += part.size();
-        const bool last = complete && at >= body.size();
-        all += Header(Reply, last, static_cast<int>(part.size()) + HeaderSize) + part;
-    } while (at < body.size());
-    return SendAll(fd, all);
-}
+constexpr quint8 Batch = 0x01, Call = 0x03, Attention = 0x06;
 
 QByteArray Noise(int count) {
     QByteArray bytes;
@@ -78,11 +47,10 @@ QString RequestText(quint8 type, const QByteArray& body) {
 FakeServer::FakeServer(const FakeTds& answer)
     : FakeServer([bytes = answer.Bytes()](const QString&) { return bytes; }) {}
 
-FakeServer::FakeServer(Manners manners, Answerer answerer, Verifier verifier)
-    : manners_(manners),
-      answerer_(std::move(answerer)),
-      verifier_(std::move(verifier)),
-      listener_(ListenOnLoopback(port_)) {
+FakeServer::FakeServer(Settings settings)
+    : settings_(std::move(settings)),
+      port_(settings_.port),
+      listener_(ListenOnLoopback(port_, settings_.address)) {
     acceptor_ = std::thread([this] { Accept(); });
 }
 
@@ -96,7 +64,8 @@ FakeServer::~FakeServer() {
 }
 
 QString FakeServer::ConnectionString(const QString& more) const {
-    return QStringLiteral("Provider=sqloledb;Data Source=127.0.0.1,%1;User Id=sa;Password=secret;")
+    return QStringLiteral("Provider=sqloledb;Data Source=%1,%2;User Id=sa;Password=secret;")
+               .arg(settings_.address)
                .arg(port_) +
            more;
 }
@@ -119,11 +88,6 @@ QByteArray FakeServer::LoginBytes() const {
 QString FakeServer::WindowsAccount() const {
     const std::lock_guard lock(mutex_);
     return proof_ ? proof_->account : QString();
-}
-
-QString FakeServer::Account() const {
-    const std::lock_guard lock(mutex_);
-    return proof_ ? proof_->account : login_[0];
 }
 
 void FakeServer::CutOff() {
@@ -149,78 +113,55 @@ void FakeServer::Accept() {
     }
 }
 
-namespace {
-
-// A whole message of the client, its packets joined.
-template <class Packet>
-std::optional<Packet> ReceiveMessage(int fd) {
-    Packet packet;
-    for (bool last = false; !last;) {
-        const auto header = Receive(fd, HeaderSize);
-        if (!header) return std::nullopt;
-        const int length =
-            static_cast<quint8>((*header)[2]) << 8 | static_cast<quint8>((*header)[3]);
-        const auto body = Receive(fd, length - HeaderSize);
-        if (!body) return std::nullopt;
-        packet.type = static_cast<quint8>((*header)[0]);
-        packet.body += *body;
-        last = ((*header)[1] & 1) != 0;
-    }
-    return packet;
-}
-
-}  // namespace
-
 void FakeServer::Serve(int fd) {
-    if (manners_ == Manners::ClosesAtOnce) return;
-    if (manners_ == Manners::Silent) {
-        Receive(fd, 1 << 20);
+    FakeWire wire(fd);
+    if (settings_.manners == Manners::ClosesAtOnce) return;
+    if (settings_.manners == Manners::Silent) {
+        wire.AwaitEnd();
         return;
     }
-    if (!Greet(fd)) return;
-    while (const auto request = ReceiveMessage<Packet>(fd))
-        if (!Answer(fd, *request)) return;
+    if (!Greet(wire)) return;
+    while (const auto request = wire.ReceiveMessage())
+        if (!Answer(wire, *request)) return;
 }
 
-bool FakeServer::Greet(int fd) {
-    const auto preLogin = ReceiveMessage<Packet>(fd);
-    if (!preLogin) return false;
-    if (manners_ == Manners::Garbage || manners_ == Manners::Trickles ||
-        manners_ == Manners::Floods || manners_ == Manners::GarbageTls) {
-        Misbehave(fd);
-        return false;
-    }
-    if (!SendMessage(fd, FakeTds::PreLogin())) return false;
-    const auto login = ReceiveMessage<Packet>(fd);
-    if (!login || manners_ == Manners::ClosesAfterPreLogin) return false;
-    RememberLogin(login->body);
-    switch (manners_) {
-        case Manners::SilentAfterPreLogin:
-            Receive(fd, 1 << 20);
+bool FakeServer::Greet(FakeWire& wire) {
+    const auto preLogin = wire.ReceiveMessage();
+    if (!preLogin || settings_.manners == Manners::ClosesUnanswered) return false;
+    switch (settings_.manners) {
+        case Manners::Garbage:
+        case Manners::Trickles:
+        case Manners::Floods:
+        case Manners::GarbageTls:
+        case Manners::TlsAlert:
+        case Manners::SilentTls:
+            Misbehave(wire);
             return false;
-        case Manners::GarbageAfterLogin:
-            SendAll(fd, Noise(2000));
-            Receive(fd, 1 << 20);
-            return false;
-        case Manners::RefusesLogin:
-            SendMessage(fd, FakeTds::LoginFailed(Account()));
-            return false;
-        case Manners::WrongDatabase: {
-            const QString text = QStringLiteral(
-                "Cannot open database \"%1\" requested by the "
-                "login. The login failed.");
-            SendMessage(fd, FakeTds()
-                                .Error(4060, text.arg(Login()[3]), 1, 11)
-                                .Raw(FakeTds::LoginFailed(Account())));
-            return false;
-        }
         default:
             break;
     }
-    return AnswerLogin(fd);
+    if (!OfferEncryption(wire)) return false;
+    const auto login = wire.ReceiveMessage();
+    if (!login || settings_.manners == Manners::ClosesAfterPreLogin) return false;
+    if (settings_.encryption == Encryption::LoginOnly) wire.Decrypt();
+    RememberLogin(login->body);
+    if (settings_.manners == Manners::Good) return AnswerLogin(wire);
+    if (settings_.manners == Manners::GarbageAfterLogin) wire.Send(Noise(2000));
+    wire.AwaitEnd();
+    return false;
 }
 
-bool FakeServer::AnswerLogin(int fd) const {
+bool FakeServer::OfferEncryption(FakeWire& wire) {
+    const auto offer = static_cast<quint8>(settings_.encryption);
+    return wire.SendMessage(FakeTds::PreLogin(offer)) &&
+           (settings_.encryption == Encryption::None || wire.Encrypt());
+}
+
+bool FakeServer::AnswerLogin(FakeWire& wire) {
+    if (!settings_.refusal.isEmpty()) {
+        wire.SendMessage(settings_.refusal);
+        return false;
+    }
     QByteArray answer;
     {
         const std::lock_guard lock(mutex_);
@@ -229,49 +170,55 @@ bool FakeServer::AnswerLogin(int fd) const {
         if (proof_) answer = FakeTds::Sspi(proof_->answer);
         if (!untrusted) answer += FakeTds::LoginOk(login_[3]);
     }
-    return SendMessage(fd, answer);
+    return wire.SendMessage(answer);
 }
 
-void FakeServer::Misbehave(int fd) {
-    const QByteArray packet = Header(Reply, false, 0x7FFF) + QByteArray(0x7FFF - HeaderSize, 0);
-    switch (manners_) {
+void FakeServer::Misbehave(FakeWire& wire) {
+    constexpr int greatest = 0x7FFF;
+    const QByteArray packet = FakeWire::Header(FakeWire::Reply, false, greatest) +
+                              QByteArray(greatest - FakeWire::HeaderSize, 0);
+    switch (settings_.manners) {
         case Manners::Garbage:
-            SendAll(fd, Noise(2000));
+            wire.Send(Noise(2000));
             break;
         case Manners::GarbageTls:
-            SendMessage(fd, FakeTds::PreLogin(0));
-            Receive(fd, HeaderSize);
-            SendMessage(fd, Noise(200));
+        case Manners::TlsAlert:
+        case Manners::SilentTls:
+            wire.SendMessage(FakeTds::PreLogin(static_cast<quint8>(Encryption::Demanded)));
+            wire.ReceiveMessage();
+            if (settings_.manners == Manners::GarbageTls) wire.SendMessage(Noise(200));
+            if (settings_.manners == Manners::TlsAlert)
+                wire.SendMessage(FakeTds::TlsHandshakeFailure(), true, FakeWire::PreLogin);
             break;
         case Manners::Trickles:
-            while (!ending_ && SendAll(fd, QByteArray(1, 4))) {
-                pollfd none{fd, POLLRDHUP, 0};
+            while (!ending_ && wire.Send(QByteArray(1, 4))) {
+                pollfd none{wire.Socket(), POLLRDHUP, 0};
                 if (poll(&none, 1, 100) > 0) return;
             }
             return;
         case Manners::Floods:
-            while (!ending_ && SendAll(fd, packet)) continue;
+            while (!ending_ && wire.Send(packet)) continue;
             return;
         default:
             return;
     }
-    Receive(fd, 1 << 20);
+    wire.AwaitEnd();
 }
 
-bool FakeServer::Answer(int fd, const Packet& request) {
-    if (request.type == Attention) return SendMessage(fd, FakeTds::AttentionDone());
+bool FakeServer::Answer(FakeWire& wire, const FakeWire::Message& request) {
+    if (request.type == Attention) return wire.SendMessage(FakeTds::AttentionDone());
     if (request.type != Batch && request.type != Call) return false;
     const QString text = RequestText(request.type, request.body);
     {
         const std::lock_guard lock(mutex_);
         statements_.append(text);
     }
-    QByteArray reply = answerer_ ? answerer_(text) : FakeTds().Done();
+    QByteArray reply = settings_.answerer ? settings_.answerer(text) : FakeTds().Done();
     const bool thenClose = reply.endsWith(ThenClose);
     const bool thenSilence = reply.endsWith(ThenSilence);
     if (thenClose || thenSilence) reply.chop(ThenClose.size());
     if (reply.isEmpty() && thenSilence) return true;
-    return SendMessage(fd, reply, !thenSilence && !thenClose) && !thenClose;
+    return wire.SendMessage(reply, !thenSilence && !thenClose) && !thenClose;
 }
 
 void FakeServer::RememberLogin(const QByteArray& body) {
@@ -284,7 +231,8 @@ void FakeServer::RememberLogin(const QByteArray& body) {
         byte = static_cast<char>(plain >> 4 | plain << 4);
     }
     const QByteArray token = body.mid(ShortAt(body, 78), ShortAt(body, 80));
-    const auto proof = verifier_ && !token.isEmpty() ? verifier_(token) : std::nullopt;
+    const auto proof =
+        settings_.verifier && !token.isEmpty() ? settings_.verifier(token) : std::nullopt;
     const std::lock_guard lock(mutex_);
     loginBytes_ = body;
     token_ = token;

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/ado/odbc/FakeTds.h"
+#include "platform/ado/odbc/FakeWire.h"
 
 namespace quarv::test {
 
@@ -20,6 +21,7 @@ class FakeServer {
     enum class Manners {
         Good,
         ClosesAtOnce,
+        ClosesUnanswered,  // when the pre-login message has come
         Silent,
         Garbage,   // random bytes for an answer, then silence
         Trickles,  // one byte again and again, for ever
@@ -27,10 +29,13 @@ class FakeServer {
         ClosesAfterPreLogin,
         SilentAfterPreLogin,
         GarbageAfterLogin,
-        RefusesLogin,
-        WrongDatabase,
+        // In answer to the first message of an encryption that it offered itself:
         GarbageTls,
+        TlsAlert,  // it and the client have nothing in common
+        SilentTls,
     };
+    // As the pre-login message numbers them ([MS-TDS], "PRELOGIN").
+    enum class Encryption : quint8 { LoginOnly = 0, None = 2, Demanded = 3 };
     // The token bytes for a batch's text or, for a procedure call, its name.
     using Answerer = std::function<QByteArray(const QString& sql)>;
     // What the token of a Windows account proves.
@@ -41,8 +46,20 @@ class FakeServer {
     // Nothing: the token proves nothing, and the login is refused.
     using Verifier = std::function<std::optional<Proof>(const QByteArray& token)>;
 
-    explicit FakeServer(Manners manners, Answerer answerer = {}, Verifier verifier = {});
-    explicit FakeServer(Answerer answerer) : FakeServer(Manners::Good, std::move(answerer)) {}
+    struct Settings {
+        Manners manners = Manners::Good;
+        Answerer answerer = {};
+        Verifier verifier = {};
+        Encryption encryption = Encryption::None;
+        QByteArray refusal = {};  // the tokens that every login is answered with, before the end
+        QString address = QStringLiteral("127.0.0.1");
+        int port = 0;  // 0: a free one
+    };
+
+    explicit FakeServer(Settings settings);
+    explicit FakeServer(Manners manners) : FakeServer(Settings{.manners = manners}) {}
+    explicit FakeServer(Answerer answerer)
+        : FakeServer(Settings{.answerer = std::move(answerer)}) {}
     // Answers every statement alike.
     explicit FakeServer(const FakeTds& answer);
     ~FakeServer();
@@ -67,26 +84,17 @@ class FakeServer {
     static const QByteArray ThenSilence;
 
   private:
-    struct Packet {
-        quint8 type = 0;
-        QByteArray body;
-    };
-
     void Accept();
     void Serve(int fd);
-    bool Greet(int fd);
-    void Misbehave(int fd);
-    bool Answer(int fd, const Packet& request);
+    bool Greet(FakeWire& wire);
+    bool OfferEncryption(FakeWire& wire);
+    void Misbehave(FakeWire& wire);
     void RememberLogin(const QByteArray& body);
+    bool AnswerLogin(FakeWire& wire);
+    bool Answer(FakeWire& wire, const FakeWire::Message& request);
 
-    // The name that the last login goes by.
-    QString Account() const;
-    bool AnswerLogin(int fd) const;
-
-    Manners manners_;
-    Answerer answerer_;
-    Verifier verifier_;
-    int port_ = 0;
+    Settings settings_;
+    int port_;
     int listener_;
     std::atomic<bool> ending_ = false;
     mutable std::mutex mutex_;

@@ -242,4 +242,8 @@ QByteArray FakeTds::AttentionDone() {
     return reply;
 }
 
+QByteArray FakeTds::TlsHandshakeFailure() {
+    return QByteArray::fromHex("15 0303 0002 0228");
+}
+
 }  // namespace quarv::test

@@ -73,6 +73,9 @@ class FakeTds {
     // The server's own token, in answer to that of a Windows account.
     static QByteArray Sspi(const QByteArray& token);
     static QByteArray AttentionDone();
+    // The record by which TLS ends a handshake of two sides that have nothing in common ([RFC
+    // 5246], "Error Alerts").
+    static QByteArray TlsHandshakeFailure();
 
   private:
     void Message(quint8 token, int number, const QString& text, int line, int severity);

@@ -139,7 +139,7 @@ TEST_F(LocalInstanceTest, FailedStartWithoutAReasonStillSaysSo) {
 
 TEST_F(LocalInstanceTest, StartThatHangsEndsWithTheTimeout) {
     WriteProgram("exec sleep 30\n");
-    EXPECT_TRUE(ReachError(200).contains("it was not ready within 1 seconds."));
+    EXPECT_TRUE(ReachError(200).contains("it was not ready within 1 second."));
 }
 
 TEST_F(LocalInstanceTest, StateThatCannotBeTrustedIsRefused) {

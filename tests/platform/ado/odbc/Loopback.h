@@ -2,11 +2,16 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 namespace quarv::test {
 
-// A socket that listens on a free loopback port; ends the program where there is none.
-int ListenOnLoopback(int& port);
+// A socket that listens at a loopback address, on `port`, which 0 sets to a free one; ends the
+// program where that cannot be.
+int ListenOnLoopback(int& port, const QString& address = QStringLiteral("127.0.0.1"));
+
+// This computer has the loopback address ::1.
+bool HasIpv6();
 
 // False where the other side is gone.
 bool SendAll(int fd, const QByteArray& bytes);

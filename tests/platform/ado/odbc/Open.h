@@ -1,4 +1,4 @@
-// Opens connections to fake servers.
+// Opens connections to fake servers, or shows why they cannot be opened.
 #pragma once
 
 #include "platform/ado/ErrorOf.h"
@@ -7,10 +7,21 @@
 
 namespace quarv::test {
 
-inline ado::ConnectionPtr Open(const FakeServer& server, const QString& more = {}) {
+inline ado::ConnectionPtr Open(const QString& connectionString) {
     const ado::ConnectionPtr connection = ado::odbc::OdbcConnectionFactory()();
-    connection->Open(server.ConnectionString(more));
+    connection->Open(connectionString);
     return connection;
+}
+
+inline ado::ConnectionPtr Open(const FakeServer& server, const QString& more = {}) {
+    return Open(server.ConnectionString(more));
+}
+
+inline DataError OpenError(const QString& connectionString) {
+    const ado::ConnectionPtr connection = ado::odbc::OdbcConnectionFactory()();
+    const DataError error = ErrorOf([&] { connection->Open(connectionString); });
+    EXPECT_EQ(connection->State(), ado::adStateClosed);
+    return error;
 }
 
 }  // namespace quarv::test

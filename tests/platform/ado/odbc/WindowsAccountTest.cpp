@@ -16,11 +16,14 @@ using Manners = FakeServer::Manners;
 constexpr int Unspecified = -2147467259;
 constexpr int AuthenticationFailed = -2147217843;
 
+const QString Encrypted =
+    QStringLiteral("Use Encryption for Data=yes;Trust Server Certificate=yes");
+
 // A server that lets in who holds a ticket of the realm. The realm does not know it by itself.
 class RealmServer : public FakeServer {
   public:
-    explicit RealmServer(const KerberosRealm& realm, Manners manners = Manners::Good)
-        : FakeServer(manners, {}, TicketVerifier(realm.Keytab())) {}
+    explicit RealmServer(const KerberosRealm& realm, Settings settings = {})
+        : FakeServer(WithVerifier(realm, std::move(settings))) {}
 
     QString ConnectionString(const QString& more = {}) const {
         return QStringLiteral(
@@ -28,13 +31,16 @@ class RealmServer : public FakeServer {
                    .arg(Port()) +
                more;
     }
+
+  private:
+    static Settings WithVerifier(const KerberosRealm& realm, Settings settings) {
+        settings.verifier = TicketVerifier(realm.Keytab());
+        return settings;
+    }
 };
 
 DataError OpenError(const RealmServer& server, const QString& more = {}) {
-    const auto connection = ado::odbc::OdbcConnectionFactory()();
-    const DataError error = ErrorOf([&] { connection->Open(server.ConnectionString(more)); });
-    EXPECT_EQ(connection->State(), ado::adStateClosed);
-    return error;
+    return test::OpenError(server.ConnectionString(more));
 }
 
 qsizetype ThreadCount() {
@@ -149,7 +155,7 @@ TEST_F(WindowsAccount, SilentKeyServerIsNotWaitedForBeyondTheTimeout) {
     EXPECT_EQ(error.Number(), Unspecified);
     EXPECT_EQ(error.Description(),
               QStringLiteral("\"127.0.0.1\", port %1, did not let the Windows account in within 1 "
-                             "seconds. Check that it is the server's port, that the server and the "
+                             "second. Check that it is the server's port, that the server and the "
                              "Kerberos server (KDC) are well, and that no firewall stands between.")
                   .arg(server.Port()));
     // The attempt that was given up reads the environment until its own look-up ends.
@@ -160,38 +166,73 @@ TEST_F(WindowsAccount, SilentKeyServerIsNotWaitedForBeyondTheTimeout) {
 }
 
 TEST_F(WindowsAccount, ServerThatEndsTheConversationIsNotBlamedOnTheTicket) {
-    const RealmServer server(realm_, Manners::ClosesAfterPreLogin);
+    const RealmServer server(realm_, {.manners = Manners::ClosesAfterPreLogin});
     GiveTicketFor(server);
     const DataError error = OpenError(server);
     EXPECT_EQ(
         error.Description(),
         QStringLiteral("What answers at \"127.0.0.1\", port %1, ended the conversation before "
                        "the login was done or does not speak as a SQL Server does. Check the "
-                       "port, and whether the server demands encryption.")
+                       "port, what the server's own log says, and whether it demands strict "
+                       "encryption, which this computer does not take.")
             .arg(server.Port()));
 }
 
 TEST_F(WindowsAccount, RefusedLoginNamesTheAccount) {
-    const RealmServer server(realm_, Manners::RefusesLogin);
+    const RealmServer server(realm_, {.refusal = FakeTds::LoginFailed("QUARV\\alice")});
     GiveTicketFor(server);
     const DataError error = OpenError(server);
     EXPECT_EQ(error.Number(), AuthenticationFailed);
     EXPECT_EQ(error.NativeError(), 18456);
-    EXPECT_EQ(error.Description(), QStringLiteral("Login failed for user 'alice@QUARV.TEST'. Check "
-                                                  "the user name and the password."));
+    EXPECT_EQ(
+        error.Description(),
+        QStringLiteral("Login failed for user 'QUARV\\alice'. The server was shown a Kerberos "
+                       "ticket, but does not let its account in. Run klist to see whose "
+                       "ticket it is, and check that the server has a login for this "
+                       "account."));
 }
 
 // The service's key was changed, and the server was not told.
-TEST_F(WindowsAccount, TicketThatTheServerCannotReadIsToldInItsWords) {
+TEST_F(WindowsAccount, TicketThatTheServerCannotReadIsToldInItsWordsAndOurs) {
     const RealmServer server(realm_);
     GiveTicketFor(server);
     realm_.ChangeServiceKey(server.Port());
     const DataError error = OpenError(server);
+    EXPECT_EQ(error.Number(), AuthenticationFailed);
     EXPECT_EQ(error.NativeError(), 18452);
     EXPECT_EQ(error.Description(),
               QStringLiteral("Login failed. The login is from an untrusted domain and cannot be "
-                             "used with Integrated authentication."));
+                             "used with Integrated authentication. Run klist to see whose ticket "
+                             "was shown. Check that the server trusts this realm and that it holds "
+                             "the present key of its service."));
     EXPECT_EQ(server.WindowsAccount(), QString());
+}
+
+TEST_F(WindowsAccount, TicketIsShownBehindEncryptionToo) {
+    const RealmServer server(realm_, {.encryption = FakeServer::Encryption::Demanded});
+    GiveTicketFor(server);
+    const auto connection = ado::odbc::OdbcConnectionFactory()();
+    connection->Open(server.ConnectionString(Encrypted));
+    EXPECT_EQ(connection->State(), ado::adStateOpen);
+    EXPECT_EQ(server.WindowsAccount(), QStringLiteral("alice@QUARV.TEST"));
+}
+
+// The driver does not say which of the two it was.
+TEST_F(WindowsAccount, EncryptionThatIsRefusedAndNoTicketAreToldTogether) {
+    const auto words = [](const RealmServer& server) {
+        return QStringLiteral(
+                   "The server \"127.0.0.1\", port %1, could not be shown a Kerberos ticket of the "
+                   "Windows account, or the connection could not be encrypted as Use Encryption "
+                   "for Data asks. Run klist to see whether you hold a ticket that is still valid, "
+                   "and kinit to get one. If you hold one, check that the server offers encryption "
+                   "and that Kerberos knows its service MSSQLSvc/127.0.0.1:%1.")
+            .arg(server.Port());
+    };
+    const RealmServer clear(realm_);
+    GiveTicketFor(clear);
+    EXPECT_EQ(OpenError(clear, Encrypted).Description(), words(clear));
+    const RealmServer unknown(realm_, {.encryption = FakeServer::Encryption::Demanded});
+    EXPECT_EQ(OpenError(unknown, Encrypted).Description(), words(unknown));
 }
 
 }  // namespace quarv::test
