@@ -54,11 +54,14 @@ bool IsLoopback(const QString& address) {
     return inet_pton(AF_INET6, text.constData(), &v6) == 1 && IN6_IS_ADDR_LOOPBACK(&v6);
 }
 
-// The last line that says something, without what would break a sentence.
-QString Reason(const QByteArray& output) {
+// The last line that says something, without what would break a sentence and without the
+// `beginnings`, which say what ours says already.
+QString Reason(const QByteArray& output, const QStringList& beginnings) {
     const QStringList lines =
         QString::fromUtf8(output.right(4096)).split(u'\n', Qt::SkipEmptyParts);
     QString reason = lines.isEmpty() ? QString() : lines.last().simplified();
+    for (const QString& beginning : beginnings)
+        if (reason.startsWith(beginning)) reason.remove(0, beginning.size());
     if (reason.isEmpty()) reason = QStringLiteral("it gave no reason");
     if (!reason.endsWith(u'.')) reason += u'.';
     return reason;
@@ -111,7 +114,9 @@ void LocalInstance::Start(int timeout) const {
         fail(QStringLiteral("it was not ready within %1.").arg(InSeconds((timeout + 999) / 1000)));
     }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        fail(Reason(process.readAllStandardError()));
+        fail(Reason(process.readAllStandardError(),
+                    {program.fileName() + QStringLiteral(": "),
+                     QStringLiteral("the instance \"%1\" did not start: ").arg(name_)}));
 }
 
 std::optional<LocalInstance::Access> LocalInstance::ReadState() const {

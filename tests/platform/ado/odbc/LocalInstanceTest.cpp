@@ -125,6 +125,30 @@ TEST_F(LocalInstanceTest, MissingProgramIsNamed) {
                                 .arg(Program()));
 }
 
+// The server's own program, whose databases are damaged.
+TEST_F(LocalInstanceTest, ServerThatCannotStartIsToldWithItsReasonAndItsLog) {
+    const QString data = Folder() + QStringLiteral("/data");
+    QDir().mkpath(data);
+    Write(data + QStringLiteral("/master.sqlite"), "no database at all, but text",
+          QFile::ReadOwner | QFile::WriteOwner);
+    const auto connection =
+        ado::odbc::OdbcConnectionFactory(QStringLiteral(QUARV_LOCALDB_PROGRAM))();
+    const DataError error = ErrorOf([&] {
+        connection->Open(QStringLiteral(
+            "Provider=sqloledb;Data Source=(localdb)\\quarv;Integrated Security=SSPI"));
+    });
+    EXPECT_EQ(error.Number(), -2147467259);
+    EXPECT_EQ(error.Description(),
+              QStringLiteral("The local instance \"quarv\" could not be started: Database "
+                             "'%1/data/master.sqlite' cannot be opened due to inaccessible files "
+                             "or insufficient memory or disk space. See the SQL Server errorlog "
+                             "for details. Its log is \"%1/log\".")
+                  .arg(Folder()));
+    QFile log(Folder() + QStringLiteral("/log"));
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(log.readAll().contains("master.sqlite' cannot be opened"));
+}
+
 TEST_F(LocalInstanceTest, FailedStartGivesItsReasonAndTheLog) {
     WriteProgram("echo 'the data folder is full' >&2\nexit 3\n");
     EXPECT_EQ(ReachError(), QStringLiteral("The local instance \"quarv\" could not be started: "
