@@ -89,9 +89,9 @@ TEST(InstanceBrowser, AsksAgainWhereNoAnswerComes) {
 TEST(InstanceBrowser, UselessAnswersAreReadPastAndBringNoQuestion) {
     for (const QByteArray& useless : UselessAnswers()) {
         const FakeBrowser browser([&useless](int) -> Answers {
-            return {{useless}, {useless}, {FakeBrowser::Naming("EXPRESS", "49172")}};
+            return {{useless}, {useless}, {FakeBrowser::Naming("EXPRESS", "50001")}};
         });
-        EXPECT_EQ(Browse(browser).port, 49172) << useless.left(100).toHex().constData();
+        EXPECT_EQ(Browse(browser).port, 50001) << useless.left(100).toHex().constData();
         EXPECT_EQ(browser.Questions().size(), 1) << useless.left(100).toHex().constData();
     }
 }
