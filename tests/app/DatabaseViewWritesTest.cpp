@@ -66,7 +66,7 @@ class DatabaseViewWrites : public ServedDatabase {
         Show(Tables);
         before = AllRows();
     }
-    ~DatabaseViewWrites() override {
+    void TearDown() override {
         served.reset();
         EXPECT_EQ(AllRows(), before);
     }
@@ -126,7 +126,7 @@ TEST_F(DatabaseViewWrites, ACellLeftByAClickOnAnotherTableIsNotSent) {
     ExpectNothingWritten();
 }
 
-TEST_F(DatabaseViewWrites, ConditionsScriptsAndTheEndOfTheWindowSendNoWrite) {
+TEST_F(DatabaseViewWrites, ConditionsProceduresAndTheEndOfTheWindowSendNoWrite) {
     ServedWindow& window = *served;
     window.ClickTable("Heap");
     window.editor.Edit(1, 1, "changed");

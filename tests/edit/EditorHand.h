@@ -62,10 +62,11 @@ class EditorHand {
         EXPECT_EQ(Grid().State().currentColumn, column);
     }
     static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        ASSERT_TRUE(QApplication::focusWidget());
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
     static void Type(const char* text) {
-        Press(Qt::Key_A, Qt::ControlModifier);
+        ASSERT_NO_FATAL_FAILURE(Press(Qt::Key_A, Qt::ControlModifier));
         QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(text));
     }
     void Edit(int row, int column, const char* text) {
