@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/ado/odbc/ClientMessage.h"
 #include "platform/ado/odbc/FakeTds.h"
 
 namespace quarv::test {
@@ -55,16 +56,11 @@ class FakeServer {
     static const QByteArray ThenSilence;
 
   private:
-    struct Packet {
-        quint8 type = 0;
-        QByteArray body;
-    };
-
     void Accept();
     void Serve(int fd);
     bool Greet(int fd);
     void Misbehave(int fd);
-    bool Answer(int fd, const Packet& request);
+    bool Answer(int fd, const ClientMessage& request);
     void RememberLogin(const QByteArray& body);
 
     Manners manners_;
