@@ -17,7 +17,7 @@ const QByteArray FakeServer::ThenSilence = QByteArray("\0<quiet>", 8);
 
 namespace {
 
-constexpr quint8 Batch = 0x01, Call = 0x03, Reply = 0x04, Attention = 0x06;
+constexpr quint8 Reply = ClientMessage::Reply;
 constexpr int HeaderSize = 8;
 constexpr int PacketSize = 4096;
 
@@ -64,13 +64,6 @@ QString TextAt(const QByteArray& body, qsizetype at, qsizetype units) {
 
 int ShortAt(const QByteArray& body, qsizetype at) {
     return static_cast<quint8>(body[at]) | static_cast<quint8>(body[at + 1]) << 8;
-}
-
-// Behind the headers that every request begins with ("ALL_HEADERS").
-QString RequestText(quint8 type, const QByteArray& body) {
-    const qsizetype start = ShortAt(body, 0);
-    if (type == Batch) return TextAt(body, start, (body.size() - start) / 2);
-    return TextAt(body, start + 2, ShortAt(body, start));
 }
 
 }  // namespace
@@ -151,22 +144,17 @@ void FakeServer::Accept() {
 
 namespace {
 
-// A whole message of the client, its packets joined.
-template <class Packet>
-std::optional<Packet> ReceiveMessage(int fd) {
-    Packet packet;
-    for (bool last = false; !last;) {
-        const auto header = Receive(fd, HeaderSize);
-        if (!header) return std::nullopt;
-        const int length =
-            static_cast<quint8>((*header)[2]) << 8 | static_cast<quint8>((*header)[3]);
-        const auto body = Receive(fd, length - HeaderSize);
-        if (!body) return std::nullopt;
-        packet.type = static_cast<quint8>((*header)[0]);
-        packet.body += *body;
-        last = ((*header)[1] & 1) != 0;
+// The next whole message; nothing where the client is gone. A client waits for its answer, so
+// nothing is lost that came behind the message.
+std::optional<ClientMessage> ReceiveMessage(int fd) {
+    ClientMessages messages;
+    for (;;) {
+        QByteArray bytes(PacketSize, 0);
+        const ssize_t n = recv(fd, bytes.data(), static_cast<std::size_t>(bytes.size()), 0);
+        if (n <= 0) return std::nullopt;
+        messages.Append(bytes.first(n));
+        if (auto message = messages.Take()) return message;
     }
-    return packet;
 }
 
 }  // namespace
@@ -178,12 +166,12 @@ void FakeServer::Serve(int fd) {
         return;
     }
     if (!Greet(fd)) return;
-    while (const auto request = ReceiveMessage<Packet>(fd))
+    while (const auto request = ReceiveMessage(fd))
         if (!Answer(fd, *request)) return;
 }
 
 bool FakeServer::Greet(int fd) {
-    const auto preLogin = ReceiveMessage<Packet>(fd);
+    const auto preLogin = ReceiveMessage(fd);
     if (!preLogin) return false;
     if (manners_ == Manners::Garbage || manners_ == Manners::Trickles ||
         manners_ == Manners::Floods || manners_ == Manners::GarbageTls) {
@@ -191,7 +179,7 @@ bool FakeServer::Greet(int fd) {
         return false;
     }
     if (!SendMessage(fd, FakeTds::PreLogin())) return false;
-    const auto login = ReceiveMessage<Packet>(fd);
+    const auto login = ReceiveMessage(fd);
     if (!login || manners_ == Manners::ClosesAfterPreLogin) return false;
     RememberLogin(login->body);
     switch (manners_) {
@@ -258,10 +246,10 @@ void FakeServer::Misbehave(int fd) {
     Receive(fd, 1 << 20);
 }
 
-bool FakeServer::Answer(int fd, const Packet& request) {
-    if (request.type == Attention) return SendMessage(fd, FakeTds::AttentionDone());
-    if (request.type != Batch && request.type != Call) return false;
-    const QString text = RequestText(request.type, request.body);
+bool FakeServer::Answer(int fd, const ClientMessage& request) {
+    if (request.type == ClientMessage::Attention) return SendMessage(fd, FakeTds::AttentionDone());
+    if (!request.IsRequest()) return false;
+    const QString text = request.Text();
     {
         const std::lock_guard lock(mutex_);
         statements_.append(text);

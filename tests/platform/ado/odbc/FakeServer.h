@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/ado/odbc/ClientMessage.h"
 #include "platform/ado/odbc/FakeTds.h"
 
 namespace quarv::test {
@@ -67,16 +68,11 @@ class FakeServer {
     static const QByteArray ThenSilence;
 
   private:
-    struct Packet {
-        quint8 type = 0;
-        QByteArray body;
-    };
-
     void Accept();
     void Serve(int fd);
     bool Greet(int fd);
     void Misbehave(int fd);
-    bool Answer(int fd, const Packet& request);
+    bool Answer(int fd, const ClientMessage& request);
     void RememberLogin(const QByteArray& body);
 
     // The name that the last login goes by.
