@@ -21,8 +21,9 @@ RowListRef ReadRows(ado::Recordset& rows, const StringList& primaryKey) {
     for (; !rows.EOF(); rows.MoveNext()) {
         const auto row = std::make_shared<TableEditGridRow>();
         row->Init(rows, primaryKey);
-        list->Add(row);
+        list->AddUnnumbered(row);
     }
+    list->RenumberVisibleFields();
     return list;
 }
 

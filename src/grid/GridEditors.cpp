@@ -106,7 +106,7 @@ void GridEditors::ShowText(const TextStart& start, const QRectF& place) {
     SetText(start.text);
     PlaceText(place, start.withButton);
     editor_->SetSelStart(0);
-    editor_->SetSelLength(static_cast<int>(start.text.size()));
+    editor_->SetSelLength(static_cast<int>(text_.Shown().size()));
     editor_->SetFocus();
 }
 
@@ -143,15 +143,17 @@ void GridEditors::MoveTo(const QRectF& place) {
 }
 
 QString GridEditors::Text() const {
-    return editor_->Text();
+    return text_.Whole(editor_->Text());
 }
 
 // A limit keeps more from being typed; what the program puts in is never cut.
 void GridEditors::SetText(const QString& text) {
+    text_ = EditedText(text);
+    const QString& shown = text_.Shown();
     editor_->SetMaxLength(0);
-    editor_->SetText(text);
+    editor_->SetText(shown);
     if (maxLength_ > 0)
-        editor_->SetMaxLength(std::max(maxLength_, static_cast<qint32>(text.size())));
+        editor_->SetMaxLength(std::max(maxLength_, static_cast<qint32>(shown.size())));
 }
 
 QString GridEditors::ListText() const {

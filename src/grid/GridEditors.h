@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "grid/CellEditors.h"
+#include "grid/EditedText.h"
 #include "grid/GridKeys.h"
 
 class QPainter;
@@ -69,6 +70,7 @@ class GridEditors : public QObject, public CellEditors {
     forms::ComboBox* combo_;
     RCheckbox* check_;
     RButton* button_;
+    EditedText text_;        // what was put into the text box
     double buttonSide_ = 0;  // twips
     qint32 maxLength_ = 0;   // UTF-16 units that may be typed; 0 means no limit
     QRect visiblePart_;

@@ -12,6 +12,8 @@ class KelEditGridRowList {
     // Appends and numbers the visible rows anew, each time over all of them. Raises Overflow where
     // the list is full and ObjectNotSet for no row; then nothing is added.
     void Add(const RowRef& row);
+    // As Add, but numbers nothing: for a host that fills the list and then numbers it once.
+    void AddUnnumbered(const RowRef& row) { items_.Add(row); }
     // Makes room for `n` rows and ten more where there is none for `n`.
     void EnsureCanHold(qint16 n) { items_.EnsureCanHold(n); }
     qint16 Count() const { return items_.Count(); }

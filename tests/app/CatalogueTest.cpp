@@ -5,6 +5,7 @@
 #include "app/FakeDatabase.h"
 #include "base/DataError.h"
 #include "db/SQLServerConnection.h"
+#include "support/TextPrinter.h"
 
 namespace quarv {
 

@@ -15,6 +15,7 @@
 #include "db/SQLServerConnectionDetails.h"
 #include "platform/forms/Form.h"
 #include "support/BoxWatcher.h"
+#include "support/TextPrinter.h"
 
 namespace quarv {
 namespace {

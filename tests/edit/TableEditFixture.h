@@ -2,15 +2,9 @@
 // table "t" of the fields id, sub and note. What is done in its grid is done by real events.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QTest>
-
 #include "base/Hooks.h"
 #include "db/SQLServerConnection.h"
-#include "edit/TableEdit.h"
-#include "edit/TableEditGridRow.h"
-#include "grid/KelEditGrid.h"
+#include "edit/EditorHand.h"
 #include "platform/ado/MemoryScript.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/MessageHooks.h"
@@ -19,13 +13,13 @@
 
 namespace quarv::test {
 
-class TableEditFixture : public testing::Test {
+class TableEditFixture : public testing::Test, protected EditorHand {
   protected:
     using Rows = std::vector<ado::MemoryResult::Row>;
 
     static constexpr const char* Query = "select top 100 * from [t]";
 
-    TableEditFixture() {
+    TableEditFixture() : EditorHand(pane_) {
         forms::RegisterMessageHooks();
         form_.Move(0, 0, 9000, 6000);
         pane_.Move(0, 0, 9000, 6000);
@@ -69,56 +63,6 @@ class TableEditFixture : public testing::Test {
     void Show(Rows rows) {
         SetRows(std::move(rows));
         Show();
-    }
-
-    KelEditGrid& Grid() { return *pane_.findChild<KelEditGrid*>(QStringLiteral("Editor")); }
-    // 1-based.
-    TableEditGridRow& Row(qint16 position) {
-        return dynamic_cast<TableEditGridRow&>(*Grid().RowList()->Items(position));
-    }
-    // The columns as "name width kind".
-    QStringList Columns() {
-        QStringList texts;
-        const auto& columns = *Grid().State().columns;
-        for (qint16 i = 1; i <= columns.Count(); ++i) {
-            const KelEditGridColumn& column = *columns.Items(i);
-            texts +=
-                QStringLiteral("%1 %2 %3").arg(column.Name).arg(column.Width).arg(column.ColType);
-        }
-        return texts;
-    }
-    // The rows' cells, joined by "|".
-    QStringList Cells() {
-        QStringList texts;
-        for (qint16 i = 1; i <= Grid().RowList()->Count(); ++i) {
-            QStringList cells;
-            for (qint16 c = 1; c <= Grid().State().columns->Count(); ++c)
-                cells += Row(i).ColumnValue(c).ToText();
-            texts += cells.join(u'|');
-        }
-        return texts;
-    }
-
-    // Opens the cell by a click, counted from 1; its text is selected.
-    void Open(int row, int column) {
-        const int height = Grid().Geometry().RowHeight() / 15;
-        const QPoint place(20 + 1400 / 15 * (column - 1) + 40,
-                           Grid().Geometry().HeaderHeight() / 15 + (row - 1) * height + height / 2);
-        QTest::mouseClick(&Grid(), Qt::LeftButton, Qt::NoModifier, place);
-        EXPECT_EQ(Grid().State().currentPosition, row);
-        EXPECT_EQ(Grid().State().currentColumn, column);
-    }
-    static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
-    static void Type(const char* text) {
-        Press(Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(QApplication::focusWidget(), QString::fromUtf8(text));
-    }
-    void Edit(int row, int column, const char* text) {
-        Open(row, column);
-        Type(text);
-        Press(Qt::Key_Tab);
     }
 
     std::shared_ptr<ado::MemoryScript> script_ = std::make_shared<ado::MemoryScript>();

@@ -213,6 +213,28 @@ TEST_F(KelEditGridEditorsTest, WhatTheHostPutsInIsNotCutByTheMaximumLength) {
     EXPECT_EQ(RowAt(rows, 1).values[1].Text(), u"longer than three");
 }
 
+TEST_F(KelEditGridEditorsTest, OfAVeryLongTextTheBeginningIsEdited) {
+    const RowListRef rows = PlainRows(1);
+    const QString text(5000000, u'x');
+    RowAt(rows, 1).values[1] = text;
+    Fill(rows);
+    Click(0, 0);
+    EXPECT_TRUE(Find<forms::TextBox>(u"Editor").Text() ==
+                QString(65536, u'x') + QString::fromUtf8("… [4934464 more]"));
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(RowAt(rows, 1).values[1].Text() == text);
+    Click(0, 0);
+    Key(Qt::Key_Home);
+    Type("a");
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(RowAt(rows, 1).values[1].Text() == u'a' + text);
+    // It opens with all of it selected.
+    Click(0, 0);
+    Type("b");
+    Key(Qt::Key_Tab);
+    EXPECT_EQ(RowAt(rows, 1).values[1].Text(), u"b");
+}
+
 TEST_F(KelEditGridEditorsTest, TabLeavesPastTheScrollBars) {
     Fill(PlainRows(40), ColumnsOf({6000, 6000}));
     Click(0, 0);

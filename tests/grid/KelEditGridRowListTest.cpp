@@ -42,6 +42,20 @@ TEST(KelEditGridRowList, AddNumbersTheVisibleRows) {
     EXPECT_EQ(RowAt(list, 4).visible, 4);
 }
 
+TEST(KelEditGridRowList, AddUnnumberedLeavesTheNumbersToTheHost) {
+    KelEditGridRowList list;
+    const auto first = std::make_shared<FakeRow>();
+    const auto second = std::make_shared<FakeRow>();
+    list.AddUnnumbered(first);
+    list.AddUnnumbered(second);
+    EXPECT_EQ(list.Count(), 2);
+    EXPECT_EQ(list.Items(2), second);
+    EXPECT_EQ(second->visible, 0);
+    EXPECT_EQ(list.RenumberVisibleFields(), 2);
+    EXPECT_EQ(second->visible, 2);
+    EXPECT_EQ(Raised([&] { list.AddUnnumbered(nullptr); }), NotSet);
+}
+
 TEST(KelEditGridRowList, ADeletedRowKeepsItsNumber) {
     const RowListRef list = PlainRows(3);
     RowAt(list, 2).SetPersistStatus(1);

@@ -29,7 +29,7 @@ EmbeddedServer::EmbeddedServer() {
     while (!process_.canReadLine())
         if (!process_.waitForReadyRead(Patience)) qFatal("the local server did not come up");
     const QString line = QString::fromUtf8(process_.readLine()).trimmed();
-    port_ = line.section(u':', -1);
+    port_ = line.section(u':', -1).toInt();
 }
 
 EmbeddedServer::~EmbeddedServer() {
@@ -38,11 +38,11 @@ EmbeddedServer::~EmbeddedServer() {
     process_.waitForFinished(Patience);
 }
 
-QString EmbeddedServer::ConnectionString() const {
+QString EmbeddedServer::ConnectionStringTo(int port) {
     return QStringLiteral(
                "Provider=sqloledb;Data Source=127.0.0.1,%1;User Id=sa;"
                "Password=test secret;")
-        .arg(port_);
+        .arg(port);
 }
 
 }  // namespace quarv::test

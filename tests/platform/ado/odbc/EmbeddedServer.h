@@ -14,12 +14,15 @@ class EmbeddedServer {
     EmbeddedServer();
     ~EmbeddedServer();
 
-    QString ConnectionString() const;
+    int Port() const { return port_; }
+    QString ConnectionString() const { return ConnectionStringTo(port_); }
+    // For this server behind a port that leads to it.
+    static QString ConnectionStringTo(int port);
 
   private:
     QTemporaryDir home_;
     QProcess process_;
-    QString port_;
+    int port_ = 0;
 };
 
 }  // namespace quarv::test

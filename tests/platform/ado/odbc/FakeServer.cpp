@@ -17,8 +17,6 @@ const QByteArray FakeServer::ThenSilence = QByteArray("\0<quiet>", 8);
 
 namespace {
 
-constexpr quint8 Batch = 0x01, Call = 0x03, Attention = 0x06;
-
 QByteArray Noise(int count) {
     QByteArray bytes;
     for (int i = 0; i < count; ++i)
@@ -33,13 +31,6 @@ QString TextAt(const QByteArray& body, qsizetype at, qsizetype units) {
 
 int ShortAt(const QByteArray& body, qsizetype at) {
     return static_cast<quint8>(body[at]) | static_cast<quint8>(body[at + 1]) << 8;
-}
-
-// Behind the headers that every request begins with ("ALL_HEADERS").
-QString RequestText(quint8 type, const QByteArray& body) {
-    const qsizetype start = ShortAt(body, 0);
-    if (type == Batch) return TextAt(body, start, (body.size() - start) / 2);
-    return TextAt(body, start + 2, ShortAt(body, start));
 }
 
 }  // namespace
@@ -175,7 +166,7 @@ bool FakeServer::AnswerLogin(FakeWire& wire) {
 
 void FakeServer::Misbehave(FakeWire& wire) {
     constexpr int greatest = 0x7FFF;
-    const QByteArray packet = FakeWire::Header(FakeWire::Reply, false, greatest) +
+    const QByteArray packet = FakeWire::Header(ClientMessage::Reply, false, greatest) +
                               QByteArray(greatest - FakeWire::HeaderSize, 0);
     switch (settings_.manners) {
         case Manners::Garbage:
@@ -205,10 +196,10 @@ void FakeServer::Misbehave(FakeWire& wire) {
     wire.AwaitEnd();
 }
 
-bool FakeServer::Answer(FakeWire& wire, const FakeWire::Message& request) {
-    if (request.type == Attention) return wire.SendMessage(FakeTds::AttentionDone());
-    if (request.type != Batch && request.type != Call) return false;
-    const QString text = RequestText(request.type, request.body);
+bool FakeServer::Answer(FakeWire& wire, const ClientMessage& request) {
+    if (request.type == ClientMessage::Attention) return wire.SendMessage(FakeTds::AttentionDone());
+    if (!request.IsRequest()) return false;
+    const QString text = request.Text();
     {
         const std::lock_guard lock(mutex_);
         statements_.append(text);

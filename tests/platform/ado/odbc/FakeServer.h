@@ -91,7 +91,7 @@ class FakeServer {
     void Misbehave(FakeWire& wire);
     void RememberLogin(const QByteArray& body);
     bool AnswerLogin(FakeWire& wire);
-    bool Answer(FakeWire& wire, const FakeWire::Message& request);
+    bool Answer(FakeWire& wire, const ClientMessage& request);
 
     Settings settings_;
     int port_;

@@ -1,9 +1,5 @@
 #include "platform/ado/odbc/FakeWire.h"
 
-#include <sys/socket.h>
-
-#include <array>
-
 #include "platform/ado/odbc/Loopback.h"
 #include "platform/ado/odbc/TlsSession.h"
 
@@ -13,46 +9,19 @@ namespace {
 
 constexpr int PacketSize = 4096;
 
-QByteArray ReceiveSome(int fd) {
-    std::array<char, PacketSize> bytes{};
-    const ssize_t n = recv(fd, bytes.data(), bytes.size(), 0);
-    return {bytes.data(), std::max<ssize_t>(n, 0)};
-}
-
 }  // namespace
 
 FakeWire::FakeWire(int fd) : fd_(fd) {}
 
 FakeWire::~FakeWire() = default;
 
-std::optional<QByteArray> FakeWire::Receive(int count) {
-    return tls_ ? tls_->Receive(count) : ReceivePlain(count);
-}
-
-std::optional<QByteArray> FakeWire::ReceivePlain(int count) const {
-    QByteArray bytes(count, 0);
-    for (int got = 0; got < count;) {
-        const ssize_t n = recv(fd_, bytes.data() + got, static_cast<std::size_t>(count - got), 0);
-        if (n <= 0) return std::nullopt;
-        got += static_cast<int>(n);
+std::optional<ClientMessage> FakeWire::ReceiveMessage() {
+    for (;;) {
+        if (auto message = messages_.Take()) return message;
+        const QByteArray bytes = tls_ ? tls_->ReceiveSome() : ReceiveSome(fd_);
+        if (bytes.isEmpty()) return std::nullopt;
+        messages_.Append(bytes);
     }
-    return bytes;
-}
-
-std::optional<FakeWire::Message> FakeWire::ReceiveMessage() {
-    Message message;
-    for (bool last = false; !last;) {
-        const auto header = Receive(HeaderSize);
-        if (!header) return std::nullopt;
-        const int length =
-            static_cast<quint8>((*header)[2]) << 8 | static_cast<quint8>((*header)[3]);
-        const auto body = Receive(length - HeaderSize);
-        if (!body) return std::nullopt;
-        message.type = static_cast<quint8>((*header)[0]);
-        message.body += *body;
-        last = ((*header)[1] & 1) != 0;
-    }
-    return message;
 }
 
 bool FakeWire::Send(const QByteArray& bytes) {

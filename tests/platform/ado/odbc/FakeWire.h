@@ -6,6 +6,8 @@
 #include <memory>
 #include <optional>
 
+#include "platform/ado/odbc/ClientMessage.h"
+
 namespace quarv::test {
 
 class TlsSession;
@@ -13,13 +15,7 @@ class TlsSession;
 class FakeWire {
   public:
     static constexpr int HeaderSize = 8;
-    static constexpr quint8 Reply = 0x04, PreLogin = 0x12;
-
-    // A whole message, its packets joined.
-    struct Message {
-        quint8 type = 0;
-        QByteArray body;
-    };
+    static constexpr quint8 PreLogin = 0x12;
 
     explicit FakeWire(int fd);
     ~FakeWire();
@@ -28,10 +24,10 @@ class FakeWire {
 
     int Socket() const { return fd_; }
     // Nothing, or false, where the other side is gone.
-    std::optional<QByteArray> Receive(int count);
-    std::optional<Message> ReceiveMessage();
+    std::optional<ClientMessage> ReceiveMessage();
     bool Send(const QByteArray& bytes);
-    bool SendMessage(const QByteArray& body, bool complete = true, quint8 type = Reply);
+    bool SendMessage(const QByteArray& body, bool complete = true,
+                     quint8 type = ClientMessage::Reply);
     // Waits until the other side is gone, whatever it says.
     void AwaitEnd();
 
@@ -43,9 +39,8 @@ class FakeWire {
     static QByteArray Header(quint8 type, bool last, int length);
 
   private:
-    std::optional<QByteArray> ReceivePlain(int count) const;
-
     int fd_;
+    ClientMessages messages_;
     std::unique_ptr<TlsSession> tls_;  // only where it is encrypted
 };
 

@@ -13,6 +13,12 @@ int ListenOnLoopback(int& port, const QString& address = QStringLiteral("127.0.0
 // This computer has the loopback address ::1.
 bool HasIpv6();
 
+// A socket connected to a loopback port; below 0 where nothing listens there.
+int ConnectToLoopback(int port);
+
+// What has come, at least one byte; nothing where the other side is gone.
+QByteArray ReceiveSome(int fd);
+
 // False where the other side is gone.
 bool SendAll(int fd, const QByteArray& bytes);
 

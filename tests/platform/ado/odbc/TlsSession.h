@@ -7,7 +7,6 @@
 
 #include <QByteArray>
 #include <functional>
-#include <optional>
 
 namespace quarv::test {
 
@@ -27,7 +26,8 @@ class TlsSession {
     // False where no encryption is agreed on.
     bool Handshake();
     bool Send(const QByteArray& bytes);
-    std::optional<QByteArray> Receive(int count);
+    // At least one byte; nothing where the other side is gone.
+    QByteArray ReceiveSome();
 
   private:
     static ssize_t Push(gnutls_transport_ptr_t self, const void* bytes, size_t size);
