@@ -7,6 +7,7 @@ import shutil
 import subprocess
 import tempfile
 
+from .picture import Picture
 from .processes import Process
 from .waiting import wait_until
 
@@ -39,6 +40,12 @@ class Desktop:
         area = ["-a", ",".join(str(number) for number in extents)] if extents else []
         self._tool(["scrot", "--overwrite", *area, str(path)])
 
+    def picture(self, extents):
+        """The pixels of a rectangle of the screen."""
+        path = os.path.join(self.folder, "picture.ppm")
+        self.screenshot(path, extents)
+        return Picture(path, extents)
+
     def click(self, x, y, double=False):
         repeat = ["--repeat", "2", "--delay", "60"] if double else []
         self._tool(["xdotool", "mousemove", str(x), str(y), "click", *repeat, "1"])
@@ -61,8 +68,18 @@ class Desktop:
 
     def activate(self, title):
         """Brings the window with this title to the front."""
-        self._tool(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$",
-                    "windowactivate", "--sync"])
+        self._tool([*_search(title), "windowactivate", "--sync"])
+
+    def move_window(self, title, x, y):
+        self._tool([*_search(title), "windowmove", "--sync", str(x), str(y)])
+
+    def await_window(self, title, seconds=20):
+        """Waits for a window with this title without asking its program, which may be busy."""
+        def there():
+            return subprocess.run(_search(title), env=self.environment, capture_output=True,
+                                  timeout=30, check=False).returncode == 0
+
+        wait_until(f'the window "{title}" on the screen', there, seconds)
 
     def close_window(self, title):
         """Activates the window with this title and presses the window manager's key to close."""
@@ -134,3 +151,7 @@ class Desktop:
                               timeout=30, check=False)
         if done.returncode != 0:
             raise AssertionError(f"{arguments[0]} failed: {done.stderr.strip()}")
+
+
+def _search(title):
+    return ["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$"]
