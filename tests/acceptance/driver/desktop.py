@@ -68,18 +68,14 @@ class Desktop:
 
     def activate(self, title):
         """Brings the window with this title to the front."""
-        self._tool([*_search(title), "windowactivate", "--sync"])
+        self._with_window(title, "windowactivate", "--sync")
 
     def move_window(self, title, x, y):
-        self._tool([*_search(title), "windowmove", "--sync", str(x), str(y)])
+        self._with_window(title, "windowmove", "--sync", str(x), str(y))
 
     def await_window(self, title, seconds=20):
         """Waits for a window with this title without asking its program, which may be busy."""
-        def there():
-            return subprocess.run(_search(title), env=self.environment, capture_output=True,
-                                  timeout=30, check=False).returncode == 0
-
-        wait_until(f'the window "{title}" on the screen', there, seconds)
+        self._with_window(title, seconds=seconds)
 
     def close_window(self, title):
         """Activates the window with this title and presses the window manager's key to close."""
@@ -146,12 +142,20 @@ class Desktop:
                               capture_output=True, timeout=10, check=False)
         return done.returncode == 0
 
+    def _with_window(self, title, *command, seconds=20):
+        """Finds the window and does something to it. The search fails also where any window goes
+        while it looks, so it is repeated."""
+        arguments = ["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$",
+                     *command]
+        wait_until(f'the window "{title}" on the screen',
+                   lambda: self._run(arguments).returncode == 0, seconds)
+
     def _tool(self, arguments):
-        done = subprocess.run(arguments, env=self.environment, capture_output=True, text=True,
-                              timeout=30, check=False)
+        done = self._run(arguments)
         if done.returncode != 0:
             raise AssertionError(f"{arguments[0]} failed: {done.stderr.strip()}")
 
+    def _run(self, arguments):
+        return subprocess.run(arguments, env=self.environment, capture_output=True, text=True,
+                              timeout=30, check=False)
 
-def _search(title):
-    return ["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$"]

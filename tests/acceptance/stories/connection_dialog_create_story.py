@@ -64,8 +64,7 @@ class ConnectionDialogCreateStory(Story):
         self.quarv.answer(box, "OK")
         self.assertEqual(self.known(), self.dialog.databases())
         self.dialog.press("Okay")
-        main = self.quarv.main_window(f"SQL Server {self.address} fresh")
-        self.assertEqual(["Tables", "Routines"], main.nodes())
+        self.quarv.main_window(f"SQL Server {self.address} fresh")
 
     def test_what_the_server_says_against_it_is_told(self):
         self.use_server()
