@@ -33,4 +33,11 @@ BenchServer::~BenchServer() {
     process_.waitForFinished();
 }
 
+QString ClientString(int port) {
+    return QStringLiteral(
+               "Provider=sqloledb;Data Source=127.0.0.1,%1;Initial Catalog=mirel;"
+               "User Id=bench;Password=bench;")
+        .arg(port);
+}
+
 }  // namespace quarv::bench

@@ -24,4 +24,7 @@ class BenchServer {
     int port_ = 0;
 };
 
+// What the program itself opens the sample database of a server on this port with.
+QString ClientString(int port);
+
 }  // namespace quarv::bench

@@ -5,9 +5,7 @@
 // The server is ours, started by hand on a folder of its own; its time is in both elapsed times and
 // in neither CPU time.
 #include <QApplication>
-#include <QPaintEvent>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QWidget>
 #include <array>
 #include <functional>
@@ -18,10 +16,11 @@
 
 #include "BareConnection.h"
 #include "BenchServer.h"
+#include "PaintWatch.h"
 #include "Ratio.h"
+#include "TemporaryRegistry.h"
 #include "app/DatabaseView.h"
 #include "app/WarmUp.h"
-#include "db/Registry.h"
 #include "db/SQLServerConnectionDetails.h"
 #include "platform/ado/odbc/OdbcConnectionFactory.h"
 #include "platform/forms/Application.h"
@@ -34,6 +33,7 @@ using quarv::bench::BenchServer;
 using quarv::bench::Cost;
 using quarv::bench::Measure;
 using quarv::bench::Median;
+using quarv::bench::PaintWatch;
 
 const QString BareWord = QStringLiteral("--open-bare");
 const QString OurWord = QStringLiteral("--open-ours");
@@ -43,34 +43,9 @@ constexpr int Procedures = 5000;
 constexpr int Rounds = 15;
 constexpr double Limit = 1.3;
 
-// Runs the event loop until the window has been painted.
-class PaintWatch : public QObject {
-  public:
-    static void Wait(QWidget& window) {
-        PaintWatch watch;
-        window.installEventFilter(&watch);
-        while (!watch.painted_) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) painted_ = true;
-        return false;
-    }
-
-  private:
-    bool painted_ = false;
-};
-
 // Ends the bench by way of main, so that its server ends too.
 [[noreturn]] void Fail(const std::string& what) {
     throw std::runtime_error(what);
-}
-
-QString OurString(int port) {
-    return QStringLiteral(
-               "Provider=sqloledb;Data Source=127.0.0.1,%1;Initial Catalog=mirel;"
-               "User Id=bench;Password=bench;")
-        .arg(port);
 }
 
 void Fill(int port) {
@@ -91,16 +66,12 @@ void ShowDialog() {
     class NoWindow : public quarv::MainWindow {
         void DoView(const QString&) override {}
     };
-    const QTemporaryDir home;
-    const QByteArray root = home.path().toUtf8();
-    quarv::registry::Hives hives(
-        {.user = root + "/user", .machine = root + "/machine", .overlay = root + "/overlay"});
-    quarv::Registry registry(hives);
+    quarv::bench::TemporaryRegistry home;
     NoWindow none;
     quarv::SQLServerConnectionDetails dialog(none, quarv::ado::odbc::OdbcConnectionFactory(),
-                                             registry);
+                                             home.registry);
     dialog.Show();
-    PaintWatch::Wait(dialog);
+    PaintWatch({&dialog}).Wait();
     quarv::WarmUp();
 }
 
@@ -108,7 +79,7 @@ void ShowEmptyWindow() {
     QWidget window;
     window.resize(600, 400);
     window.show();
-    PaintWatch::Wait(window);
+    PaintWatch({&window}).Wait();
 }
 
 Cost OpenBare(int port) {
@@ -123,18 +94,20 @@ Cost OpenBare(int port) {
             [](SQLHSTMT s) { return SQLProcedures(s, nullptr, 0, nullptr, 0, nullptr, 0); });
         if (tables < Tables || procedures < Procedures) Fail("the server lists too little");
         window = std::make_unique<QWidget>();
-        window->resize(1240, 660);  // as the main window
+        window->resize(1400, 800);  // as the main window
         window->show();
-        PaintWatch::Wait(*window);
+        PaintWatch({window.get()}).Wait();
     });
 }
 
 Cost OpenOurs(int port) {
+    quarv::bench::TemporaryRegistry home;
     std::unique_ptr<quarv::DatabaseView> window;
     return Measure([&] {
-        window = std::make_unique<quarv::DatabaseView>(quarv::ado::odbc::OdbcConnectionFactory());
-        window->DoView(OurString(port));
-        PaintWatch::Wait(*window);
+        window = std::make_unique<quarv::DatabaseView>(quarv::ado::odbc::OdbcConnectionFactory(),
+                                                       home.registry);
+        window->DoView(quarv::bench::ClientString(port));
+        PaintWatch({window.get()}).Wait();
     });
 }
 

@@ -1,7 +1,6 @@
 // QueryBench: from F5 to the first rows painted of a result of five million, against bare ODBC to
 // the same rows and a table view that paints the same cells, and the memory that it takes; and a
 // million rows scrolled to their end by one key, against a bare loop.
-#include <QAbstractTableModel>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QTableView>
@@ -15,6 +14,7 @@
 #include "ProcessMemory.h"
 #include "Ratio.h"
 #include "RowServer.h"
+#include "TextModel.h"
 #include "db/SQLServerConnection.h"
 #include "platform/ado/ConnectionSettings.h"
 #include "platform/ado/odbc/OdbcConnectionFactory.h"
@@ -40,44 +40,6 @@ constexpr double LargeLimit = 1.3;
 const QString HugeQuery = QStringLiteral("select top 5000000 * from rows");
 const QString LargeQuery = QStringLiteral("select top 1000000 * from rows");
 const QString SmallQuery = QStringLiteral("select top 1 * from rows");
-
-// The texts that the grid shows, in a model that does nothing but give them.
-class Texts : public QAbstractTableModel {
-  public:
-    // `from` stays as it is meanwhile.
-    explicit Texts(const QAbstractItemModel& from) {
-        for (int column = 0; column < from.columnCount(); ++column)
-            names_ << from.headerData(column, Qt::Horizontal).toString();
-        for (int row = 0; row < from.rowCount(); ++row)
-            for (int column = 0; column < from.columnCount(); ++column)
-                texts_ << from.index(row, column).data().toString();
-    }
-
-    // As if the rows had just come.
-    void Renew() {
-        beginResetModel();
-        endResetModel();
-    }
-
-    int rowCount(const QModelIndex& = {}) const override {
-        return static_cast<int>(texts_.size() / names_.size());
-    }
-    int columnCount(const QModelIndex& = {}) const override {
-        return static_cast<int>(names_.size());
-    }
-    QVariant data(const QModelIndex& index, int role) const override {
-        if (role != Qt::DisplayRole) return {};
-        return texts_.at(index.row() * names_.size() + index.column());
-    }
-    QVariant headerData(int section, Qt::Orientation side, int role) const override {
-        if (role != Qt::DisplayRole) return {};
-        return side == Qt::Horizontal ? names_.at(section) : QString::number(section + 1);
-    }
-
-  private:
-    QStringList names_;
-    QStringList texts_;
-};
 
 // Everything that is to be seen of `view` is painted when it returns.
 void Paint(QTableView& view) {
@@ -112,13 +74,13 @@ class QueryBench {
     bool Run() {
         const bool memory = CompareMemory();
         std::vector<Cost> bareCosts, costs;
-        Texts texts(*Grid().model());
+        const auto texts = bench::TextModel::Of(*Grid().model());
         QTableView table;
-        table.setModel(&texts);
+        table.setModel(texts.get());
         Resemble(table, Grid());
-        const int rows = texts.rowCount();
+        const int rows = texts->rowCount();
         for (int round = 0; round < Rounds; ++round) {
-            bareCosts.push_back(RunBare(rows, texts, table));
+            bareCosts.push_back(RunBare(rows, *texts, table));
             costs.push_back(RunOurs());
             if (Grid().model()->rowCount() != rows) throw std::runtime_error("other rows");
         }
@@ -189,7 +151,7 @@ class QueryBench {
     }
 
     // What was not read is given up behind the measurement.
-    Cost RunBare(int rows, Texts& texts, QTableView& table) const {
+    Cost RunBare(int rows, bench::TextModel& texts, QTableView& table) const {
         bench::BareConnection connection(bareString_);
         bench::BareQuery(connection, SmallQuery.toUtf8()).Read(1);
         std::optional<bench::BareQuery> query;

@@ -29,6 +29,7 @@ constexpr int WindowHeight = 800;
 constexpr int Gap = 12;
 constexpr int ButtonWidth = 96;
 constexpr int ButtonHeight = 28;
+constexpr int ButtonGap = 8;
 constexpr int TreeTop = Gap + ButtonHeight + Gap;
 constexpr int TreeWidth = 340;
 constexpr int PanesLeft = Gap + TreeWidth + Gap;
@@ -42,7 +43,7 @@ constexpr int RecordsHeight = PanesHeight - RecordsTop;
 constexpr int Inset = 8;
 constexpr int ConditionTop = 24;
 constexpr int ConditionHeight = 26;
-constexpr int LabelWidth = 72;
+constexpr int LabelWidth = 76;
 constexpr int GridTop = ConditionTop + ConditionHeight + Inset;
 
 QString FirstRowsOf(const QString& table) {
@@ -80,15 +81,12 @@ void DatabaseView::MakeControls() {
     SetHeight(forms::ToTwips(WindowHeight));
     PlaceInPixels(*LaunchQuery, Gap, Gap, ButtonWidth, ButtonHeight);
     LaunchQuery->SetCaption(QStringLiteral("Query"));
-    PlaceInPixels(*LaunchScript, Gap + ButtonWidth + Inset, Gap, ButtonWidth, ButtonHeight);
+    PlaceInPixels(*LaunchScript, Gap + ButtonWidth + ButtonGap, Gap, ButtonWidth, ButtonHeight);
     LaunchScript->SetCaption(QStringLiteral("Script"));
     PlaceTree();
     PlaceTablePanes();
     PlaceRecords();
-    PlaceInPixels(*SprocFrame, PanesLeft, Gap, PanesWidth, PanesHeight);
-    SprocFrame->SetBorderStyle(0);
-    SprocFrame->SetVisible(false);
-    PlaceInPixels(*SprocViewer, 0, 0, PanesWidth, PanesHeight);
+    PlaceProcedurePane();
     DBObjectList->SetFocus();
 }
 
@@ -121,6 +119,13 @@ void DatabaseView::PlaceRecords() {
                   RecordsHeight - GridTop - Inset);
 }
 
+void DatabaseView::PlaceProcedurePane() {
+    PlaceInPixels(*SprocFrame, PanesLeft, Gap, PanesWidth, PanesHeight);
+    SprocFrame->SetBorderStyle(0);
+    SprocFrame->SetVisible(false);
+    PlaceInPixels(*SprocViewer, 0, 0, PanesWidth, PanesHeight);
+}
+
 void DatabaseView::Connect() {
     connect(DBObjectList, &forms::TreeView::NodeClick, this,
             [this](const forms::Node* node) { DBObjectList_NodeClick(*node); });
@@ -128,8 +133,8 @@ void DatabaseView::Connect() {
     connect(LaunchScript, &forms::ButtonPlus::Click, this, [this] { OpenQuery(scriptText_); });
     connect(TableEditCondition, &forms::ComboBox::KeyPress, this, [this](int& keyAscii) {
         if (keyAscii != EnterCharacter) return;
+        keyAscii = 0;  // also where the condition fails
         RunCondition();
-        keyAscii = 0;
     });
 }
 

@@ -1,7 +1,7 @@
 // DatabaseView: the main window: one database as a tree of its tables and procedures, and beside it
 // the panes for the object clicked. The program owns it; it owns the query window and the
-// connection, which it lends to that and to the panes. It builds, connects and routes, keeps its
-// designed size, and knows no dialog.
+// connection, which it lends to that and to the panes. It builds, connects and routes; its parts
+// keep their places whatever its size. It knows no dialog.
 #pragma once
 
 #include <memory>

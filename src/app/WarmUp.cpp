@@ -7,9 +7,14 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "edit/TableEdit.h"
 #include "inspect/PaneFont.h"
+#include "inspect/SprocView.h"
+#include "inspect/TableIndexView.h"
 #include "platform/ado/odbc/OdbcConnectionFactory.h"
 #include "platform/drawing/Fonts.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/FramePlus.h"
 
 namespace quarv {
 namespace {
@@ -35,11 +40,23 @@ void FetchMemory() {
     std::free(room);
 }
 
+// The first of a kind costs twice as much as the next: its fonts are found and its code is bound.
+void MakePanes() {
+    forms::Form unseen(QStringLiteral("WarmUp"));
+    const TableIndexView list(&unseen, QStringLiteral("List"));
+    const TableEdit grid(&unseen, QStringLiteral("Grid"));
+    const SprocView source(&unseen, QStringLiteral("Source"));
+    forms::FramePlus frame(&unseen, QStringLiteral("Frame"));
+    frame.SetCaption(QStringLiteral("Records:"));
+    frame.grab();  // a title's font is found when it is painted
+}
+
 }  // namespace
 
 void WarmUp() {
     ado::odbc::LoadDriver();
     LoadFont(PaneFont());
+    MakePanes();
     FetchMemory();
 }
 

@@ -15,6 +15,8 @@ namespace {
 
 constexpr int LastLoaded = 50;
 constexpr int LastDeleted = 20;
+// UTF-16 units. One that no hive has room for would keep all the others from being saved.
+constexpr qsizetype LongestSaved = 100'000;
 
 const QString TextProperty = QStringLiteral("Text");
 
@@ -69,9 +71,14 @@ void AutoFill::SaveMRU() {
     Box();
     const int count = items_.Count();
     std::vector<RegistryPair> entries;
-    for (int i = 1; i <= count; ++i)
-        entries.push_back({.Name = ValueName(i), .Value = items_.Items(static_cast<qint16>(i))});
     QStringList stale;
+    for (int i = 1; i <= count; ++i) {
+        const QString& item = items_.Items(static_cast<qint16>(i));
+        if (item.size() <= LongestSaved)
+            entries.push_back({.Name = ValueName(i), .Value = item});
+        else
+            stale.append(ValueName(i));
+    }
     // Deliberately no further than this: entries above it stay for good.
     for (int i = count + 1; i <= LastDeleted; ++i) stale.append(ValueName(i));
     registry_.SaveSectionStrings(section_, entries, stale);

@@ -33,7 +33,8 @@ class AutoFill {
     // where that is wanted.
     void EditsComplete(bool saveAsDefault = false);
     // Makes the stored list this one, in one write to the registry: whole or, where that fails, not
-    // at all; no write where it is this one already. The last program to save wins.
+    // at all; no write where it is this one already. Entries of more than 100,000 UTF-16 units are
+    // left out. The last program to save wins.
     void SaveMRU();
     // 1-based, 1 the newest. Raises SubscriptOutOfRange outside the storage of the list; it is not
     // compared with the count.

@@ -19,6 +19,9 @@ void TellError(const QString& text) {
 RowListRef ReadRows(ado::Recordset& rows, const StringList& primaryKey) {
     const auto list = std::make_shared<KelEditGridRowList>();
     for (; !rows.EOF(); rows.MoveNext()) {
+        if (list->Count() == KelEditGridRowList::MaxCount)
+            throw RuntimeError(RuntimeError::Overflow,
+                               QStringLiteral("more than %1 rows").arg(list->Count()));
         const auto row = std::make_shared<TableEditGridRow>();
         row->Init(rows, primaryKey);
         list->AddUnnumbered(row);
@@ -39,6 +42,8 @@ TableEdit::TableEdit(QWidget* container, const QString& name)
 void TableEdit::Investigate(const QString& Query, const QString& TableName,
                             const std::shared_ptr<SQLServerConnection>& Db) {
     db_ = Db;
+    // Deliberately before the cell being edited is written back, which comes with the new columns:
+    // what is composed for that cell is about the new table, and nothing sends it.
     DeterminePrimaryKey(TableName);
     query_ = Query;
     tableName_ = TableName;
@@ -76,8 +81,7 @@ void TableEdit::Load() {
     Editor->SetRowList(list);
 }
 
-// The cell being edited is written back into the rows that go, so that nothing of it is left in
-// those that come.
+// The cell being edited goes with the old rows, so that nothing of it is left in those that come.
 void TableEdit::SetColumns(const ado::Fields& fields) {
     const auto columns = std::make_shared<KelEditGridColumnList>();
     for (int i = 0; i < fields.Count(); ++i)

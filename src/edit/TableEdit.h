@@ -3,6 +3,8 @@
 // a changed cell is composed, and deliberately never sent.
 #pragma once
 
+#include <memory>
+
 #include "base/StringList.h"
 #include "grid/KelEditGridColumn.h"
 #include "grid/KelEditGridRow.h"
@@ -22,12 +24,14 @@ class TableEdit : public forms::UserControl {
 
     // Shows the rows of `Query`, which reads the table `TableName`. A query or a row that fails is
     // told in a box: the grid then keeps what it had, or shows the columns without rows where it
-    // had come to them. Raises what DeterminePrimaryKey raises; the grid stays as it was.
+    // had come to them. Raises what DeterminePrimaryKey raises; the grid then stays as it was, and
+    // its rows are without a key.
     void Investigate(const QString& Query, const QString& TableName,
                      const std::shared_ptr<SQLServerConnection>& Db);
     // Takes the names of the table's primary-key columns in key order, of a table without such a
-    // key that of its first column. Raises 3265 for a table that the catalogue does not know,
-    // ObjectNotSet before Investigate, and what the connection raises.
+    // key that of its first column; none of the empty name, for which nothing is asked. Raises 3265
+    // for a table that the catalogue does not know, ObjectNotSet before Investigate, and what the
+    // connection raises.
     void DeterminePrimaryKey(const QString& Tbl);
 
   protected:

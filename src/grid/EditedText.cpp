@@ -12,8 +12,12 @@ EditedText::EditedText(const QString& whole) : shown_(whole) {
 }
 
 QString EditedText::Whole(const QString& edited) const {
-    if (mark_.isEmpty() || !edited.endsWith(mark_)) return edited;
-    return edited.chopped(mark_.size()) + rest_;
+    const qsizetype mark = mark_.isEmpty() ? -1 : edited.lastIndexOf(mark_);
+    if (mark < 0) return edited;
+    QString whole;
+    whole.reserve(edited.size() - mark_.size() + rest_.size());
+    whole.append(QStringView(edited).first(mark)).append(rest_);
+    return whole.append(QStringView(edited).sliced(mark + mark_.size()));
 }
 
 }  // namespace quarv

@@ -18,9 +18,11 @@ class EditedText {
 
     // For the editor: the whole text, or its beginning and the mark, "… [1234 more]".
     const QString& Shown() const { return shown_; }
-    // The whole text where the editor holds `edited` now. As long as that ends in the mark, the
-    // rest is still there; a mark that the user removed or typed over took the rest with it.
+    // The whole text where the editor holds `edited` now. The rest stands where the mark does, with
+    // what was typed before and behind it; a mark that the user removed took the rest with it.
     QString Whole(const QString& edited) const;
+    // UTF-16 units that the whole text has more than the editor shows.
+    qsizetype Hidden() const { return rest_.size() - mark_.size(); }
 
   private:
     QString shown_;

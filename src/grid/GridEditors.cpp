@@ -152,8 +152,9 @@ void GridEditors::SetText(const QString& text) {
     const QString& shown = text_.Shown();
     editor_->SetMaxLength(0);
     editor_->SetText(shown);
-    if (maxLength_ > 0)
-        editor_->SetMaxLength(std::max(maxLength_, static_cast<qint32>(shown.size())));
+    if (maxLength_ <= 0) return;
+    const qsizetype room = maxLength_ - std::max<qsizetype>(text_.Hidden(), 0);
+    editor_->SetMaxLength(static_cast<qint32>(std::max(room, shown.size())));
 }
 
 QString GridEditors::ListText() const {

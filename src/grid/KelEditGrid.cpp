@@ -46,6 +46,8 @@ KelEditGrid::KelEditGrid(QWidget* container, const QString& name)
       fitter_(font()) {
     KelEditGridAccess::Install();
     setAcceptDrops(true);
+    // Every pixel is painted, so nothing behind the grid has to be.
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setFocusProxy(focusTaker_);
     focusTaker_->SetLocked(true);

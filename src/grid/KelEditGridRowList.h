@@ -9,6 +9,9 @@ namespace quarv {
 
 class KelEditGridRowList {
   public:
+    // Room for one row more no longer fits 16 bits.
+    static constexpr qint16 MaxCount = 32757;
+
     // Appends and numbers the visible rows anew, each time over all of them. Raises Overflow where
     // the list is full and ObjectNotSet for no row; then nothing is added.
     void Add(const RowRef& row);

@@ -103,7 +103,7 @@ TEST_F(DatabaseViewBadCondition, OneThatBringsRowsWithoutEndIsGivenUp) {
     QString more = QStringLiteral("id < 0 union all select a0.* from Orders a0");
     for (int i = 1; i < 20; ++i) more += QStringLiteral(", Orders a%1").arg(i);
     EXPECT_EQ(window.RunCondition(more), "");
-    EXPECT_EQ(window.TakeBoxes(), QStringList{"Error: Overflow"});
+    EXPECT_EQ(window.TakeBoxes(), QStringList{"Error: Overflow: more than 32757 rows"});
     EXPECT_EQ(window.editor.Heading(), "id|note");
     EXPECT_EQ(window.editor.Cells(), QStringList());
     EXPECT_EQ(window.RunCondition("id = 5"), "");

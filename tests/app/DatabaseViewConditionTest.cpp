@@ -77,6 +77,18 @@ TEST_F(DatabaseViewConditionTest, AFailingConditionIsToldAndKeptInTheHistory) {
     EXPECT_EQ(History(), QStringList{"id >"});
 }
 
+TEST_F(DatabaseViewConditionTest, TheBoxNeverGetsTheEnter) {
+    registry_.SaveSectionString("where", "Where-1", "ID > 5");
+    ShowOrders();
+    database_.script->AnswerSchema(ado::Schema::Tables, "Orders", MemoryResult::Fails("gone", -5));
+    TypeCondition("id > 5");
+    testing::internal::CaptureStderr();
+    Enter();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "-5: gone\n");
+    EXPECT_EQ(Condition().Text(), "id > 5");
+    EXPECT_EQ(Condition().ListIndex(), -1);
+}
+
 TEST_F(DatabaseViewConditionTest, BeforeAnyTableTheErrorIsTold) {
     database_.script->Answer("select top 100 * from []", MemoryResult::Fails("A name is missing"));
     window_.DoView(FakeDatabase::ConnStr);
@@ -88,10 +100,12 @@ TEST_F(DatabaseViewConditionTest, BeforeAnyTableTheErrorIsTold) {
 TEST_F(DatabaseViewConditionTest, AProcedureLeavesTheCurrentTable) {
     ShowOrders();
     ClickNode("_sp_Plain");
-    ClickNode("_tbl_Orders");
     before_ = database_.script->Statements().size();
-    Enter();
+    // The box is hidden with its frame then, and no key of a person comes to it.
+    int character = 13;
+    Q_EMIT Condition().KeyPress(character);
     EXPECT_EQ(Ran(), QStringList{FakeDatabase::RowsOfOrders});
+    EXPECT_EQ(character, 0);
 }
 
 TEST_F(DatabaseViewConditionTest, OtherKeysAreTheBoxs) {

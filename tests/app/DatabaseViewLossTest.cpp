@@ -1,4 +1,6 @@
 // The main window's connection dies: between two clicks, and at every moment of one.
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 #include "app/ServedDatabase.h"

@@ -142,6 +142,24 @@ TEST_F(DatabaseViewPanesTest, FailingRecordsAreToldInABox) {
     EXPECT_EQ(boxes_.Seen()[0].title, "Note");
 }
 
+// The columns of the failing query are there by then, and its rows are not.
+TEST_F(DatabaseViewPanesTest, WhileABoxIsUpTheWindowIsBlockedAndCanBePainted) {
+    database_.script->Answer(FakeDatabase::RowsOfOrders,
+                             MemoryResult::Rows({"id"}, {{1}}).ThenFails("lost"));
+    window_.DoView(FakeDatabase::ConnStr);
+    bool blocked = false;
+    boxes_.onShow = [&] {
+        blocked = QApplication::activeModalWidget() != nullptr &&
+                  QApplication::activeModalWidget() != &window_;
+        EXPECT_FALSE(window_.grab().isNull());
+    };
+    EXPECT_EQ(LogOfClick("_tbl_Orders"), "");
+    EXPECT_TRUE(blocked);
+    ASSERT_EQ(boxes_.Seen().size(), 1U);
+    EXPECT_EQ(boxes_.Seen()[0].text, "Error: lost");
+    EXPECT_EQ(Records(), QStringList());
+}
+
 TEST_F(DatabaseViewPanesTest, AFailingProcedureIsLoggedAndTheNextClickWorks) {
     window_.DoView(FakeDatabase::ConnStr);
     EXPECT_NE(LogOfClick("_sp_a"), "");

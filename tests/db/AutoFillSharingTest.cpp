@@ -59,8 +59,14 @@ TEST_F(AutoFillSharingTest, ProgramsSavingAtOnceNeverMixTheirLists) {
         fill_.Init(box_, Section, Key);
         if (std::ranges::find(lists, List()) == std::end(lists)) mixed.append(List());
     };
-    for (int ended = 0, status = 0; ended < 2; look())
-        for (const pid_t child : {a, b}) ended += ::waitpid(child, &status, WNOHANG) == child;
+    int ended = 0;
+    for (int status = 0; ended < 2; look()) {
+        for (const pid_t child : {a, b}) {
+            if (::waitpid(child, &status, WNOHANG) != child) continue;
+            ++ended;
+            EXPECT_EQ(status, 0);
+        }
+    }
     look();
     EXPECT_EQ(mixed, QList<QStringList>());
     EXPECT_EQ(LoadedList(), List());

@@ -55,6 +55,15 @@ TEST_F(AutoFillTest, InOtherLettersFurtherDownTheNewSpellingMovesToTheFront) {
     EXPECT_EQ(List(), (QStringList{"GRÖßE > 5", "B"}));
 }
 
+TEST_F(AutoFillTest, AnEndlessEntryIsKeptButNotSaved) {
+    Init();
+    fill_.Add("A", true);
+    fill_.Add(QString(100'001, u'x'), true);
+    fill_.Add("B", true);
+    EXPECT_EQ(List().size(), 3);
+    EXPECT_EQ(AllStored(), (QStringList{"Where-1=B", "Where-3=A"}));
+}
+
 TEST_F(AutoFillTest, TheEmptyTextIsIgnored) {
     Init();
     fill_.Add("", true);

@@ -76,11 +76,13 @@ class UntouchedCellTest : public TableEditFixture,
 TEST_P(UntouchedCellTest, NeverCountsAsChanged) {
     const auto& [locale, kind] = GetParam();
     QLocale::setDefault(QLocale(QLatin1String(locale)));
-    Show({{1, kind.value, u"x"}});
+    Show({{1, kind.value, u"x"}, {2, u"b", u"y"}});
     for (const Qt::Key leave : {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Down}) {
         Open(1, 2);
         Press(leave);
     }
+    Open(1, 2);
+    Open(2, 1);
     EXPECT_EQ(Row(1).ColumnValue(2).ToText(), kind.value.ToText());
     // An update would have made the original what the editor gave, a text.
     EXPECT_EQ(Row(1).OriginalValue(2).kind(), kind.value.kind());
@@ -96,7 +98,14 @@ const Kind Kinds[] = {
     {"tinyFloat", -5e-324},
     {"infinity", std::numeric_limits<double>::infinity()},
     {"decimal", *Decimal::Parse(u"-12345678901234567890123456789012345.670")},
-    {"date", DateTime{.month = 2, .day = 9, .year = 1}},
+    {"date", DateTime{.kind = DateTime::Kind::Date, .month = 2, .day = 9, .year = 1}},
+    {"time", DateTime{.kind = DateTime::Kind::Time, .hour = 23, .second = 59, .fractionDigits = 3}},
+    {"momentWithOffset", DateTime{.kind = DateTime::Kind::DateTimeOffset,
+                                  .month = 12,
+                                  .day = 31,
+                                  .hour = 1,
+                                  .year = 9999,
+                                  .offsetMinutes = -840}},
     {"moment", DateTime{.month = 2,
                         .day = 9,
                         .hour = 13,
@@ -117,6 +126,7 @@ const Kind Kinds[] = {
     {"loneSurrogate", QString(QChar(0xD83D))},
     {"codeZero", QString::fromUtf16(u"a\0b", 3)},
     {"long", QString(40'000, u'x')},
+    {"shownInPart", QString(65'535, u'x') + QStringLiteral("\r\n\r\n")},
 };
 
 INSTANTIATE_TEST_SUITE_P(, UntouchedCellTest,

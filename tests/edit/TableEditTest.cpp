@@ -99,8 +99,9 @@ TEST_F(TableEditTest, ARowThatCannotBeReadLeavesTheColumnsWithoutRows) {
 TEST_F(TableEditTest, AQueryWithoutRowsIsTold) {
     script_->Answer(Query, MemoryResult::Closed());
     Show();
-    ASSERT_EQ(boxes_.Seen().size(), 1U);
-    EXPECT_TRUE(boxes_.Seen()[0].text.startsWith("Error: "));
+    EXPECT_EQ(boxes_.Seen(),
+              std::vector<SeenBox>{NoteBox("Error: Operation is not allowed when the object is "
+                                           "closed.")});
 }
 
 TEST_F(TableEditTest, BarsInAnErrorAreLineBreaks) {

@@ -26,10 +26,12 @@ TEST(EditedText, OfALongTextTheBeginningIsShownWithAMark) {
     EXPECT_TRUE(edited.Whole(Head + Mark) == Head + QStringLiteral("rest"));
 }
 
-TEST(EditedText, WhatIsTypedBeforeTheMarkKeepsTheRest) {
+TEST(EditedText, WhatIsTypedAroundTheMarkKeepsTheRest) {
     const EditedText edited(Head + QStringLiteral("rest"));
     EXPECT_EQ(edited.Whole(QStringLiteral("new") + Mark), "newrest");
     EXPECT_EQ(edited.Whole(Mark), "rest");
+    EXPECT_EQ(edited.Whole(QStringLiteral("new") + Mark + QStringLiteral(" end")), "newrest end");
+    EXPECT_EQ(edited.Whole(Mark + Mark), Mark + QStringLiteral("rest"));
 }
 
 TEST(EditedText, TheMarkTakesTheRestWithIt) {
@@ -37,7 +39,7 @@ TEST(EditedText, TheMarkTakesTheRestWithIt) {
     EXPECT_EQ(edited.Whole(QStringLiteral("new")), "new");
     EXPECT_EQ(edited.Whole(QString()), "");
     EXPECT_TRUE(edited.Whole(Head) == Head);
-    EXPECT_TRUE(edited.Whole(Head + Mark + u'x') == Head + Mark + u'x');
+    EXPECT_EQ(edited.Whole(QString::fromUtf8("… [4 mor]")), QString::fromUtf8("… [4 mor]"));
 }
 
 TEST(EditedText, AMarkInAShortTextIsText) {

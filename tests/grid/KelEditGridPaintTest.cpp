@@ -10,6 +10,7 @@
 #include "grid/KelEditGrid.h"
 #include "platform/drawing/Picture.h"
 #include "platform/forms/Form.h"
+#include "support/PaintCounter.h"
 
 namespace quarv::test {
 namespace {
@@ -190,6 +191,17 @@ TEST_F(KelEditGridPaintTest, APaintedPictureStaysUntilTheNextRedraw) {
     EXPECT_EQ(Picture().pixelColor(205, 201), Qt::white);
     grid.Redraw();
     EXPECT_EQ(Picture().pixelColor(201, 201), Qt::white);
+}
+
+TEST_F(KelEditGridPaintTest, WhatLiesBehindTheGridIsNotPainted) {
+    Fill(PlainRows(3));
+    PaintCounter gridPaints(grid);
+    PaintCounter formPaints(form);
+    gridPaints.Taken();
+    formPaints.Taken();
+    grid.Redraw();
+    EXPECT_EQ(gridPaints.Taken(), 1);
+    EXPECT_EQ(formPaints.Taken(), 0);
 }
 
 TEST_F(KelEditGridPaintTest, OnlyTheAreaThatIsAskedForIsRead) {

@@ -14,7 +14,8 @@ FramePlus::FramePlus(QWidget* container, const QString& name)
 
 void FramePlus::CaptionChanged(const QString&) {
     DeriveSpokenName(Caption());
-    update();
+    // What the frame holds stays as it is.
+    update(0, 0, width(), ToPixels(BandHeight));
 }
 
 void FramePlus::paintEvent(QPaintEvent*) {

@@ -3,12 +3,15 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
+
+#include "platform/forms/BoxIconPainter.h"
 
 namespace quarv::forms {
 
@@ -20,15 +23,29 @@ constexpr double WidthShare = 0.5;  // of the screen
 constexpr double HeightShare = 0.6;
 constexpr int WidestLine = 560;  // pixels
 
-QStyle::StandardPixmap PixmapOf(BoxIcon icon) {
+// As the icon themes of desktops name them (freedesktop.org, "Standard Status Icons").
+QString ThemeName(BoxIcon icon) {
     switch (icon) {
         case BoxIcon::Question:
-            return QStyle::SP_MessageBoxQuestion;
+            return QStringLiteral("dialog-question");
         case BoxIcon::Critical:
-            return QStyle::SP_MessageBoxCritical;
+            return QStringLiteral("dialog-error");
         default:
-            return QStyle::SP_MessageBoxInformation;
+            return QStringLiteral("dialog-information");
     }
+}
+
+// `size` is in device-independent pixels. What a style has without the desktop's theme is not drawn
+// for screens of today.
+QPixmap PictureOf(BoxIcon icon, int size, qreal scale) {
+    const QIcon themed = QIcon::fromTheme(ThemeName(icon));
+    if (!themed.isNull()) return themed.pixmap(QSize(size, size), scale);
+    QPixmap picture((QSizeF(size, size) * scale).toSize());
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    PaintBoxIcon(painter, QRectF(0, 0, size, size), icon);
+    return picture;
 }
 
 QString LineFeeds(QString text) {
@@ -80,9 +97,7 @@ MessageDialog::MessageDialog(QWidget* parent, const QString& text, const QString
 QWidget* MessageDialog::MakeIcon() {
     auto* picture = new QLabel(this);
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-    picture->setPixmap(style()
-                           ->standardIcon(PixmapOf(icon_), nullptr, this)
-                           .pixmap(QSize(size, size), devicePixelRatio()));
+    picture->setPixmap(PictureOf(icon_, size, devicePixelRatio()));
     return picture;
 }
 

@@ -19,8 +19,8 @@ class HiveStore {
     // Brings the tree up to date; codes as HiveFile::Read. A hive or an overlay that cannot be read
     // counts as empty where there are both.
     ResultCode Read();
-    // From the first Read behind a Hold until as many Releases, Read answers the same and brings
-    // nothing in, except behind a Write of this object.
+    // While held, Read answers as its first call did and brings nothing in, until this object
+    // writes. Holds nest: each needs its Release.
     void Hold() { ++holds_; }
     void Release();
     // As of the last Read. Valid until the next call.

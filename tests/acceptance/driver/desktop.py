@@ -7,6 +7,7 @@ import shutil
 import subprocess
 import tempfile
 
+from .picture import Picture
 from .processes import Process
 from .waiting import wait_until
 
@@ -39,6 +40,12 @@ class Desktop:
         area = ["-a", ",".join(str(number) for number in extents)] if extents else []
         self._tool(["scrot", "--overwrite", *area, str(path)])
 
+    def picture(self, extents):
+        """The pixels of a rectangle of the screen."""
+        path = os.path.join(self.folder, "picture.ppm")
+        self.screenshot(path, extents)
+        return Picture(path, extents)
+
     def click(self, x, y, double=False):
         repeat = ["--repeat", "2", "--delay", "60"] if double else []
         self._tool(["xdotool", "mousemove", str(x), str(y), "click", *repeat, "1"])
@@ -61,8 +68,14 @@ class Desktop:
 
     def activate(self, title):
         """Brings the window with this title to the front."""
-        self._tool(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$",
-                    "windowactivate", "--sync"])
+        self._with_window(title, "windowactivate", "--sync")
+
+    def move_window(self, title, x, y):
+        self._with_window(title, "windowmove", "--sync", str(x), str(y))
+
+    def await_window(self, title, seconds=20):
+        """Waits for a window with this title without asking its program, which may be busy."""
+        self._with_window(title, seconds=seconds)
 
     def close_window(self, title):
         """Activates the window with this title and presses the window manager's key to close."""
@@ -129,8 +142,20 @@ class Desktop:
                               capture_output=True, timeout=10, check=False)
         return done.returncode == 0
 
+    def _with_window(self, title, *command, seconds=20):
+        """Finds the window and does something to it. The search fails also where any window goes
+        while it looks, so it is repeated."""
+        arguments = ["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$",
+                     *command]
+        wait_until(f'the window "{title}" on the screen',
+                   lambda: self._run(arguments).returncode == 0, seconds)
+
     def _tool(self, arguments):
-        done = subprocess.run(arguments, env=self.environment, capture_output=True, text=True,
-                              timeout=30, check=False)
+        done = self._run(arguments)
         if done.returncode != 0:
             raise AssertionError(f"{arguments[0]} failed: {done.stderr.strip()}")
+
+    def _run(self, arguments):
+        return subprocess.run(arguments, env=self.environment, capture_output=True, text=True,
+                              timeout=30, check=False)
+

@@ -3,12 +3,16 @@
 import socket
 import threading
 
+SILENT = None
+
 
 class Listener:
-    """Greets whoever connects with some bytes and hangs up; with none it hangs up at once."""
+    """Greets whoever connects with some bytes and hangs up; with none it hangs up at once. One
+    that is SILENT hears its clients out and never says a word."""
 
     def __init__(self, greeting):
         self.greeting = greeting
+        self.heard = threading.Event()  # set once a client has said something
         self.socket = socket.create_server(("127.0.0.1", 0))
         self.port = self.socket.getsockname()[1]
         self.thread = threading.Thread(target=self._serve, daemon=True)
@@ -28,8 +32,14 @@ class Listener:
                 return
             with peer:
                 try:
-                    if self.greeting:
-                        peer.recv(4096)
-                        peer.sendall(self.greeting)
+                    self._talk(peer)
                 except OSError:
                     continue
+
+    def _talk(self, peer):
+        if self.greeting is SILENT:
+            while peer.recv(4096):
+                self.heard.set()
+        elif self.greeting:
+            peer.recv(4096)
+            peer.sendall(self.greeting)

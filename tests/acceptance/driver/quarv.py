@@ -64,6 +64,17 @@ class ConnectionDialog:
     def press(self, caption):
         self.window.find("push button", caption).click()
 
+    def focus(self):
+        """What has the keyboard: the text of the label that speaks for it, or its own name."""
+        # A tab says that it has the keyboard wherever that is; what really has it comes later.
+        spoken = [(widget.labels() or [widget.name()])[0]
+                  for widget in self.window.descendants() if widget.focused()]
+        return next((text for text in reversed(spoken) if text), None)
+
+    def await_focus(self, name):
+        wait_until(f'"{name}" to have the keyboard', lambda: widgets.seen(self.focus) == name,
+                   detail=lambda: widgets.seen(self.focus))
+
 
 class MainWindow:
     def __init__(self, program, window):

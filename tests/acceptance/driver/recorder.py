@@ -62,7 +62,11 @@ class Recorder:
                 client, _ = self.socket.accept()
             except OSError:
                 return
-            server = socket.create_connection(self.target)
+            try:
+                server = socket.create_connection(self.target)
+            except OSError:
+                client.close()  # there is no server any more
+                continue
             self._ends += [client, server]
             messages = Messages(self._hear)
             for source, sink, tap in ((client, server, messages.take),

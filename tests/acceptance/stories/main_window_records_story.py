@@ -150,4 +150,6 @@ class RecordsStory(RecordedStory):
         wait_until(f'"{complaint}" in the log',
                    lambda: complaint in self.quarv.process.log()[written:],
                    detail=self.quarv.process.log)
+        # A box would be there before the window answers again.
+        self.main.nodes()
         self.assertEqual([self.title], self.quarv.titles())

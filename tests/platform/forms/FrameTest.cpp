@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QScreen>
+#include <QTest>
+
 #include "base/RuntimeError.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/FramePlus.h"
+#include "support/PaintCounter.h"
 #include "support/TextPrinter.h"
 
 namespace quarv::forms {
@@ -45,6 +49,41 @@ TYPED_TEST(Frames, CaptionsAreLiteralAndSpoken) {
     frame.SetCaption(u"Fields: A&B"_qs);
     EXPECT_EQ(frame.Caption(), u"Fields: A&B"_qs);
     EXPECT_EQ(frame.accessibleName(), u"Fields: A&B"_qs);
+}
+
+TEST(FramePlusTest, ANewCaptionPaintsNothingThatTheFrameHolds) {
+    Form form(u"F"_qs);
+    form.Move(0, 0, 6000, 6000);
+    FramePlus frame(&form, u"Page"_qs);
+    frame.Move(150, 150, 4500, 4500);
+    QWidget inside(&frame);
+    inside.setGeometry(0, 16, 300, 100);  // right under the band
+    form.Show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+    test::PaintCounter framePaints(frame);
+    test::PaintCounter insidePaints(inside);
+    EXPECT_EQ(framePaints.Taken() + insidePaints.Taken(), 0);
+    frame.SetCaption(u"Records:Orders"_qs);
+    EXPECT_EQ(framePaints.Taken(), 1);
+    EXPECT_EQ(insidePaints.Taken(), 0);
+}
+
+TEST(FramePlusTest, ANewCaptionIsPaintedWhole) {
+    Form form(u"F"_qs);
+    form.Move(0, 0, 6000, 6000);
+    FramePlus frame(&form, u"Page"_qs);
+    frame.Move(150, 150, 4500, 4500);
+    form.Show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+    const auto onScreen = [&form] { return form.screen()->grabWindow(form.winId()).toImage(); };
+    for (const QString& caption : {u"Records:Orders"_qs, u"Records:"_qs, QString()}) {
+        frame.SetCaption(caption);
+        QCoreApplication::processEvents();
+        const QImage shown = onScreen();
+        EXPECT_EQ(shown.pixelColor(200, 14) == shown.pixelColor(200, 40), caption.isEmpty());
+        form.repaint();
+        EXPECT_EQ(shown, onScreen()) << caption.toStdString();
+    }
 }
 
 }  // namespace

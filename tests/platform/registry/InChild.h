@@ -29,10 +29,9 @@ inline int RunInChild(const std::function<int()>& body) {
 constexpr uid_t OrdinaryUser = 65534;
 
 // In a child: root becomes a user whom permissions hold back; any other user is one already.
-inline bool BecomeOrdinaryUser() {
+inline bool BecomeOrdinaryUser(uid_t user = OrdinaryUser) {
     if (::geteuid() != 0) return true;
-    return ::setgroups(0, nullptr) == 0 && ::setgid(OrdinaryUser) == 0 &&
-           ::setuid(OrdinaryUser) == 0;
+    return ::setgroups(0, nullptr) == 0 && ::setgid(user) == 0 && ::setuid(user) == 0;
 }
 
 }  // namespace quarv::registry

@@ -1,5 +1,7 @@
 #include "platform/ado/odbc/ClientMessage.h"
 
+#include <algorithm>
+
 #include <utility>
 
 namespace quarv::test {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QStringList>
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
