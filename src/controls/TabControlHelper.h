@@ -1,7 +1,7 @@
 // TabControlHelper: binds a form's tab strip to its page frames, so that pages need no code of
 // their own. A page frame carries in its Tag the caption of its tab. The form owns the helper and
-// all controls, which outlive it. The helper knows a tab strip and a frame by the names of their
-// types and reaches them by the names of their members; it knows no class of theirs.
+// all controls: the frames outlive it, and a strip that went counts as none. The helper knows tab
+// strip and frames by the names of their types and members alone.
 #pragma once
 
 #include <QPointer>

@@ -24,7 +24,9 @@ QString ErrorTitle(const Error& e) {
 bool IsDatabaseMissing(const DataError& e) {
     constexpr int CannotOpenDatabase = 4060;
     constexpr int NoSuchDatabase = 911;
-    return e.NativeError() == CannotOpenDatabase || e.NativeError() == NoSuchDatabase;
+    constexpr int NoUserOfDatabase = 916;
+    return e.NativeError() == CannotOpenDatabase || e.NativeError() == NoSuchDatabase ||
+           e.NativeError() == NoUserOfDatabase;
 }
 
 // Shows the frame while it lives, whatever ends it.

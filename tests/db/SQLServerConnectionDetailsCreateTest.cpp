@@ -92,7 +92,7 @@ TEST_P(MissingDatabaseTest, TheServerIsOpenedWithoutIt) {
     EXPECT_EQ(mainWindow_.opened, QStringList{naming});
 }
 
-INSTANTIATE_TEST_SUITE_P(, MissingDatabaseTest, testing::Values(4060, 911));
+INSTANTIATE_TEST_SUITE_P(, MissingDatabaseTest, testing::Values(4060, 911, 916));
 
 TEST_F(SQLServerConnectionDetailsCreateTest, ADatabaseClosedToTheAccountIsNotCreatedAgain) {
     const QString naming =

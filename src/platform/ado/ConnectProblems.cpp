@@ -119,13 +119,16 @@ constexpr std::array Table{
 // UTF-16 units.
 constexpr int LongestName = 260;
 
-// What follows is a name that somebody typed, which may be endless, and no message.
-bool IsName(const QString& before) {
-    return before.endsWith(u'"') || before.endsWith(u'/');
+// What stands at `mark` in the words is a name that somebody typed, which may be endless, and no
+// message: a quote or a slash is before it.
+bool IsName(const char16_t* words, const char16_t* mark) {
+    return mark != words && (mark[-1] == u'"' || mark[-1] == u'/');
 }
 
 QString Shortened(const QString& name) {
-    return name.size() <= LongestName ? name : name.left(LongestName) + u'\u2026';
+    if (name.size() <= LongestName) return name;
+    // A pair of surrogates is one character.
+    return name.left(LongestName - (name[LongestName].isLowSurrogate() ? 1 : 0)) + u'\u2026';
 }
 
 }  // namespace
@@ -145,7 +148,7 @@ DataError MakeConnectError(ConnectProblem problem, const QStringList& details,
         const int index = *at == u'%' ? at[1] - u'1' : -1;
         if (index >= 0 && index < 9) {
             const QString detail = details.value(index);
-            text += IsName(text) ? Shortened(detail) : detail;
+            text += IsName(found->text, at) ? Shortened(detail) : detail;
             ++at;
         } else {
             text += QChar(*at);

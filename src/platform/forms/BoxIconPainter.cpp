@@ -11,6 +11,8 @@ namespace {
 constexpr qreal Units = 32;  // the square's side, in which the signs are drawn
 constexpr qreal DotRadius = 2.1;
 constexpr qreal PenWidth = 3.2;
+constexpr QRgb Blue = 0xff2f6fb3;
+constexpr QRgb Red = 0xffc62f2f;
 
 // A sign in white on a coloured disc: strokes, and a dot where the radius is not 0.
 struct Sign {
@@ -23,7 +25,7 @@ struct Sign {
 Sign InformationSign() {
     QPainterPath stem(QPointF(16, 14.5));
     stem.lineTo(16, 23);
-    return {0xff2f6fb3, stem, {16, 8.6}, DotRadius};
+    return {Blue, stem, {16, 8.6}, DotRadius};
 }
 
 Sign QuestionSign() {
@@ -32,7 +34,7 @@ Sign QuestionSign() {
     hook.arcMoveTo(bow, 175);
     hook.arcTo(bow, 175, -220);
     hook.cubicTo(17.2, 16.8, 16, 16.9, 16, 19.4);
-    return {0xff2f6fb3, hook, {16, 24.2}, DotRadius};
+    return {Blue, hook, {16, 24.2}, DotRadius};
 }
 
 Sign CriticalSign() {
@@ -40,7 +42,7 @@ Sign CriticalSign() {
     cross.lineTo(21, 21);
     cross.moveTo(21, 11);
     cross.lineTo(11, 21);
-    return {0xffc62f2f, cross, {}, 0};
+    return {Red, cross, {}, 0};
 }
 
 Sign SignOf(BoxIcon icon) {

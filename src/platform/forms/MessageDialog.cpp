@@ -35,8 +35,8 @@ QString ThemeName(BoxIcon icon) {
     }
 }
 
-// `size` is in device-independent pixels. What a style has without the desktop's theme is not drawn
-// for screens of today.
+// `size` is in device-independent pixels. A style's own pictures, which a desktop without a theme
+// would show, are small bitmaps.
 QPixmap PictureOf(BoxIcon icon, int size, qreal scale) {
     const QIcon themed = QIcon::fromTheme(ThemeName(icon));
     if (!themed.isNull()) return themed.pixmap(QSize(size, size), scale);

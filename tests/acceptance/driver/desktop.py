@@ -158,4 +158,3 @@ class Desktop:
     def _run(self, arguments):
         return subprocess.run(arguments, env=self.environment, capture_output=True, text=True,
                               timeout=30, check=False)
-

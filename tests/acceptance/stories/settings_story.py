@@ -21,9 +21,8 @@ class SettingsStory(Story):
     def ship(self):
         """Writes the machine-wide settings as an installer does: for all to read."""
         os.makedirs(self.home.path("machine/quarv"))
-        text = SHIPPED.replace("\\", "\\\\")
         path = self.home.write(MACHINE, 'quarv-hive 1\nkey "Software\\\\Kel\\\\Quarv\\\\General"\n'
-                                        f'value "ConnStr" text "{text}"\n'
+                                        f'value "ConnStr" text "{SHIPPED}"\n'
                                         'value "Other" text "kept"\nend\n')
         os.chmod(path, 0o644)
 

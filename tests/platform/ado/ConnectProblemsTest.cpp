@@ -28,6 +28,10 @@ TEST(ConnectProblems, EndlessNamesAreCutAndMessagesAreNot) {
         unknown.Description().contains(u'"' + QString(260, u'h') + QStringLiteral("\u2026\"")));
     const DataError known = MakeConnectError(ConnectProblem::UnknownHost, {QString(260, u'h')});
     EXPECT_TRUE(known.Description().contains(u'"' + QString(260, u'h') + u'"'));
+    const DataError paired =
+        MakeConnectError(ConnectProblem::UnknownHost, {QString(259, u'h') + u"\U0001F375xy"_qs});
+    EXPECT_TRUE(
+        paired.Description().contains(u'"' + QString(259, u'h') + QStringLiteral("\u2026\"")));
     const DataError ticket =
         MakeConnectError(ConnectProblem::WindowsAccountFailed, {QString(300, u'h'), "1433"});
     EXPECT_FALSE(ticket.Description().contains(QString(261, u'h')));

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QIcon>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProxyStyle>
@@ -24,6 +25,24 @@ TEST(MessageDialog, ItsTextIsPlainAndCanBeSelected) {
     EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByMouse);
     EXPECT_TRUE(label->textInteractionFlags() & Qt::TextSelectableByKeyboard);
     EXPECT_EQ(dialog.accessibleName(), u"T"_qs);
+}
+
+TEST(MessageDialog, WithoutAThemeItsPictureIsDrawnForTheScreen) {
+    const QString theme = QIcon::themeName();
+    const QString fallback = QIcon::fallbackThemeName();
+    QIcon::setThemeName(u"none"_qs);
+    QIcon::setFallbackThemeName(u"none"_qs);
+    const MessageDialog dialog(nullptr, u"t"_qs, u"T"_qs, BoxIcon::Critical, BoxButtons::Ok);
+    QIcon::setThemeName(theme);
+    QIcon::setFallbackThemeName(fallback);
+    QPixmap picture;
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
+        if (!label->pixmap(Qt::ReturnByValue).isNull()) picture = label->pixmap(Qt::ReturnByValue);
+    const int size = dialog.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &dialog);
+    EXPECT_EQ(picture.deviceIndependentSize(), QSizeF(size, size));
+    EXPECT_EQ(picture.devicePixelRatio(), dialog.devicePixelRatio());
+    const QImage image = picture.toImage();
+    EXPECT_EQ(image.pixel(image.width() / 2, image.height() / 8), 0xffc62f2f);
 }
 
 // As of a desktop whose dialogs' buttons carry small pictures.

@@ -15,8 +15,8 @@ struct ConnectAttempt {
     EnvironmentHandle environment;
     ConnectionHandle connection;  // open where `failure` holds nothing
     std::optional<Diagnostics> failure;
-    bool timedOut =
-        false;  // the limit passed; a `failure` then holds what is known, perhaps nothing
+    // The limit passed; a `failure` then holds what is known, perhaps nothing.
+    bool timedOut = false;
 };
 
 // `odbcString` is the driver manager's connection string; `timeout` in milliseconds, 0: none.

@@ -105,8 +105,7 @@ std::optional<int> PortInAnswer(const QByteArray& answer, const QString& instanc
 BrowserAnswer BrowseForPort(const QString& host, const QString& instance, int timeout) {
     const QDeadlineTimer deadline(timeout);
     const auto addresses = ResolveInTime(host, deadline);
-    if (!addresses) return {};
-    if (!*addresses) return {.hostUnknown = true, .port = {}};
+    if (!addresses || !*addresses) return {.hostUnknown = true, .port = {}};
     const QByteArray question = QByteArray(1, AskForInstance) + instance.toLatin1() + '\0';
     std::vector<UniqueFd> sockets = SocketsTo(*addresses);
     while (!sockets.empty() && !deadline.hasExpired()) {

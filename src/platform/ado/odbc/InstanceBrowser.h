@@ -8,7 +8,7 @@
 namespace quarv::ado::odbc {
 
 struct BrowserAnswer {
-    bool hostUnknown = false;  // there is nobody of this name to ask
+    bool hostUnknown = false;  // nobody of this name was found in time
     std::optional<int> port;   // 1..65535; nothing where no answer names the instance's
 };
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QStringList>
+
 #include "support/TextPrinter.h"
 
 namespace quarv::test {

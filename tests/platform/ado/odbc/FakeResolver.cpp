@@ -3,14 +3,13 @@
 #include <dlfcn.h>
 #include <netdb.h>
 
-#include <algorithm>
-#include <atomic>
-
 namespace quarv::test {
 
 namespace {
 
-std::atomic<FakeResolver*> current = nullptr;
+// Of the resolver that is there and of all that it holds.
+std::mutex mutex;
+FakeResolver* current = nullptr;
 
 using LookUpFunction = int (*)(const char*, const char*, const addrinfo*, addrinfo**);
 
@@ -25,26 +24,34 @@ int SystemLookUp(const char* name, const char* service, const addrinfo* hints, a
 const QByteArray FakeResolver::Silent = "silent.quarv.test";
 
 FakeResolver::FakeResolver(Names names) : names_(std::move(names)) {
+    const std::lock_guard lock(mutex);
     current = this;
 }
 
 FakeResolver::~FakeResolver() {
+    std::unique_lock lock(mutex);
     current = nullptr;
-    std::unique_lock lock(mutex_);
     ending_ = true;
     changed_.notify_all();
     changed_.wait(lock, [this] { return waiting_ == 0; });
 }
 
 std::optional<std::vector<QByteArray>> FakeResolver::LookUp(const QByteArray& name) {
-    std::unique_lock lock(mutex_);
-    if (name == Silent) {
-        ++waiting_;
-        changed_.wait(lock, [this] { return ending_; });
-        --waiting_;
-        changed_.notify_all();
-        return std::vector<QByteArray>();
-    }
+    std::unique_lock lock(mutex);
+    if (current == nullptr) return std::nullopt;
+    if (name != Silent) return current->Find(name);
+    current->AwaitEnd(lock);
+    return std::vector<QByteArray>();
+}
+
+void FakeResolver::AwaitEnd(std::unique_lock<std::mutex>& lock) {
+    ++waiting_;
+    changed_.wait(lock, [this] { return ending_; });
+    --waiting_;
+    changed_.notify_all();
+}
+
+std::optional<std::vector<QByteArray>> FakeResolver::Find(const QByteArray& name) const {
     const auto found = names_.find(name);
     if (found == names_.end()) return std::nullopt;
     return found->second;
@@ -59,8 +66,7 @@ extern "C" __attribute__((visibility("default"))) int getaddrinfo(const char* na
                                                                   const char* service,
                                                                   const addrinfo* hints,
                                                                   addrinfo** found) {
-    FakeResolver* const resolver = quarv::test::current;
-    const auto addresses = resolver && name ? resolver->LookUp(name) : std::nullopt;
+    const auto addresses = name ? FakeResolver::LookUp(name) : std::nullopt;
     if (!addresses) return quarv::test::SystemLookUp(name, service, hints, found);
     addrinfo** end = found;
     *end = nullptr;

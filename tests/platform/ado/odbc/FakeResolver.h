@@ -26,12 +26,14 @@ class FakeResolver {
     // A name whose look-up does not end before this object does.
     static const QByteArray Silent;
 
-    // For getaddrinfo(): nothing where the name is not one of these.
-    std::optional<std::vector<QByteArray>> LookUp(const QByteArray& name);
+    // For getaddrinfo(): nothing where there is no resolver, or the name is not one of its own.
+    static std::optional<std::vector<QByteArray>> LookUp(const QByteArray& name);
 
   private:
+    std::optional<std::vector<QByteArray>> Find(const QByteArray& name) const;
+    void AwaitEnd(std::unique_lock<std::mutex>& lock);
+
     Names names_;
-    std::mutex mutex_;
     std::condition_variable changed_;
     int waiting_ = 0;
     bool ending_ = false;

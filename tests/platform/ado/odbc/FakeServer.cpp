@@ -177,7 +177,8 @@ void FakeServer::Misbehave(FakeWire& wire) {
         case Manners::SilentTls:
             wire.SendMessage(FakeTds::PreLogin(static_cast<quint8>(Encryption::Demanded)));
             wire.ReceiveMessage();
-            if (settings_.manners == Manners::GarbageTls) wire.SendMessage(Noise(200));
+            // No record of TLS begins so.
+            if (settings_.manners == Manners::GarbageTls) wire.SendMessage(QByteArray(200, '\0'));
             if (settings_.manners == Manners::TlsAlert)
                 wire.SendMessage(FakeTds::TlsHandshakeFailure(), true, FakeWire::PreLogin);
             break;

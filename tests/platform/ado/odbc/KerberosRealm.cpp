@@ -114,6 +114,14 @@ KerberosRealm::KerberosRealm() {
 
 KerberosRealm::~KerberosRealm() {
     StopKeyServer();
+}
+
+void KerberosRealm::Environment::Set(const char* name, const QString& value) {
+    before_.try_emplace(name, qgetenv(name));
+    qputenv(name, value.toUtf8());
+}
+
+KerberosRealm::Environment::~Environment() {
     for (const auto& [name, value] : before_) {
         if (value.isNull())
             qunsetenv(name.constData());
@@ -130,10 +138,7 @@ void KerberosRealm::SetEnvironment() {
         // Whoever runs the tests may hold keys of their own, which would do for a ticket.
         {"KRB5_CLIENT_KTNAME", QStringLiteral("FILE:") + Path(QStringLiteral("none"))},
     };
-    for (const auto& [name, value] : variables) {
-        before_[name] = qgetenv(name);
-        qputenv(name, value.toUtf8());
-    }
+    for (const auto& [name, value] : variables) environment_.Set(name, value);
 }
 
 void KerberosRealm::WriteSettings(int port, const QString& realmOfServers) {

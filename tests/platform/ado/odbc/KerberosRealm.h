@@ -38,6 +38,19 @@ class KerberosRealm {
     void SilenceKeyServer();
 
   private:
+    // Gives the variables back what they held.
+    class Environment {
+      public:
+        Environment() = default;
+        ~Environment();
+        Environment(const Environment&) = delete;
+        Environment& operator=(const Environment&) = delete;
+        void Set(const char* name, const QString& value);
+
+      private:
+        std::map<QByteArray, QByteArray> before_;  // null where it held nothing
+    };
+
     QString Path(const QString& name) const { return home_.filePath(name); }
     void SetEnvironment();
     void WriteSettings(int port, const QString& realmOfServers);
@@ -47,7 +60,7 @@ class KerberosRealm {
     bool KeyServerListens();
 
     QTemporaryDir home_;
-    std::map<QByteArray, QByteArray> before_;  // the environment, null where it held nothing
+    Environment environment_;
     QProcess keyServer_;
     int port_ = 0;
 };
