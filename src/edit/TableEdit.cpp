@@ -1,5 +1,6 @@
 #include "edit/TableEdit.h"
 
+#include "base/FailureOf.h"
 #include "base/RuntimeError.h"
 #include "base/UTIL.h"
 #include "db/SQLServerConnection.h"
@@ -47,13 +48,7 @@ void TableEdit::Investigate(const QString& Query, const QString& TableName,
     DeterminePrimaryKey(TableName);
     query_ = Query;
     tableName_ = TableName;
-    try {
-        Load();
-    } catch (const Error& error) {
-        TellError(error.Description());
-    } catch (const std::exception& failure) {
-        TellError(QString::fromUtf8(failure.what()));
-    }
+    if (const auto failure = FailureOf([this] { Load(); })) TellError(*failure);
 }
 
 void TableEdit::DeterminePrimaryKey(const QString& Tbl) {

@@ -1,8 +1,8 @@
 #include "query/QueryView.h"
 
 #include <QScopedValueRollback>
-#include <optional>
 
+#include "base/FailureOf.h"
 #include "base/RUtils.h"
 #include "base/UTIL.h"
 #include "controls/RButton.h"
@@ -32,19 +32,6 @@ constexpr double ButtonGap = 90;
 
 void TellFailedQuery(const QString& description) {
     forms::MsgBox(description, QStringLiteral("Run"), forms::BoxIcon::Information);
-}
-
-// What `run` failed of; nothing where it did not.
-template <typename Run>
-std::optional<QString> FailureOf(Run&& run) {
-    try {
-        run();
-        return std::nullopt;
-    } catch (const Error& error) {
-        return error.Description();
-    } catch (const std::exception& failure) {
-        return QString::fromUtf8(failure.what());
-    }
 }
 
 }  // namespace
