@@ -1,9 +1,11 @@
 #include "db/SQLServerConnectionDetails.h"
 
-#include "base/DataError.h"
+#include <algorithm>
+
 #include "base/UTIL.h"
 #include "db/ConnectionDetailsControls.h"
 #include "db/Registry.h"
+#include "platform/ado/ConnectProblems.h"
 #include "platform/forms/Application.h"
 #include "platform/forms/MsgBox.h"
 
@@ -18,15 +20,6 @@ const QString DefaultConnStr = QStringLiteral(
 
 QString ErrorTitle(const Error& e) {
     return QStringLiteral("Error %1").arg(e.Number());
-}
-
-// The server's numbers for a database that it does not have, or not for this account.
-bool IsDatabaseMissing(const DataError& e) {
-    constexpr int CannotOpenDatabase = 4060;
-    constexpr int NoSuchDatabase = 911;
-    constexpr int NoUserOfDatabase = 916;
-    return e.NativeError() == CannotOpenDatabase || e.NativeError() == NoSuchDatabase ||
-           e.NativeError() == NoUserOfDatabase;
 }
 
 // Shows the frame while it lives, whatever ends it.
@@ -171,7 +164,7 @@ ado::ConnectionPtr SQLServerConnectionDetails::OpenServer(ConnectionChoices choi
     try {
         return OpenConnection(choices);
     } catch (const DataError& e) {
-        if (!IsDatabaseMissing(e)) throw;
+        if (!std::ranges::count(ado::DatabaseRefusals, e.NativeError())) throw;
     }
     choices.database.clear();
     return OpenConnection(choices);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QStringList>
+#include <array>
 
 #include "base/DataError.h"
 
@@ -45,6 +46,9 @@ enum class ConnectProblem {
     LocalServerFailed,     // %1 the instance's name, %2 the reason, %3 the log's path
     LocalServerUnreadable  // %1 the instance's name, %2 the file's path
 };
+
+// The server's numbers for a database that it does not have, or not for this account.
+inline constexpr std::array DatabaseRefusals{4060, 911, 916};
 
 // What a driver reported, where one did.
 struct DriverReport {

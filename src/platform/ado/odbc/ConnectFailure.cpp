@@ -19,17 +19,14 @@ constexpr int HostUnknown = 20013;
 constexpr int UnexpectedEnd = 20017;
 
 // What a server says of a login that it does not take, by its number ("Database Engine events and
-// errors"). A login refused for its database is reported with the refused login first, so the
-// order of the rows decides.
+// errors"), beside DatabaseRefusals. A login refused for its database is reported with the refused
+// login first, so those come before these, and the order of the rows decides.
 struct Refusal {
     int number;
     ConnectProblem byName;          // the login of a user and a password
     ConnectProblem windowsAccount;  // the login that a ticket proves
 };
 constexpr std::array Refusals{
-    Refusal{4060, ConnectProblem::DatabaseRefused, ConnectProblem::DatabaseRefused},
-    Refusal{911, ConnectProblem::DatabaseRefused, ConnectProblem::DatabaseRefused},
-    Refusal{916, ConnectProblem::DatabaseRefused, ConnectProblem::DatabaseRefused},
     Refusal{4064, ConnectProblem::OwnDatabaseRefused, ConnectProblem::OwnDatabaseRefused},
     Refusal{18452, ConnectProblem::NameLoginsRefused, ConnectProblem::WindowsAccountUntrusted},
     Refusal{18456, ConnectProblem::LoginRefused, ConnectProblem::WindowsLoginRefused},
@@ -101,6 +98,10 @@ DataError ConnectFailure(const ConnectAttempt& attempt, const ConnectionSettings
     const Diagnostics& said = *attempt.failure;
     for (const DiagnosticRecord& record : said.Records())
         if (IsDriverManagersOwn(record)) return DriverFailure(record, settings.driver);
+    for (const int number : DatabaseRefusals)
+        if (const auto* record = said.FindNative({number}))
+            return MakeConnectError(ConnectProblem::DatabaseRefused, {record->message},
+                                    ReportOf(record));
     for (const Refusal& refusal : Refusals)
         if (const auto* record = said.FindNative({refusal.number}))
             return MakeConnectError(settings.integrated ? refusal.windowsAccount : refusal.byName,
