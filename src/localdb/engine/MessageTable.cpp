@@ -1,3 +1,5 @@
+// The table is long because it is data: one row a message, in the order of their numbers, kept in
+// one file so that each number stands once.
 #include "localdb/engine/MessageTable.h"
 
 #include <algorithm>
@@ -7,8 +9,6 @@ namespace quarv::localdb::engine {
 
 namespace {
 
-// One row a message, in the order of their numbers: data, kept in one file so that each number
-// stands once.
 constexpr MessageText Table[] = {
     {102, 15, 1, u"Incorrect syntax near '%'."},
     {103, 15, 4, u"The identifier that starts with '%' is too long. Maximum length is 128."},
